@@ -1,0 +1,38 @@
+# What every target is compiled with: `tarnwick_options`.
+
+option(TARNWICK_SANITISE "Build with AddressSanitizer and UBSan" OFF)
+
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
+endif()
+
+# Asserts guard against our own mistakes and stay on in every build, hence no -DNDEBUG.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g1")
+set(CMAKE_CXX_FLAGS_DEBUG "-O0 -g")
+if(TARNWICK_SANITISE)
+    set(CMAKE_CXX_FLAGS_DEBUG "-O1 -g1")
+endif()
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+find_program(TARNWICK_CCACHE ccache)
+if(TARNWICK_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${TARNWICK_CCACHE})
+endif()
+
+add_library(tarnwick_options INTERFACE)
+target_compile_features(tarnwick_options INTERFACE cxx_std_20)
+target_compile_options(tarnwick_options INTERFACE
+    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wdouble-promotion
+    -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wmissing-declarations -Wundef
+    $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op>
+    # A fused multiply-add rounds once where the text rounds twice: same level, same input, same bytes.
+    -ffp-contract=off
+    # sqrt of a negative number need not set errno; without this every square root carries a call.
+    -fno-math-errno)
+set_property(TARGET tarnwick_options PROPERTY CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_EXTENSIONS OFF)
+if(TARNWICK_SANITISE)
+    target_compile_options(tarnwick_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(tarnwick_options INTERFACE -fsanitize=address,undefined)
+endif()
