@@ -6,14 +6,14 @@
 
 namespace tarnwick {
 
-constexpr float particleRadius = 2.0f;       ///< World units, the same for every particle.
-constexpr float iceTemperature = 0.0f;       ///< At or below this a particle is ice.
-constexpr float steamTemperature = 100.0f;   ///< At or above this a particle is steam.
+constexpr float particleRadius = 2.0f;     ///< World units, the same for every particle.
+constexpr float iceTemperature = 0.0f;     ///< At or below this a particle is ice.
+constexpr float steamTemperature = 100.0f; ///< At or above this a particle is steam.
 
 /// One circle of water, held by value in a list node. It belongs to exactly one list: the free list of
-/// `ParticleManager`, the members of one ice group, or for the length of a step a list of the freeze. It changes
-/// list by copy, so a pointer to one is good for one step only. Nothing stores the state of matter: the
-/// temperature decides.
+/// `ParticleManager`, the members of one ice group, or for the length of a step a list of the freeze. It
+/// changes list by copy, so a pointer to one is good for one step only. Nothing stores the state of matter:
+/// the temperature decides.
 struct Particle {
     Vector2 position;         ///< Centre, world units.
     Vector2 trail[3];         ///< Positions at the start of the last three ticks, newest first; for drawing.

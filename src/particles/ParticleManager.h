@@ -1,0 +1,68 @@
+#pragma once
+
+#include "particles/ParticleList.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tarnwick {
+
+struct ViewRectangle;
+
+/// Owns the free particles (water and steam), the parameters of the simulation and its tick. Ice is not here:
+/// a particle cold enough moves to a group of `ParticleGroupMover`. Every module may walk `particles`.
+class ParticleManager {
+public:
+    ParticleManager() = delete;
+
+    /// Free particles, newest first. The order of the walk decides the result of a tick.
+    static ParticleList particles;
+
+    /// Registers the console commands and reads `cfg\water.cfg`. Calls `shutdown` first, so that it can run
+    /// again for a new level. A missing key reads as 0 and is then clamped.
+    static void initialise();
+    static void shutdown();
+
+    /// Runs one tick of `dt` seconds, already capped at 1/30.
+    static void runSimulation(float dt);
+
+    /// Adds `count` particles at rest, at room temperature, in a disc of `radius` world units about (x, y),
+    /// each at the head of the list. Draws `randomFloat` three times for each: its share of the radius, then
+    /// its direction. They enter the grid at the next tick.
+    static void createParticles(float x, float y, float radius, std::int32_t count);
+    /// Starts the fade of a particle; does nothing to one already dying.
+    static void killParticle(Particle& particle);
+    /// Erases a particle at once and gives the next place in the list. The caller unlinks it from the grid
+    /// first.
+    static ParticleList::iterator removeParticle(ParticleList::iterator place);
+
+    static float gravity() { return state.gravity; }
+    static float roomTemperature() { return state.roomTemperature; }
+    static float heatTransferRate() { return state.heatTransferRate; }
+    static float particleKillTime() { return state.particleKillTime; }
+
+private:
+    friend class ModuleReset;
+    friend class SimulationState;
+    friend class ParticleManagerTest;
+
+    struct State {
+        float gravity = 0.0f;          ///< World units per second squared, along the camera's down.
+        float roomTemperature = 0.0f;  ///< Degrees to which everything relaxes, and at which particles start.
+        float heatTransferRate = 0.0f; ///< 0 to 1: share of the gap to room temperature closed in 1 s.
+        float steamRiseRate = 0.0f;    ///< Multiplier of gravity, upwards, for steam.
+        float steamScatterRate = 0.0f; ///< Multiplier of gravity, in a random direction, for steam.
+        float particleKillTime = 0.0f; ///< Seconds of a fade, at least 0.0001 once read; for groups too.
+    };
+    static State state;
+
+    static float conCmdGravity(float value, bool set);
+    static float conCmdRoomTemperature(float value, bool set);
+    static float conCmdHeatTransferRate(float value, bool set);
+    static float conCmdSteamRiseRate(float value, bool set);
+    static float conCmdSteamScatterRate(float value, bool set);
+    static void conCmdParticleCreate(const std::string& arguments);
+    static std::int32_t conCmdParticleCount();
+};
+
+} // namespace tarnwick

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/Vector2.h"
+
+namespace tarnwick {
+
+/// The rectangle of the world that the camera sees, turned with it. What lies outside by more than a margin
+/// is lost.
+struct ViewRectangle {
+    static constexpr int edgeCount = 4;
+
+    Vector2 corners[edgeCount];       ///< World units; corner i lies on edges i and i - 1.
+    Vector2 inwardNormals[edgeCount]; ///< Unit; normal i belongs to the edge from corner i to corner i + 1.
+
+    /// The rectangle of `Game`'s view area under the camera's position, shake, angle and zoom of this moment.
+    static ViewRectangle ofCamera();
+
+    /// True when the signed inward distance of `point` to any of the four edges is strictly below `-margin`.
+    /// A point exactly `margin` outside is not beyond.
+    bool isBeyond(Vector2 point, float margin) const;
+};
+
+} // namespace tarnwick
