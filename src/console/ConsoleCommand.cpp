@@ -1,0 +1,147 @@
+#include "console/ConsoleCommand.h"
+
+#include "console/GLConsole.h"
+#include "core/LocationStack.h"
+#include "core/Strings.h"
+
+#include <cassert>
+#include <list>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr const char* badKind = "\nBAD COMMAND. NON VOID FUNCTION WITH NO RETURN OR ARGUMENT !";
+constexpr const char* badType = "\nBAD COMMAND. FUNCTION RETURN / ARGUMENT TYPES ARE NOT KNOWN !";
+constexpr const char* nothingUsage = " < nothing >";
+
+/// What a typed word must look like for one kind of value, and the usage texts that say so.
+template <typename Value>
+struct WordSyntax {
+    bool (*test)(const std::string&);
+    Value (*convert)(const std::string&);
+    const char* setterUsage;
+    const char* getOrSetUsage;
+};
+
+constexpr WordSyntax<std::int32_t> integerSyntax{slStringIsInteger, slStringToInt, " < integer number >",
+                                                 " < integer number OR nothing >"};
+constexpr WordSyntax<bool> booleanSyntax{slStringIsBoolean, slStringToBool, " < true OR false >",
+                                         " < true OR false OR nothing >"};
+constexpr WordSyntax<float> floatSyntax{slStringIsNumeric, slStringToFloat, " < number >",
+                                        " < number OR nothing >"};
+
+/// The function as what `type`, `hasArgument` and `hasReturn` call for.
+template <typename Function>
+Function functionOf(const ConsoleCommand& command) {
+    TARNWICK_LOCATION("ConsoleCommand::functionOf");
+    const Function* const function = std::get_if<Function>(&command.function);
+    assert(function != nullptr); // the registry sets the three fields from the function's own type
+    return *function;
+}
+
+void printUsage(const ConsoleCommand& command, const char* usage) {
+    TARNWICK_LOCATION("ConsoleCommand::printUsage");
+    GLConsole::print("\nUSAGE: ");
+    GLConsole::print(command.name);
+    GLConsole::print(usage);
+}
+
+/// `verb` is " is " for a value that was read and " is now " for one that was set.
+template <typename Value>
+void printValue(const ConsoleCommand& command, const char* verb, const Value& value) {
+    TARNWICK_LOCATION("ConsoleCommand::printValue");
+    GLConsole::print("\n");
+    GLConsole::print(command.name);
+    GLConsole::print(verb);
+    GLConsole::print(value);
+}
+
+void callVoidFunction(const ConsoleCommand& command, const std::list<std::string>& words) {
+    TARNWICK_LOCATION("ConsoleCommand::callVoidFunction");
+    if (!words.empty()) {
+        printUsage(command, nothingUsage);
+        return;
+    }
+    functionOf<void (*)()>(command)();
+}
+
+/// Integer, boolean and float commands differ in their words alone.
+template <typename Value>
+void callValueFunction(const ConsoleCommand& command,
+                       const std::list<std::string>& words,
+                       const WordSyntax<Value>& syntax) {
+    TARNWICK_LOCATION("ConsoleCommand::callValueFunction");
+    const bool oneGoodWord = words.size() == 1 && syntax.test(words.front());
+    if (!command.hasArgument && !command.hasReturn) {
+        GLConsole::print(badKind);
+    } else if (!command.hasArgument) {
+        if (words.empty()) {
+            printValue(command, " is ", functionOf<Value (*)()>(command)());
+        } else {
+            printUsage(command, nothingUsage);
+        }
+    } else if (!command.hasReturn) {
+        if (oneGoodWord) {
+            functionOf<void (*)(Value)>(command)(syntax.convert(words.front()));
+        } else {
+            printUsage(command, syntax.setterUsage);
+        }
+    } else if (words.empty()) {
+        printValue(command, " is ", functionOf<Value (*)(Value, bool)>(command)(Value{}, false));
+    } else if (oneGoodWord) {
+        const Value value = syntax.convert(words.front());
+        printValue(command, " is now ", functionOf<Value (*)(Value, bool)>(command)(value, true));
+    } else {
+        printUsage(command, syntax.getOrSetUsage);
+    }
+}
+
+/// Words are not counted: the function takes the text as it was typed.
+void callStringFunction(const ConsoleCommand& command, const std::string& argument) {
+    TARNWICK_LOCATION("ConsoleCommand::callStringFunction");
+    if (!command.hasArgument && !command.hasReturn) {
+        GLConsole::print(badKind);
+    } else if (!command.hasArgument) {
+        if (argument.empty()) {
+            printValue(command, " is ", functionOf<std::string (*)()>(command)());
+        } else {
+            printUsage(command, nothingUsage);
+        }
+    } else if (!command.hasReturn) {
+        functionOf<void (*)(const std::string&)>(command)(argument);
+    } else {
+        const std::string value = functionOf<std::string (*)(const std::string&)>(command)(argument);
+        printValue(command, argument.empty() ? " is " : " is now ", value);
+    }
+}
+
+} // namespace
+
+void ConsoleCommand::call(const std::string& argument) const {
+    TARNWICK_LOCATION("ConsoleCommand::call");
+    std::list<std::string> words;
+    slSeparateArgs(argument, words);
+    switch (type) {
+    case voidType:
+        callVoidFunction(*this, words);
+        break;
+    case integerType:
+        callValueFunction(*this, words, integerSyntax);
+        break;
+    case booleanType:
+        callValueFunction(*this, words, booleanSyntax);
+        break;
+    case floatType:
+        callValueFunction(*this, words, floatSyntax);
+        break;
+    case stringType:
+        callStringFunction(*this, argument);
+        break;
+    default:
+        GLConsole::print(badType);
+        break;
+    }
+}
+
+} // namespace tarnwick

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+
+namespace tarnwick {
+
+/// One entry of the console's registry: a function, and how a typed line calls it.
+///
+/// `type`, `hasArgument` and `hasReturn` say what the function is; `GLConsole::addCommand` sets them from the
+/// function's signature, so that they always fit the alternative that `function` holds.
+struct ConsoleCommand {
+    /// Values of `type`.
+    static constexpr std::uint32_t voidType = 0;
+    static constexpr std::uint32_t integerType = 1;
+    static constexpr std::uint32_t booleanType = 2;
+    static constexpr std::uint32_t floatType = 3;
+    static constexpr std::uint32_t stringType = 4;
+
+    using Function = std::variant<void (*)(),
+                                  void (*)(std::int32_t),
+                                  void (*)(bool),
+                                  void (*)(float),
+                                  void (*)(const std::string&),
+                                  std::int32_t (*)(),
+                                  bool (*)(),
+                                  float (*)(),
+                                  std::string (*)(),
+                                  std::int32_t (*)(std::int32_t value, bool set),
+                                  bool (*)(bool value, bool set),
+                                  float (*)(float value, bool set),
+                                  std::string (*)(const std::string& value)>;
+
+    std::string name; ///< As registered, mixed case: this is what is displayed.
+    Function function;
+    std::uint32_t type = voidType;
+    bool hasArgument = false; ///< The function takes a value.
+    bool hasReturn = false;   ///< The function gives a value.
+
+    /// Calls the function with what was typed behind the command's name and prints the answer, or how the
+    /// command is used if the text does not fit. The command must outlive the call: a function may remove
+    /// itself from the registry, so the caller holds a copy.
+    void call(const std::string& argument) const;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,612 @@
+#include "console/GLConsole.h"
+
+#include "core/ConfigFile.h"
+#include "core/LocationStack.h"
+#include "core/Strings.h"
+#include "game/Game.h"
+#include "graphics/GLWindow.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr const char* titleBar = "\n\n****************************************************************\n\n";
+
+/// Characters of the longest number printed: a double has up to 309 digits before the point.
+constexpr std::size_t longestNumber = 320;
+
+/// Virtual key numbers of the editing keys.
+constexpr std::uint32_t backspaceKey = 8;
+constexpr std::uint32_t tabKey = 9;
+constexpr std::uint32_t enterKey = 13;
+constexpr std::uint32_t escapeKey = 27;
+constexpr std::uint32_t endKey = 35;
+constexpr std::uint32_t homeKey = 36;
+constexpr std::uint32_t leftKey = 37;
+constexpr std::uint32_t upKey = 38;
+constexpr std::uint32_t rightKey = 39;
+constexpr std::uint32_t downKey = 40;
+constexpr std::uint32_t insertKey = 45;
+constexpr std::uint32_t deleteKey = 46;
+
+constexpr std::uint32_t tabWidth = 8; ///< Columns between two tab stops.
+
+std::string upperCased(std::string text) {
+    TARNWICK_LOCATION("GLConsole::upperCased");
+    slStringUpper(text);
+    return text;
+}
+
+/// A line of the kernel's memory table ("MemTotal:  16384 kB") in bytes; 0 if it cannot be read.
+std::uint64_t memoryTableEntry(const std::string& label) {
+    TARNWICK_LOCATION("GLConsole::memoryTableEntry");
+    std::ifstream table("/proc/meminfo");
+    std::string word;
+    while (table >> word) {
+        std::uint64_t kibibytes = 0;
+        if (word == label && table >> kibibytes) {
+            return kibibytes * 1024;
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+GLConsole::State GLConsole::state;
+
+constinit std::array<char, GLConsole::outputCapacity> GLConsole::outputBuffer = [] {
+    std::array<char, outputCapacity> empty{};
+    empty.fill('\n');
+    return empty;
+}();
+
+void GLConsole::initialise() {
+    TARNWICK_LOCATION("GLConsole::initialise");
+    clear();
+    clearCommands();
+    loadConfiguration();
+}
+
+void GLConsole::shutdown() {
+    TARNWICK_LOCATION("GLConsole::shutdown");
+    state.commands.clear();
+    state.commandHistory.fill({});
+    state.historyIndex = -1;
+    state.autoCompleteTerm.clear();
+    disableLogging();
+}
+
+void GLConsole::clear() {
+    TARNWICK_LOCATION("GLConsole::clear");
+    state.inputBuffer.fill('\0');
+    outputBuffer.fill('\n');
+    state.inputCursor = 0;
+    state.outputWriteIndex = 0;
+    state.outputWrapped = false;
+}
+
+void GLConsole::clearCommands() {
+    TARNWICK_LOCATION("GLConsole::clearCommands");
+    state.commands.clear();
+    addBasicGLConsoleCommands();
+}
+
+void GLConsole::loadConfiguration() {
+    TARNWICK_LOCATION("GLConsole::loadConfiguration");
+    const ConfigFile config("cfg//console.cfg");
+    state.fontSize = static_cast<std::uint32_t>(std::max(config.getVarAsInt("fontSize"), 1));
+    state.outputBackground = {config.getVarAsFloat("output_background_r"),
+                              config.getVarAsFloat("output_background_g"),
+                              config.getVarAsFloat("output_background_b")};
+    state.outputBackgroundAlpha = config.getVarAsFloat("output_background_a");
+    state.outputText = {config.getVarAsFloat("output_text_r"), config.getVarAsFloat("output_text_g"),
+                        config.getVarAsFloat("output_text_b")};
+    state.inputBackground = {config.getVarAsFloat("input_background_r"),
+                             config.getVarAsFloat("input_background_g"),
+                             config.getVarAsFloat("input_background_b")};
+    state.inputBorder = {config.getVarAsFloat("input_border_r"), config.getVarAsFloat("input_border_g"),
+                         config.getVarAsFloat("input_border_b")};
+    state.inputText = {config.getVarAsFloat("input_text_r"), config.getVarAsFloat("input_text_g"),
+                       config.getVarAsFloat("input_text_b")};
+    if (config.getVarAsBool("enableLogging")) {
+        enableLogging();
+    }
+}
+
+// Output
+
+void GLConsole::print(const char* text) {
+    TARNWICK_LOCATION("GLConsole::print");
+    if (text != nullptr) {
+        write(text);
+    }
+}
+
+void GLConsole::print(const std::string& text) {
+    TARNWICK_LOCATION("GLConsole::print");
+    write(text);
+}
+
+void GLConsole::print(char character) {
+    TARNWICK_LOCATION("GLConsole::print");
+    write({&character, 1});
+}
+
+void GLConsole::print(std::uint32_t number) {
+    TARNWICK_LOCATION("GLConsole::print");
+    std::array<char, longestNumber> text{};
+    std::snprintf(text.data(), text.size(), "%1u", number);
+    write(text.data());
+}
+
+void GLConsole::print(std::int32_t number) {
+    TARNWICK_LOCATION("GLConsole::print");
+    std::array<char, longestNumber> text{};
+    std::snprintf(text.data(), text.size(), "%1i", number);
+    write(text.data());
+}
+
+void GLConsole::print(float number) {
+    TARNWICK_LOCATION("GLConsole::print");
+    print(static_cast<double>(number));
+}
+
+void GLConsole::print(double number) {
+    TARNWICK_LOCATION("GLConsole::print");
+    std::array<char, longestNumber> text{};
+    std::snprintf(text.data(), text.size(), "%1f", number);
+    write(text.data());
+}
+
+void GLConsole::print(bool value) {
+    TARNWICK_LOCATION("GLConsole::print");
+    write(value ? "true" : "false");
+}
+
+void GLConsole::printTitle(const char* text) {
+    TARNWICK_LOCATION("GLConsole::printTitle");
+    print(titleBar);
+    print(text);
+    print(titleBar);
+}
+
+void GLConsole::printTitle(const std::string& text) {
+    TARNWICK_LOCATION("GLConsole::printTitle");
+    printTitle(text.c_str());
+}
+
+std::string GLConsole::outputText() {
+    TARNWICK_LOCATION("GLConsole::outputText");
+    std::string text;
+    if (state.outputWrapped) {
+        text.assign(outputBuffer.data() + state.outputWriteIndex, outputCapacity - state.outputWriteIndex);
+    }
+    text.append(outputBuffer.data(), state.outputWriteIndex);
+    return text;
+}
+
+void GLConsole::write(std::string_view text) {
+    TARNWICK_LOCATION("GLConsole::write");
+    if (state.loggingEnabled) {
+        writeToLog(text);
+    }
+    while (!text.empty()) {
+        const std::size_t count = std::min(text.size(), outputCapacity - state.outputWriteIndex);
+        std::memcpy(outputBuffer.data() + state.outputWriteIndex, text.data(), count);
+        text.remove_prefix(count);
+        state.outputWriteIndex += static_cast<std::uint32_t>(count);
+        if (state.outputWriteIndex == outputCapacity) {
+            state.outputWriteIndex = 0;
+            state.outputWrapped = true;
+        }
+    }
+}
+
+std::uint32_t GLConsole::getOutputBufferDrawStart() {
+    TARNWICK_LOCATION("GLConsole::getOutputBufferDrawStart");
+    std::uint32_t index = state.outputWriteIndex;
+    std::uint32_t column = 0;
+    std::uint32_t lines = 0;
+    while (lines < state.rows) {
+        index = index == 0 ? outputCapacity - 1 : index - 1;
+        const char character = outputBuffer[index];
+        // Kept: a tab is measured from the row's end, since the walk does not know where the row begins.
+        const std::uint32_t step = character == '\t' ? tabWidth - column % tabWidth : 1;
+        if (character == '\n' || column + step >= state.columns) {
+            ++lines;
+            column = 0;
+        } else {
+            column += step;
+        }
+    }
+    return index + 1 == outputCapacity ? 0 : index + 1;
+}
+
+// Logging
+
+void GLConsole::enableLogging() {
+    TARNWICK_LOCATION("GLConsole::enableLogging");
+    if (state.loggingEnabled) {
+        return;
+    }
+    state.logFile.clear();
+    state.logFile.rdbuf()->pubsetbuf(nullptr,
+                                     0); // unbuffered: after a crash the file holds all that was printed
+    state.logFile.open(state.logFileName, std::ios::binary | std::ios::trunc);
+    if (!state.logFile.good()) {
+        state.logFile.close();
+        print("\nUnable to write log to ");
+        print(state.logFileName);
+        return;
+    }
+    state.loggingEnabled = true;
+    print("\nCommencing console log to ");
+    print(state.logFileName);
+}
+
+void GLConsole::disableLogging() {
+    TARNWICK_LOCATION("GLConsole::disableLogging");
+    if (!state.loggingEnabled) {
+        return;
+    }
+    state.logFile.close();
+    state.loggingEnabled = false;
+    print("\nLogging stopped. All output saved to ");
+    print(state.logFileName);
+}
+
+void GLConsole::writeToLog(std::string_view text) {
+    TARNWICK_LOCATION("GLConsole::writeToLog");
+    state.logFile.write(text.data(), static_cast<std::streamsize>(text.size()));
+    if (state.logFile.good()) {
+        return;
+    }
+    state.logFile.close();
+    state.loggingEnabled = false; // before the message, which must not come back here
+    print("\nLogging to ");
+    print(state.logFileName);
+    print(" stopped because of a write error.");
+}
+
+// Registry
+
+void GLConsole::addCommand(const char* name, void (*function)()) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::voidType, false, false});
+}
+
+void GLConsole::addCommand(const char* name, void (*function)(std::int32_t)) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::integerType, true, false});
+}
+
+void GLConsole::addCommand(const char* name, void (*function)(bool)) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::booleanType, true, false});
+}
+
+void GLConsole::addCommand(const char* name, void (*function)(float)) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::floatType, true, false});
+}
+
+void GLConsole::addCommand(const char* name, void (*function)(const std::string&)) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::stringType, true, false});
+}
+
+void GLConsole::addCommand(const char* name, std::int32_t (*function)()) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::integerType, false, true});
+}
+
+void GLConsole::addCommand(const char* name, bool (*function)()) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::booleanType, false, true});
+}
+
+void GLConsole::addCommand(const char* name, float (*function)()) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::floatType, false, true});
+}
+
+void GLConsole::addCommand(const char* name, std::string (*function)()) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::stringType, false, true});
+}
+
+void GLConsole::addCommand(const char* name, std::int32_t (*function)(std::int32_t value, bool set)) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::integerType, true, true});
+}
+
+void GLConsole::addCommand(const char* name, bool (*function)(bool value, bool set)) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::booleanType, true, true});
+}
+
+void GLConsole::addCommand(const char* name, float (*function)(float value, bool set)) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::floatType, true, true});
+}
+
+void GLConsole::addCommand(const char* name, std::string (*function)(const std::string& value)) {
+    TARNWICK_LOCATION("GLConsole::addCommand");
+    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::stringType, true, true});
+}
+
+void GLConsole::addCommandInternal(const ConsoleCommand& command) {
+    TARNWICK_LOCATION("GLConsole::addCommandInternal");
+    const bool callable = std::visit([](auto function) { return function != nullptr; }, command.function);
+    const bool nameable = !command.name.empty() && command.name.find(' ') == std::string::npos;
+    if (callable && nameable && command.type <= ConsoleCommand::stringType) {
+        state.commands[upperCased(command.name)] = command;
+    }
+}
+
+std::int32_t GLConsole::removeCommand(const char* name) {
+    TARNWICK_LOCATION("GLConsole::removeCommand");
+    if (name != nullptr) {
+        state.commands.erase(upperCased(name));
+    }
+    return 0;
+}
+
+void GLConsole::runCommand() {
+    TARNWICK_LOCATION("GLConsole::runCommand");
+    const std::string_view typed = line();
+    const std::size_t start = typed.find_first_not_of(' ');
+    if (start == std::string_view::npos) {
+        return;
+    }
+    const std::size_t blank = std::min(typed.find(' ', start), typed.size());
+    const std::string word = upperCased(std::string(typed.substr(start, blank - start)));
+    const std::string argument(typed.substr(std::min(blank + 1, typed.size())));
+    const auto found = state.commands.find(word);
+    if (found == state.commands.end()) {
+        print("\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
+        return;
+    }
+    const ConsoleCommand command = found->second; // a copy: the command may remove itself while it runs
+    command.call(argument);
+}
+
+// Editing
+
+void GLConsole::runLine(const std::string& text) {
+    TARNWICK_LOCATION("GLConsole::runLine");
+    keyPressed(escapeKey);
+    setLine(text.c_str());
+    keyPressed(enterKey);
+}
+
+void GLConsole::keyPressed(std::uint32_t key) {
+    TARNWICK_LOCATION("GLConsole::keyPressed");
+    switch (key) {
+    case backspaceKey:
+        if (state.inputCursor > 0) {
+            --state.inputCursor;
+            closeGap(state.inputCursor);
+            endOfEdit();
+        }
+        break;
+    case tabKey:
+        autoCompleteCommand();
+        state.historyIndex = -1;
+        break;
+    case enterKey:
+        enterLine();
+        endOfEdit();
+        break;
+    case escapeKey:
+        clearLine();
+        endOfEdit();
+        break;
+    case endKey:
+        state.inputCursor = static_cast<std::uint32_t>(line().size());
+        break;
+    case homeKey:
+        state.inputCursor = 0;
+        break;
+    case leftKey:
+        if (state.inputCursor > 0) {
+            --state.inputCursor;
+        }
+        break;
+    case rightKey:
+        if (state.inputCursor < line().size()) {
+            ++state.inputCursor;
+        }
+        break;
+    case upKey:
+        showHistoryEntry(state.historyIndex + 1);
+        break;
+    case downKey:
+        showHistoryEntry(state.historyIndex - 1);
+        break;
+    case deleteKey:
+        if (state.inputCursor < inputCapacity) {
+            closeGap(state.inputCursor);
+        }
+        endOfEdit();
+        break;
+    default:
+        typeCharacter(key);
+        break;
+    }
+}
+
+std::string_view GLConsole::line() {
+    TARNWICK_LOCATION("GLConsole::line");
+    const auto end = std::find(state.inputBuffer.begin(), state.inputBuffer.end(), '\0');
+    return {state.inputBuffer.data(), static_cast<std::size_t>(end - state.inputBuffer.begin())};
+}
+
+void GLConsole::setLine(std::string_view text) {
+    TARNWICK_LOCATION("GLConsole::setLine");
+    state.inputBuffer.fill('\0');
+    text.copy(state.inputBuffer.data(), inputCapacity);
+    state.inputCursor = static_cast<std::uint32_t>(line().size());
+}
+
+void GLConsole::clearLine() {
+    TARNWICK_LOCATION("GLConsole::clearLine");
+    setLine({});
+}
+
+void GLConsole::endOfEdit() {
+    TARNWICK_LOCATION("GLConsole::endOfEdit");
+    state.autoCompleteTerm.clear();
+    state.historyIndex = -1;
+}
+
+void GLConsole::enterLine() {
+    TARNWICK_LOCATION("GLConsole::enterLine");
+    print("\n");
+    write(line());
+    std::shift_right(state.commandHistory.begin(), state.commandHistory.end(), 1);
+    state.commandHistory.front() = line();
+    runCommand();
+    clearLine(); // only now: the command may have run a frame loop in which keys were typed
+}
+
+void GLConsole::showHistoryEntry(std::int32_t index) {
+    TARNWICK_LOCATION("GLConsole::showHistoryEntry");
+    const auto entry = static_cast<std::size_t>(index); // -1 and -2 lie beyond the capacity
+    if (entry >= historyCapacity || state.commandHistory[entry].empty()) {
+        return;
+    }
+    state.historyIndex = index;
+    setLine(state.commandHistory[entry]);
+    state.autoCompleteTerm.clear();
+}
+
+void GLConsole::closeGap(std::uint32_t at) {
+    TARNWICK_LOCATION("GLConsole::closeGap");
+    std::shift_left(state.inputBuffer.begin() + at, state.inputBuffer.end(), 1);
+    state.inputBuffer.back() = '\0';
+}
+
+void GLConsole::typeCharacter(std::uint32_t key) {
+    TARNWICK_LOCATION("GLConsole::typeCharacter");
+    const std::uint8_t character = GLWindow::keyboardKeyToAscii(key);
+    if (character == 0 || state.inputCursor >= inputCapacity) {
+        return;
+    }
+    if (GLWindow::keyboardKeyToggled(insertKey)) {
+        std::shift_right(state.inputBuffer.begin() + state.inputCursor, state.inputBuffer.end(), 1);
+    }
+    state.inputBuffer[state.inputCursor] = static_cast<char>(character);
+    ++state.inputCursor;
+    endOfEdit();
+}
+
+// Completion
+
+void GLConsole::autoCompleteCommand() {
+    TARNWICK_LOCATION("GLConsole::autoCompleteCommand");
+    if (state.autoCompleteTerm.empty()) {
+        startCompletion();
+        return;
+    }
+    const auto shown = state.commands.find(upperCased(std::string(line())));
+    if (shown == state.commands.end()) {
+        startCompletion();
+        return;
+    }
+    const auto next = std::next(shown);
+    if (next == state.commands.end() || !next->first.starts_with(state.autoCompleteTerm)) {
+        setLine(state.autoCompleteTerm); // past the last match: round to the first
+        startCompletion();
+        return;
+    }
+    setLine(next->second.name);
+}
+
+void GLConsole::startCompletion() {
+    TARNWICK_LOCATION("GLConsole::startCompletion");
+    state.autoCompleteTerm = upperCased(std::string(line()));
+    const auto match = state.commands.lower_bound(state.autoCompleteTerm);
+    if (match != state.commands.end() && match->first.starts_with(state.autoCompleteTerm) &&
+        match->first.size() <= inputCapacity) {
+        setLine(match->second.name);
+    }
+    state.inputCursor = static_cast<std::uint32_t>(line().size());
+}
+
+// Basic commands
+
+void GLConsole::addBasicGLConsoleCommands() {
+    TARNWICK_LOCATION("GLConsole::addBasicGLConsoleCommands");
+    addCommand("Quit", GLWindow::close);
+    addCommand("Clear", clear);
+    addCommand("Commands", conCmdCommands);
+    addCommand("Version", conCmdVersion);
+    addCommand("Memory", conCmdMemory);
+    addCommand("LogConsole", conCmdLogConsole);
+    addCommand("Map", conCmdMap);
+}
+
+void GLConsole::conCmdCommands(const std::string& term) {
+    TARNWICK_LOCATION("GLConsole::conCmdCommands");
+    printTitle("Command list: Use Commands < term > to filter listings");
+    const std::string wanted = upperCased(term.substr(std::min(term.find_first_not_of(' '), term.size())));
+    for (auto entry = state.commands.lower_bound(wanted);
+         entry != state.commands.end() && entry->first.starts_with(wanted); ++entry) {
+        print("\n");
+        print(entry->second.name);
+    }
+    print("\n");
+}
+
+std::string GLConsole::conCmdVersion() {
+    TARNWICK_LOCATION("GLConsole::conCmdVersion");
+    return "1.00";
+}
+
+void GLConsole::conCmdMemory() {
+    TARNWICK_LOCATION("GLConsole::conCmdMemory");
+    const std::uint64_t total = memoryTableEntry("MemTotal:");
+    const std::uint64_t available = memoryTableEntry("MemAvailable:");
+    printTitle("Memory usage");
+    print("\nSystem memory usage: \n");
+    print("\nTotal : ");
+    print(std::to_string(total)); // more than 32 bits hold
+    print("\t bytes");
+    print("\nFree  : ");
+    print(std::to_string(available));
+    print("\t bytes");
+    print("\nUsed  : ");
+    print(std::to_string(total - available));
+    print("\t bytes");
+    print("\n");
+}
+
+bool GLConsole::conCmdLogConsole(bool value, bool set) {
+    TARNWICK_LOCATION("GLConsole::conCmdLogConsole");
+    if (set && value) {
+        enableLogging();
+    } else if (set) {
+        disableLogging();
+    }
+    return state.loggingEnabled;
+}
+
+void GLConsole::conCmdMap(const std::string& levelFile) {
+    TARNWICK_LOCATION("GLConsole::conCmdMap");
+    if (levelFile.empty()) {
+        print("\nMap is ");
+        print(Game::currentMap());
+    } else if (Game::running()) {
+        Game::map(levelFile);
+    } else {
+        Game::run(levelFile);
+    }
+}
+
+} // namespace tarnwick

@@ -1,0 +1,168 @@
+#pragma once
+
+#include "console/ConsoleCommand.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace tarnwick {
+
+/// The in-game text console: the diagnostics channel of all modules and the registry of typed commands.
+///
+/// Every module registers its commands in its `initialise`, removes them in its `shutdown`, and prints what
+/// it has to tell here. Printed text is not line buffered and carries its own "\n" at its start; it goes
+/// round a fixed ring and, on request, into a file. `Game` owns the flag that says whether the console is
+/// open, and hands it the keys while it is.
+///
+/// A command may do anything: start a level and with it a frame loop of its own, remove itself, destroy the
+/// window.
+class GLConsole {
+public:
+    GLConsole() = delete;
+
+    static constexpr std::size_t outputCapacity =
+        65'535; ///< Bytes; older text is overwritten without notice.
+    static constexpr std::size_t inputCapacity =
+        256; ///< Bytes; a line may fill them all, without terminator.
+    static constexpr std::size_t historyCapacity = 16; ///< Lines.
+
+    /// Empties output and input, registers the basic commands alone and reads `cfg//console.cfg`.
+    static void initialise();
+    /// Drops all commands, the history and a completion run, and ends logging. What was printed stays.
+    static void shutdown();
+
+    /// Empties the output and the line being typed.
+    static void clear();
+    /// Empties the registry but for the basic commands.
+    static void clearCommands();
+
+    /// Prints a text; null prints nothing. The text goes to the log first, then to the ring. Never takes
+    /// memory, so it may be called freely from anywhere.
+    static void print(const char* text);
+    static void print(const std::string& text);
+    static void print(char character);
+    static void print(std::uint32_t number);
+    static void print(std::int32_t number);
+    /// Six digits behind the point, as `printf` writes "%1f".
+    static void print(float number);
+    static void print(double number);
+    /// "true" or "false".
+    static void print(bool value);
+
+    /// Prints the text between two bars of 64 asterisks, with an empty line around each.
+    static void printTitle(const char* text);
+    static void printTitle(const std::string& text);
+
+    /// Everything printed since the last `clear`, or the newest `outputCapacity` bytes of it.
+    static std::string outputText();
+
+    /// Registers a command. The function's type says what the command is: a plain action; a setter (argument
+    /// only); a getter (value only); or a get-or-set, called with `set` false and a zero value to read and
+    /// with `set` true to write, which gives back the value that now holds. A get-or-set for strings has no
+    /// flag: an empty text reads.
+    ///
+    /// A command of the same name, in any case, is replaced. A null or empty name, a name with a blank in it
+    /// and a null function are ignored.
+    static void addCommand(const char* name, void (*function)());
+    static void addCommand(const char* name, void (*function)(std::int32_t));
+    static void addCommand(const char* name, void (*function)(bool));
+    static void addCommand(const char* name, void (*function)(float));
+    static void addCommand(const char* name, void (*function)(const std::string&));
+    static void addCommand(const char* name, std::int32_t (*function)());
+    static void addCommand(const char* name, bool (*function)());
+    static void addCommand(const char* name, float (*function)());
+    static void addCommand(const char* name, std::string (*function)());
+    static void addCommand(const char* name, std::int32_t (*function)(std::int32_t value, bool set));
+    static void addCommand(const char* name, bool (*function)(bool value, bool set));
+    static void addCommand(const char* name, float (*function)(float value, bool set));
+    static void addCommand(const char* name, std::string (*function)(const std::string& value));
+
+    /// Removes a command, in any case; null and a name that is not there are ignored. Always gives 0.
+    static std::int32_t removeCommand(const char* name);
+
+    /// The registry: upper-cased name to command, in the order in which they are listed and completed.
+    static const std::map<std::string, ConsoleCommand>& commands() { return state.commands; }
+
+    /// Executes the line in the input buffer and leaves the buffer alone. Bad input ends in a printed usage
+    /// line.
+    static void runCommand();
+
+    /// Does what typing `text` into an empty line and pressing Enter does: it is printed, kept in the history
+    /// and executed. What is beyond `inputCapacity` bytes is refused, as when typing.
+    static void runLine(const std::string& text);
+
+    /// One key press, by virtual key number: edits the line, completes it, steps through the history, or runs
+    /// it.
+    static void keyPressed(std::uint32_t key);
+
+    /// Starts mirroring what is printed to "ConsoleLog.txt", which is emptied; prints whether that worked.
+    /// Does nothing while logging is on.
+    static void enableLogging();
+    static void disableLogging();
+
+private:
+    friend class ModuleReset;
+    friend class GLConsoleTest;
+
+    using Colour = std::array<float, 3>; ///< Red, green, blue, 0 to 1.
+
+    struct State {
+        std::uint32_t outputWriteIndex = 0;            ///< Next byte of the ring to write.
+        bool outputWrapped = false;                    ///< The ring was filled at least once since `clear`.
+        std::array<char, inputCapacity> inputBuffer{}; ///< The line being typed, filled up with zeros.
+        std::uint32_t inputCursor = 0;                 ///< Insertion point, 0 to `inputCapacity`.
+        std::array<std::string, historyCapacity> commandHistory; ///< Entry 0 is the latest line.
+        std::int32_t historyIndex = -1;                          ///< Entry now shown; -1: none.
+        std::string
+            autoCompleteTerm; ///< Typed before the first Tab of a run, upper-cased; empty: no run is on.
+        std::map<std::string, ConsoleCommand> commands; ///< By upper-cased name.
+        std::ofstream logFile;                          ///< Open while logging.
+        bool loggingEnabled = false;
+        std::string logFileName = "ConsoleLog.txt";
+
+        std::uint32_t fontSize = 8; ///< Width and height of a character cell, pixels; at least 1.
+        std::uint32_t columns = 80; ///< Characters a row, at least 80.
+        std::uint32_t rows = 16;    ///< Rows of output, at least 16.
+        Colour outputBackground{};
+        float outputBackgroundAlpha = 0.0f; ///< 0 to 1.
+        Colour outputText{};
+        Colour inputBackground{};
+        Colour inputBorder{};
+        Colour inputText{};
+    };
+    static State state;
+    /// The ring; newlines where nothing was printed yet. Outside `State` for its size.
+    static std::array<char, outputCapacity> outputBuffer;
+
+    static void write(std::string_view text);
+    static void writeToLog(std::string_view text);
+    static std::uint32_t getOutputBufferDrawStart();
+    static void loadConfiguration();
+
+    static void addBasicGLConsoleCommands();
+    static void addCommandInternal(const ConsoleCommand& command);
+
+    static std::string_view line();
+    static void setLine(std::string_view text);
+    static void clearLine();
+    static void endOfEdit();
+    static void enterLine();
+    static void showHistoryEntry(std::int32_t index);
+    static void closeGap(std::uint32_t at);
+    static void typeCharacter(std::uint32_t key);
+    static void autoCompleteCommand();
+    static void startCompletion();
+
+    static void conCmdCommands(const std::string& term);
+    static std::string conCmdVersion();
+    static void conCmdMemory();
+    static bool conCmdLogConsole(bool value, bool set);
+    static void conCmdMap(const std::string& levelFile);
+};
+
+} // namespace tarnwick
