@@ -18,13 +18,18 @@ void Clock::drive(std::uint32_t now) {
     state.now = now;
 }
 
-bool Clock::driven() { return state.driven; }
+bool Clock::driven() {
+    return state.driven;
+}
 
-void Clock::release() { state = {}; }
+void Clock::release() {
+    state = {};
+}
 
 std::uint64_t Clock::performanceCounter() {
     const auto sinceEpoch = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::nanoseconds>(sinceEpoch).count());
+    return static_cast<std::uint64_t>(
+        std::chrono::duration_cast<std::chrono::nanoseconds>(sinceEpoch).count());
 }
 
 } // namespace tarnwick

@@ -4,9 +4,9 @@
 
 namespace tarnwick {
 
-/// The one clock under all timers: milliseconds from an arbitrary start, as an unsigned 32-bit number that wraps
-/// round after 49 days. It follows the wall until somebody drives it; the headless runner and the tests do, so
-/// that nothing they do depends on the time of day or the speed of the machine.
+/// The one clock under all timers: milliseconds from an arbitrary start, as an unsigned 32-bit number that
+/// wraps round after 49 days. It follows the wall until somebody drives it; the headless runner and the tests
+/// do, so that nothing they do depends on the time of day or the speed of the machine.
 class Clock {
 public:
     Clock() = delete;
@@ -19,7 +19,8 @@ public:
     /// Back to the wall clock.
     static void release();
 
-    /// A monotonic counter in nanoseconds, for measuring cost only: it never feeds the game and is never driven.
+    /// A monotonic counter in nanoseconds, for measuring cost only: it never feeds the game and is never
+    /// driven.
     static std::uint64_t performanceCounter();
 
 private:

@@ -8,8 +8,8 @@ namespace tarnwick {
 /// The names of the functions now running, newest last: the crash report prints the newest sixteen.
 ///
 /// Every function outside the leaf helpers of `core/` opens with `TARNWICK_LOCATION("Class::function")`;
-/// `scripts/check-locations` proves it. Push and pop are an indexed store and a count: no call, no test. The count
-/// has 16 bits and the array 65536 entries, so very deep recursion wraps round inside the array.
+/// `scripts/check-locations` proves it. Push and pop are an indexed store and a count: no call, no test. The
+/// count has 16 bits and the array 65536 entries, so very deep recursion wraps round inside the array.
 class LocationStack {
 public:
     LocationStack() = delete;
@@ -19,7 +19,8 @@ public:
     static void push(const char* name) {
         names[count] = name; // a thread of its own has 512 KiB of this, which its stack size must hold
         ++count;
-        std::atomic_signal_fence(std::memory_order_seq_cst); // no instruction: keeps the store before the body
+        std::atomic_signal_fence(
+            std::memory_order_seq_cst); // no instruction: keeps the store before the body
     }
     static void pop() {
         std::atomic_signal_fence(std::memory_order_seq_cst);
@@ -43,6 +44,6 @@ public:
 
 } // namespace tarnwick
 
-/// Records the enclosing function; its first line. The fixed variable name makes a second scope in one block an
-/// error; "" name "" takes a literal only.
+/// Records the enclosing function; its first line. The fixed variable name makes a second scope in one block
+/// an error; "" name "" takes a literal only.
 #define TARNWICK_LOCATION(name) const ::tarnwick::LocationScope locationScope("" name "")
