@@ -6,15 +6,17 @@
 
 namespace tarnwick {
 
-/// More than a view: turning the camera turns the world's down, the player's one control of the water. The camera
-/// follows the water by itself, turns within limits, zooms out for an overview, and shakes. The particle grid, the
-/// loss of particles and the view rectangle depend on its position, shake offset, angle and zoom.
+/// More than a view: turning the camera turns the world's down, the player's one control of the water. The
+/// camera follows the water by itself, turns within limits, zooms out for an overview, and shakes. The
+/// particle grid, the loss of particles and the view rectangle depend on its position, shake offset, angle
+/// and zoom.
 class Camera {
 public:
     Camera() = delete;
 
     /// Values of `state().cameraState`.
-    static constexpr std::int32_t movingToWaypoint = 0; ///< Flies to the water; simulation and timer are held.
+    static constexpr std::int32_t movingToWaypoint =
+        0; ///< Flies to the water; simulation and timer are held.
     static constexpr std::int32_t normal = 1;
     static constexpr std::int32_t zoomingOut = 2;
     static constexpr std::int32_t holdingZoom = 3;
@@ -32,15 +34,15 @@ public:
     /// Starts a shake, or prolongs the one that is on.
     static void shake();
 
-    /// One camera step of `dt` seconds; called once a tick unless a menu is up. Draws random numbers for new shake
-    /// targets only.
+    /// One camera step of `dt` seconds; called once a tick unless a menu is up. Draws random numbers for new
+    /// shake targets only.
     static void doMovements(bool turningEnabled, float dt);
 
     /// World units, without the shake.
-    static Vector2 position() { return state.position; }
+    static Vector2 position() { return {state.cameraX, state.cameraY}; }
     static void setPosition(float x, float y);
     /// World units, added to the position in all view calculations.
-    static Vector2 shakeOffset() { return state.shakeOffset; }
+    static Vector2 shakeOffset() { return {state.shakeOffsetX, state.shakeOffsetY}; }
     /// Degrees; 0 at level start.
     static float angle() { return state.cameraAngle; }
     /// 1 is normal, larger shows more: the view's world size is multiplied by it.
@@ -53,41 +55,49 @@ private:
 
     struct State {
         std::int32_t cameraState = 0;
-        Vector2 position;             ///< World units.
+        float cameraX = 0.0f; ///< World units.
+        float cameraY = 0.0f;
         float cameraAngle = 0.0f;     ///< Degrees.
         float cameraTurnSpeed = 0.0f; ///< Degrees per second, smoothed.
         float cameraZoom = 1.0f;
-        Vector2 shakeOffset;             ///< World units.
-        Vector2 shakeTarget;             ///< Point toward which the offset runs.
-        bool shaking = false;            ///< A shake is on.
-        float shakeTimeLeft = 0.0f;      ///< Seconds.
-        float zoomTimeLeft = 0.0f;       ///< Seconds of waiting at full zoom.
-        float waypointTimeLeft = 0.0f;   ///< Takes "waypointWaitTime" at each state change; nothing reads it.
-        std::int32_t lastMouseX = 0;     ///< Screen pixels, at the end of the last step.
+        float shakeOffsetX = 0.0f; ///< World units.
+        float shakeOffsetY = 0.0f;
+        float shakeTargetX = 0.0f; ///< Point toward which the offset runs.
+        float shakeTargetY = 0.0f;
+        bool shaking = false;          ///< A shake is on.
+        float shakeTimeLeft = 0.0f;    ///< Seconds.
+        float zoomTimeLeft = 0.0f;     ///< Seconds of waiting at full zoom.
+        float waypointTimeLeft = 0.0f; ///< Takes "waypointWaitTime" at each state change; nothing reads it.
+        std::int32_t lastMouseX = 0;   ///< Screen pixels, at the end of the last step.
         std::int32_t lastMouseY = 0;
 
-        float rotationSmooth = 0.0f;             ///< Share of the old turning rate left after 1 s, 0 to 1.
-        float movementInterpolateSpeed = 0.0f;   ///< Share of the distance to the water left after 1 s, 0 to 1.
-        float maxAngle = 0.0f;                   ///< Degrees on either side, at most 180.
-        float keyboardTurnSpeed = 0.0f;          ///< Degrees per second.
-        float mouseTurnSpeed = 0.0f;             ///< Degrees per second per pixel.
-        float zoomSpeed = 0.0f;                  ///< Zoom units per second.
-        float zoomWait = 0.0f;                   ///< Seconds held at full zoom.
-        float waypointInterpolateSpeed = 0.0f;   ///< Share of the distance left after 1 s in state 0, 0 to 0.99.
+        float rotationSmooth = 0.0f;           ///< Share of the old turning rate left after 1 s, 0 to 1.
+        float movementInterpolateSpeed = 0.0f; ///< Share of the distance to the water left after 1 s, 0 to 1.
+        float maxAngle = 0.0f;                 ///< Degrees on either side, at most 180.
+        float keyboardTurnSpeed = 0.0f;        ///< Degrees per second.
+        float mouseTurnSpeed = 0.0f;           ///< Degrees per second per pixel.
+        float zoomSpeed = 0.0f;                ///< Zoom units per second.
+        float zoomWait = 0.0f;                 ///< Seconds held at full zoom.
+        float waypointInterpolateSpeed =
+            0.0f; ///< Share of the distance left after 1 s in state 0, 0 to 0.99.
         float waypointInterpolateDistance = 0.0f; ///< Arrival distance, world units.
-        float waypointWaitTime = 0.0f;           ///< Seconds; without effect.
-        float shakeTime = 0.0f;                  ///< Seconds.
-        float shakeStrenght = 0.0f;              ///< Distance of shake targets from rest, world units.
-        float shakeSpeed = 0.0f;                 ///< World units per second.
+        float waypointWaitTime = 0.0f;            ///< Seconds; without effect.
+        float shakeTime = 0.0f;                   ///< Seconds.
+        float shakeStrenght = 0.0f;               ///< Distance of shake targets from rest, world units.
+        float shakeSpeed = 0.0f;                  ///< World units per second.
     };
     static State state;
 
     static void doMovement(float dt);
     static void moveToWaypoint(float x, float y, float dt);
+    static void followTarget(Vector2 target, float kept);
+    static void setShakeOffset(Vector2 offset);
     static void doZooming(float dt);
     static void doShaking(float dt);
     static void doTurning(float dt);
     static void pickShakeTarget();
+    static void readConfiguration();
+    static void rememberMouse();
 };
 
 } // namespace tarnwick

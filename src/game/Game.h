@@ -7,55 +7,105 @@
 
 namespace tarnwick {
 
-/// The conductor: runs the frame loop, decides when a tick happens and how long it is, and calls every module's
-/// function of a tick in a fixed order. Requests from listeners, menus and commands are flags, acted on at the end
-/// of the frame.
+/// The conductor: runs the frame loop, decides when a tick happens and how long it is, and calls every
+/// module's function of a tick in a fixed order.
+///
+/// Window messages are pumped between frames, so listeners and console commands never run inside a frame;
+/// what they want of the game is a request flag, acted on at the frame's end. There is at most one tick a
+/// frame and no catch-up: a tick is as long as the time gathered, and only the simulation is never given more
+/// than 1/30 second.
 class Game {
 public:
     Game() = delete;
 
-    static constexpr float tickThreshold = 0.013333334f; ///< Seconds, 1/75: gathered time at which a tick runs.
-    static constexpr float longestStep = 0.033333335f;   ///< Seconds, 1/30: the simulation is never given more.
-    static constexpr std::int32_t levelStartParticles = 128;
-    static constexpr float levelStartRadius = 10.0f; ///< World units: the disc in which they are made.
+    static constexpr float tickThreshold =
+        0.013333334f;                                  ///< Seconds, 1/75: gathered time at which a tick runs.
+    static constexpr float longestStep = 0.033333335f; ///< Seconds, 1/30: most that one simulation step gets.
 
-    /// Runs a game on `levelFile` until the window goes away or the loop is told to end. Does nothing without a
-    /// window, or when a game runs already.
+    /// Runs a game on `levelFile` until the window goes away or the loop is told to end. Does nothing without
+    /// a window, or when a game runs already.
     static void run(const std::string& levelFile);
     /// Asks the loop to end after this frame.
     static void stop();
     /// Asks for another level at the end of the frame.
     static void map(const std::string& levelFile);
-    /// Asks for a restart of the level at the end of the frame.
-    static void restart();
     static bool running() { return state.gameRunning; }
     static bool paused() { return state.paused; }
+    /// The level file now loaded, as it was asked for.
     static const std::string& currentMap() { return state.currentMapName; }
 
-    /// Visible world size at zoom 1, world units: 800 by 600 in a 4:3 window; a wider window shows more to the
-    /// sides, a taller one more above and below.
+    /// Visible world size at zoom 1, world units: 800 by 600 in a 4:3 window; a wider window shows more to
+    /// the sides, a taller one more above and below.
     static float getViewAreaX();
     static float getViewAreaY();
 
-    /// Loads a level and starts it: false when the level file could not be loaded.
+    /// Loads a level and starts it; on a running game this is the change of level. A level that cannot be
+    /// loaded leaves the loop running over whatever level was there, with nothing else set. False then.
     static bool initialise(const std::string& levelFile);
     static void shutdown();
     /// Starts the loaded level again, without reading its file.
     static void resetLevel();
-    /// One frame: the frame average, a tick when it is due, and the requests.
+    /// One frame: the frame average, a tick when it is due, then the requests.
     static void gameLoop();
-    /// One tick of `dt` seconds: simulation, sound, camera, rules. The headless runner calls it too.
+    /// One tick of `dt` seconds, in the order simulation, camera. The headless runner calls it too.
     static void tick(float dt);
+    /// Acts on what was asked for since the last frame: the end of the game before a change of level before a
+    /// restart. The headless runner calls it after each tick.
+    static void serveRequests();
+
+    /// The listener's half: what keys and the loss of focus do while a level is played.
+    static void keyboardPressed(std::uint32_t key);
+    static void windowFocusLost();
 
 private:
     friend class ModuleReset;
-    friend class SimulationState;
+    friend class SimulationState; // tools: dump and restore
     friend class GameTest;
 
     struct State {
-        bool gameRunning = false;
+        bool gameRunning = false;        ///< The frame loop goes on while it is set.
+        bool stopRequested = false;      ///< Requests: each takes effect at the end of the frame.
+        bool mapChangeRequested = false; ///< Loads `nextMapName`.
+        bool restartRequested = false;
+        bool paused = false;
+        bool consoleOpen = false; ///< The console has the keyboard.
+        bool freeCameraEnabled = false;
+        bool showGameSpeeds = false; ///< Print speeds to the console.
+        bool showSimSpeeds = false;
+        std::string currentMapName;
+        std::string nextMapName;
+
+        FrameTimer frameTimer;           ///< Measures each frame.
+        float frameTimeSum = 0.0f;       ///< Seconds of the current batch of frames.
+        std::int32_t frameTimeCount = 0; ///< Frames in it.
+        float averageFrameTime = 0.0f; ///< Seconds: mean of the last finished batch; 0 until the first ends.
+        float tickAccumulator = 0.0f;  ///< Seconds gathered toward the next tick.
+
+        float freeCameraX = 0.0f; ///< World units.
+        float freeCameraY = 0.0f;
+        float freeCameraZoom = 1.0f;
+
+        std::int32_t simTicksCount = 0; ///< Runs of the simulation in the current batch.
+        double simTicksSum = 0.0;       ///< Their cost in performance counter ticks.
+        double simTicksAverage = 0.0;   ///< Of the last finished batch.
     };
     static State state;
+
+    static void startLevel();
+    static void clearRequests();
+    static void updateFrameSpeed();
+    static void runSimulation(float dt);
+    static void measureSimulation(std::uint64_t ticks);
+    static void checkFreeCameraInput();
+    static void addCommands();
+    static void removeCommands();
+    static bool conCmdShowGameSpeeds(bool value, bool set);
+    static bool conCmdShowSimSpeeds(bool value, bool set);
+    static bool conCmdFreeCamera(bool value, bool set);
+    static void conCmdZoomCamera();
+    static void conCmdShakeCamera();
+    static void conCmdRestart();
+    static bool conCmdPause(bool value, bool set);
 };
 
 } // namespace tarnwick

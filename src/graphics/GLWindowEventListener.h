@@ -4,8 +4,8 @@
 
 namespace tarnwick {
 
-/// The ten operations through which all input reaches whatever runs at the moment. A listener overrides what it
-/// wants; whoever installs one stores the old listener and puts it back. Never deleted through this class.
+/// The ten operations through which all input reaches whatever runs at the moment. A listener overrides what
+/// it wants; whoever installs one stores the old listener and puts it back. Never deleted through this class.
 class GLWindowEventListener {
 public:
     virtual void mouseMoved(std::uint32_t /*x*/, std::uint32_t /*y*/) {}

@@ -36,8 +36,10 @@ public:
     std::uint32_t triangleCount = 0;
     std::int32_t id = 0;        ///< Of the level file; not unique.
     float frictionLevel = 1.0f; ///< 0 to 1.
-    Vector2 offset;             ///< World units; added when it is drawn and collided with.
-    Vector2 previousOffset;     ///< `offset` before the last step.
+    float offsetX = 0.0f;       ///< World units; added when it is drawn and collided with.
+    float offsetY = 0.0f;
+    float previousOffsetX = 0.0f; ///< The offset before the last step.
+    float previousOffsetY = 0.0f;
     std::vector<float> pointsX; ///< The outline, world units; always as long as `pointsY`.
     std::vector<float> pointsY;
     std::vector<float> trianglesX; ///< Three corners a triangle, `triangleCount` times 3.

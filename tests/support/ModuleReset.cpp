@@ -4,12 +4,19 @@
 #include "core/Clock.h"
 #include "core/DataFiles.h"
 #include "core/Random.h"
+#include "game/Camera.h"
+#include "game/Game.h"
+#include "graphics/GLWindow.h"
 
 namespace tarnwick {
 
 void ModuleReset::all() {
+    Camera::state = {};
     Clock::state = {};
     DataFiles::state = {};
+    GLWindow::close();
+    GLWindow::state = {};
+    Game::state = {};
     GLConsole::state = {};
     GLConsole::outputBuffer.fill('\n');
     Random::state = {};

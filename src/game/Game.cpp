@@ -1,0 +1,366 @@
+#include "game/Game.h"
+
+#include "console/GLConsole.h"
+#include "core/Clock.h"
+#include "core/LocationStack.h"
+#include "game/Camera.h"
+#include "graphics/GLWindow.h"
+#include "graphics/GLWindowEventListener.h"
+#include "graphics/KeyMap.h"
+#include "level/Level.h"
+#include "level/SurfaceTypeManager.h"
+#include "particles/ParticleGroupMover.h"
+#include "particles/ParticleManager.h"
+#include "particles/ParticleMover.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr std::int32_t framesInBatch = 16;
+constexpr float frameBatchShare = 0.0625f; ///< 1 / 16: the mean of a batch of frames.
+constexpr std::int32_t runsInBatch = 32;
+constexpr double runBatchShare = 0.03125;       ///< 1 / 32: the mean of a batch of simulation runs.
+constexpr float startRadius = 10.0f;            ///< World units: the disc in which a level's water is made.
+constexpr std::int32_t startParticles = 128;    ///< Of a level.
+constexpr float freeCameraSpeed = 500.0f;       ///< World units per second at zoom 1.
+constexpr float freeCameraZoomRate = 5.0f;      ///< Share of the zoom per second.
+constexpr float smallestFreeCameraZoom = 0.01f; ///< Kept: only Page Up tests the floor,
+constexpr float largestFreeCameraZoom =
+    100.0f; ///< and only Page Down the ceiling, so neither bounds its own way.
+
+/// What the window hands to the game while `Game::run` is at work.
+class GameListener final : public GLWindowEventListener {
+public:
+    void keyboardPressed(std::uint32_t key) override {
+        TARNWICK_LOCATION("GameListener::keyboardPressed");
+        Game::keyboardPressed(key);
+    }
+    void windowClosing() override {
+        TARNWICK_LOCATION("GameListener::windowClosing");
+        GLWindow::close();
+    }
+    void windowFocusLost() override {
+        TARNWICK_LOCATION("GameListener::windowFocusLost");
+        Game::windowFocusLost();
+    }
+};
+
+} // namespace
+
+Game::State Game::state;
+
+void Game::run(const std::string& levelFile) {
+    TARNWICK_LOCATION("Game::run");
+    if (!GLWindow::exists() || state.gameRunning) {
+        return;
+    }
+    SurfaceTypeManager::initialise();
+    initialise(levelFile);
+    GameListener listener;
+    GLWindowEventListener* const previousListener = GLWindow::getEventListener();
+    GLWindow::setEventListener(&listener);
+    state.frameTimer.reset();
+    while (GLWindow::exists() && state.gameRunning) {
+        GLWindow::run();
+        gameLoop();
+        if (GLWindow::isMinimised()) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    }
+    GLWindow::setEventListener(previousListener);
+    shutdown();
+}
+
+void Game::stop() {
+    TARNWICK_LOCATION("Game::stop");
+    state.stopRequested = true;
+}
+
+void Game::map(const std::string& levelFile) {
+    TARNWICK_LOCATION("Game::map");
+    state.nextMapName = levelFile;
+    state.mapChangeRequested = true;
+}
+
+float Game::getViewAreaX() {
+    TARNWICK_LOCATION("Game::getViewAreaX");
+    const auto width = static_cast<float>(GLWindow::getClientWidth());
+    const auto height = static_cast<float>(GLWindow::getClientHeight());
+    return width > height ? 600.0f / height * width : 800.0f;
+}
+
+float Game::getViewAreaY() {
+    TARNWICK_LOCATION("Game::getViewAreaY");
+    const auto width = static_cast<float>(GLWindow::getClientWidth());
+    const auto height = static_cast<float>(GLWindow::getClientHeight());
+    return width > height ? 600.0f : height * (800.0f / width);
+}
+
+bool Game::initialise(const std::string& levelFile) {
+    TARNWICK_LOCATION("Game::initialise");
+    state.gameRunning = true;
+    clearRequests();
+    if (!Level::load(levelFile)) {
+        return false;
+    }
+    state.currentMapName = levelFile;
+    state.tickAccumulator = tickThreshold; // so that the very first frame ticks
+    state.freeCameraZoom = 1.0f;
+    state.freeCameraX = 0.0f;
+    state.freeCameraY = 0.0f;
+    state.showGameSpeeds = false;
+    state.showSimSpeeds = false;
+    state.freeCameraEnabled = false;
+    addCommands();
+    GLConsole::printTitle("Game initialisation");
+    ParticleManager::initialise();
+    Camera::initialise();
+    startLevel();
+    state.frameTimer.reset();
+    return true;
+}
+
+/// Water at its start, the camera at its own, flying to the water.
+void Game::startLevel() {
+    TARNWICK_LOCATION("Game::startLevel");
+    const Vector2 water = Level::waterStart();
+    ParticleManager::createParticles(water.x, water.y, startRadius, startParticles);
+    const Vector2 camera = Level::cameraStart();
+    Camera::setPosition(camera.x, camera.y);
+    Camera::setState(Camera::movingToWaypoint);
+}
+
+void Game::shutdown() {
+    TARNWICK_LOCATION("Game::shutdown");
+    GLConsole::printTitle("Game shutdown");
+    removeCommands();
+    Level::clear();
+    ParticleManager::shutdown();
+    state.gameRunning = false;
+}
+
+void Game::resetLevel() {
+    TARNWICK_LOCATION("Game::resetLevel");
+    state.gameRunning = true;
+    clearRequests();
+    state.freeCameraZoom = 1.0f;
+    state.freeCameraX = 0.0f;
+    state.freeCameraY = 0.0f;
+    state.showGameSpeeds = false;
+    state.showSimSpeeds = false;
+    state.freeCameraEnabled = false;
+    ParticleManager::particles.clear();
+    ParticleGroupMover::groups.clear();
+    ParticleMover::clearParticleGrid();
+    Level::reset();
+    Camera::initialise();
+    startLevel();
+}
+
+void Game::clearRequests() {
+    TARNWICK_LOCATION("Game::clearRequests");
+    state.stopRequested = false;
+    state.mapChangeRequested = false;
+    state.restartRequested = false;
+}
+
+void Game::gameLoop() {
+    TARNWICK_LOCATION("Game::gameLoop");
+    updateFrameSpeed();
+    // The average and not this frame's own time: a single slow frame does not make the next tick long.
+    state.tickAccumulator += state.averageFrameTime;
+    if (state.tickAccumulator >= tickThreshold) {
+        tick(state.tickAccumulator);
+        state.tickAccumulator = 0.0f; // the remainder is not carried over
+    }
+    serveRequests();
+}
+
+void Game::serveRequests() {
+    TARNWICK_LOCATION("Game::serveRequests");
+    if (state.stopRequested) {
+        state.gameRunning = false;
+    } else if (state.mapChangeRequested) {
+        initialise(state.nextMapName);
+    } else if (state.restartRequested) {
+        resetLevel();
+    }
+}
+
+void Game::tick(float dt) {
+    TARNWICK_LOCATION("Game::tick");
+    if (!Camera::movingTowardsWaypoint() && !state.paused) {
+        runSimulation(dt);
+    }
+    if (state.freeCameraEnabled) {
+        Camera::doMovements(false, dt);
+        checkFreeCameraInput();
+    } else {
+        Camera::doMovements(!state.consoleOpen, dt);
+    }
+}
+
+void Game::updateFrameSpeed() {
+    TARNWICK_LOCATION("Game::updateFrameSpeed");
+    state.frameTimer.update();
+    state.frameTimeSum += state.frameTimer.getSeconds();
+    ++state.frameTimeCount;
+    if (state.frameTimeCount >= framesInBatch) {
+        state.averageFrameTime = state.frameTimeSum * frameBatchShare;
+        state.frameTimeSum = 0.0f;
+        state.frameTimeCount = 0;
+    }
+    if (state.showGameSpeeds && state.averageFrameTime > 0.0f) {
+        GLConsole::print("\nGame - fps: ");
+        GLConsole::print(1.0f / state.averageFrameTime);
+    }
+}
+
+void Game::runSimulation(float dt) {
+    TARNWICK_LOCATION("Game::runSimulation");
+    const std::uint64_t before = Clock::performanceCounter();
+    const float step = std::min(dt, longestStep);
+    ParticleManager::runSimulation(step);
+    measureSimulation(Clock::performanceCounter() - before);
+}
+
+/// Adds the cost of one run; after 32 runs the batch's mean stands and is printed if asked for.
+void Game::measureSimulation(std::uint64_t ticks) {
+    TARNWICK_LOCATION("Game::measureSimulation");
+    state.simTicksSum += static_cast<double>(static_cast<std::uint32_t>(ticks));
+    ++state.simTicksCount;
+    if (state.simTicksCount < runsInBatch) {
+        return;
+    }
+    state.simTicksAverage = state.simTicksSum * runBatchShare;
+    state.simTicksSum = 0.0;
+    state.simTicksCount = 0;
+    if (state.showSimSpeeds) {
+        GLConsole::print("\nSimulation - clock tics: ");
+        GLConsole::print(static_cast<std::int32_t>(state.simTicksAverage));
+    }
+}
+
+void Game::checkFreeCameraInput() {
+    TARNWICK_LOCATION("Game::checkFreeCameraInput");
+    if (state.consoleOpen) {
+        return;
+    }
+    const float step = freeCameraSpeed / state.freeCameraZoom * state.averageFrameTime;
+    if (GLWindow::keyboardKeyPressed(key::up)) {
+        state.freeCameraY -= step;
+    }
+    if (GLWindow::keyboardKeyPressed(key::down)) {
+        state.freeCameraY += step;
+    }
+    if (GLWindow::keyboardKeyPressed(key::left)) {
+        state.freeCameraX -= step;
+    }
+    if (GLWindow::keyboardKeyPressed(key::right)) {
+        state.freeCameraX += step;
+    }
+    const float factor = state.averageFrameTime * freeCameraZoomRate + 1.0f;
+    if (GLWindow::keyboardKeyPressed(key::pageUp)) {
+        state.freeCameraZoom = std::max(state.freeCameraZoom * factor, smallestFreeCameraZoom);
+    }
+    if (GLWindow::keyboardKeyPressed(key::pageDown)) {
+        state.freeCameraZoom = std::min(state.freeCameraZoom / factor, largestFreeCameraZoom);
+    }
+}
+
+void Game::keyboardPressed(std::uint32_t key) {
+    TARNWICK_LOCATION("Game::keyboardPressed");
+    if (key == key::console) {
+        state.consoleOpen = !state.consoleOpen;
+        return;
+    }
+    if (state.consoleOpen) {
+        GLConsole::keyPressed(key);
+        return;
+    }
+    const std::uint8_t character = GLWindow::keyboardKeyToAscii(key);
+    if (key == key::pause || character == 'P' || character == 'p') {
+        state.paused = !state.paused;
+    }
+}
+
+void Game::windowFocusLost() {
+    TARNWICK_LOCATION("Game::windowFocusLost");
+    state.paused = true;
+}
+
+void Game::addCommands() {
+    TARNWICK_LOCATION("Game::addCommands");
+    GLConsole::addCommand("ShowGameSpeeds", conCmdShowGameSpeeds);
+    GLConsole::addCommand("ShowSimSpeeds", conCmdShowSimSpeeds);
+    GLConsole::addCommand("FreeCamera", conCmdFreeCamera);
+    GLConsole::addCommand("ZoomCamera", conCmdZoomCamera);
+    GLConsole::addCommand("ShakeCamera", conCmdShakeCamera);
+    GLConsole::addCommand("Restart", conCmdRestart);
+    GLConsole::addCommand("Pause", conCmdPause);
+}
+
+void Game::removeCommands() {
+    TARNWICK_LOCATION("Game::removeCommands");
+    GLConsole::removeCommand("ShowGameSpeeds");
+    GLConsole::removeCommand("ShowSimSpeeds");
+    GLConsole::removeCommand("FreeCamera");
+    GLConsole::removeCommand("ZoomCamera");
+    GLConsole::removeCommand("ShakeCamera");
+    GLConsole::removeCommand("Restart");
+    GLConsole::removeCommand("Pause");
+}
+
+bool Game::conCmdShowGameSpeeds(bool value, bool set) {
+    TARNWICK_LOCATION("Game::conCmdShowGameSpeeds");
+    if (set) {
+        state.showGameSpeeds = value;
+    }
+    return state.showGameSpeeds;
+}
+
+bool Game::conCmdShowSimSpeeds(bool value, bool set) {
+    TARNWICK_LOCATION("Game::conCmdShowSimSpeeds");
+    if (set) {
+        state.showSimSpeeds = value;
+    }
+    return state.showSimSpeeds;
+}
+
+bool Game::conCmdFreeCamera(bool value, bool set) {
+    TARNWICK_LOCATION("Game::conCmdFreeCamera");
+    if (set) {
+        state.freeCameraEnabled = value;
+    }
+    return state.freeCameraEnabled;
+}
+
+void Game::conCmdZoomCamera() {
+    TARNWICK_LOCATION("Game::conCmdZoomCamera");
+    Camera::zoomOut();
+}
+
+void Game::conCmdShakeCamera() {
+    TARNWICK_LOCATION("Game::conCmdShakeCamera");
+    Camera::shake();
+}
+
+void Game::conCmdRestart() {
+    TARNWICK_LOCATION("Game::conCmdRestart");
+    state.restartRequested = true;
+}
+
+bool Game::conCmdPause(bool value, bool set) {
+    TARNWICK_LOCATION("Game::conCmdPause");
+    if (set) {
+        state.paused = value;
+    }
+    return state.paused;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+
+struct SDL_Keysym;
+
+namespace tarnwick {
+
+/// The key numbers that the whole system uses (Win32 virtual key codes), as far as code names them.
+namespace key {
+constexpr std::uint32_t backspace = 8;
+constexpr std::uint32_t tab = 9;
+constexpr std::uint32_t enter = 13;
+constexpr std::uint32_t pause = 0x13;
+constexpr std::uint32_t escape = 0x1B;
+constexpr std::uint32_t pageUp = 0x21;
+constexpr std::uint32_t pageDown = 0x22;
+constexpr std::uint32_t end = 0x23;
+constexpr std::uint32_t home = 0x24;
+constexpr std::uint32_t left = 0x25;
+constexpr std::uint32_t up = 0x26;
+constexpr std::uint32_t right = 0x27;
+constexpr std::uint32_t down = 0x28;
+constexpr std::uint32_t insert = 0x2D;
+constexpr std::uint32_t deleteKey = 0x2E;
+constexpr std::uint32_t console = 0xDF; ///< The key left of 1, in any layout.
+} // namespace key
+
+/// Translates SDL's keys into the system's key numbers.
+class KeyMap {
+public:
+    KeyMap() = delete;
+
+    /// The key number of a key event, 0 for a key that the system does not know.
+    ///
+    /// A key whose keycode is a letter a to z is that letter's capital, so layouts that move letters are
+    /// right; everything else goes by its place on the keyboard, so digits, the console key and other scripts
+    /// are too.
+    static std::uint32_t keyNumber(const SDL_Keysym& keysym);
+
+    /// The character that a key types without text input (Backspace 8, Tab 9, Enter 13, Escape 27, Ctrl and a
+    /// letter 1 to 26), else 0.
+    static std::uint8_t controlCharacter(std::uint32_t number, bool controlHeld);
+
+    /// What the key types on a US keyboard: letters, digits and space; else 0. For keys whose text the
+    /// keyboard has not told yet.
+    static std::uint8_t usCharacter(std::uint32_t number, bool shiftHeld);
+};
+
+} // namespace tarnwick
