@@ -13,7 +13,7 @@ namespace tarnwick {
 namespace {
 
 /// Writes down what it hears.
-class RecordingListener : public GLWindowEventListener {
+class RecordingListener final : public GLWindowEventListener {
 public:
     std::vector<std::string> heard;
 
@@ -32,10 +32,10 @@ public:
     void windowClosed() override { heard.emplace_back("closed"); }
 };
 
-void sendButton(Uint32 type, Uint8 button) {
+void sendButton(Uint32 type, int button) {
     SDL_Event event{};
     event.type = type;
-    event.button.button = button;
+    event.button.button = static_cast<Uint8>(button);
     event.button.clicks = 1;
     event.button.x = 10;
     event.button.y = 20;
@@ -132,7 +132,7 @@ TEST_F(GLWindowTest, KeysWithAltAreNoPresses) {
 }
 
 TEST_F(GLWindowTest, MouseButtonsAreBits) {
-    for (const Uint8 button : {SDL_BUTTON_LEFT, SDL_BUTTON_RIGHT, SDL_BUTTON_MIDDLE, SDL_BUTTON_X1}) {
+    for (const int button : {SDL_BUTTON_LEFT, SDL_BUTTON_RIGHT, SDL_BUTTON_MIDDLE, SDL_BUTTON_X1}) {
         sendButton(SDL_MOUSEBUTTONDOWN, button);
     }
     sendButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_RIGHT);
