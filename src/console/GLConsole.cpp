@@ -5,6 +5,7 @@
 #include "core/Strings.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
+#include "graphics/KeyMap.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -18,20 +19,6 @@ constexpr const char* titleBar = "\n\n******************************************
 
 /// Characters of the longest number printed: a double has up to 309 digits before the point.
 constexpr std::size_t longestNumber = 320;
-
-/// Virtual key numbers of the editing keys.
-constexpr std::uint32_t backspaceKey = 8;
-constexpr std::uint32_t tabKey = 9;
-constexpr std::uint32_t enterKey = 13;
-constexpr std::uint32_t escapeKey = 27;
-constexpr std::uint32_t endKey = 35;
-constexpr std::uint32_t homeKey = 36;
-constexpr std::uint32_t leftKey = 37;
-constexpr std::uint32_t upKey = 38;
-constexpr std::uint32_t rightKey = 39;
-constexpr std::uint32_t downKey = 40;
-constexpr std::uint32_t insertKey = 45;
-constexpr std::uint32_t deleteKey = 46;
 
 constexpr std::uint32_t tabWidth = 8; ///< Columns between two tab stops.
 
@@ -83,9 +70,8 @@ void GLConsole::shutdown() {
 
 void GLConsole::clear() {
     TARNWICK_LOCATION("GLConsole::clear");
-    state.inputBuffer.fill('\0');
+    state.input.clear();
     outputBuffer.fill('\n');
-    state.inputCursor = 0;
     state.outputWriteIndex = 0;
     state.outputWrapped = false;
 }
@@ -359,7 +345,7 @@ std::int32_t GLConsole::removeCommand(const char* name) {
 
 void GLConsole::runCommand() {
     TARNWICK_LOCATION("GLConsole::runCommand");
-    const std::string_view typed = line();
+    const std::string_view typed = state.input.text();
     const std::size_t start = typed.find_first_not_of(' ');
     if (start == std::string_view::npos) {
         return;
@@ -380,60 +366,52 @@ void GLConsole::runCommand() {
 
 void GLConsole::runLine(const std::string& text) {
     TARNWICK_LOCATION("GLConsole::runLine");
-    keyPressed(escapeKey);
-    setLine(text.c_str());
-    keyPressed(enterKey);
+    keyPressed(key::escape);
+    state.input.set(text.c_str());
+    keyPressed(key::enter);
 }
 
 void GLConsole::keyPressed(std::uint32_t key) {
     TARNWICK_LOCATION("GLConsole::keyPressed");
     switch (key) {
-    case backspaceKey:
-        if (state.inputCursor > 0) {
-            --state.inputCursor;
-            closeGap(state.inputCursor);
-            endOfEdit();
+    case key::backspace:
+        if (state.input.removeLeft()) {
+            endOfRuns();
         }
         break;
-    case tabKey:
+    case key::tab:
         autoCompleteCommand();
         state.historyIndex = -1;
         break;
-    case enterKey:
+    case key::enter:
         enterLine();
-        endOfEdit();
+        endOfRuns();
         break;
-    case escapeKey:
-        clearLine();
-        endOfEdit();
+    case key::escape:
+        state.input.clear();
+        endOfRuns();
         break;
-    case endKey:
-        state.inputCursor = static_cast<std::uint32_t>(line().size());
+    case key::end:
+        state.input.moveToEnd();
         break;
-    case homeKey:
-        state.inputCursor = 0;
+    case key::home:
+        state.input.moveToStart();
         break;
-    case leftKey:
-        if (state.inputCursor > 0) {
-            --state.inputCursor;
-        }
+    case key::left:
+        state.input.moveLeft();
         break;
-    case rightKey:
-        if (state.inputCursor < line().size()) {
-            ++state.inputCursor;
-        }
-        break;
-    case upKey:
+    case key::up:
         showHistoryEntry(state.historyIndex + 1);
         break;
-    case downKey:
+    case key::right:
+        state.input.moveRight();
+        break;
+    case key::down:
         showHistoryEntry(state.historyIndex - 1);
         break;
-    case deleteKey:
-        if (state.inputCursor < inputCapacity) {
-            closeGap(state.inputCursor);
-        }
-        endOfEdit();
+    case key::deleteKey:
+        state.input.removeHere();
+        endOfRuns();
         break;
     default:
         typeCharacter(key);
@@ -441,26 +419,9 @@ void GLConsole::keyPressed(std::uint32_t key) {
     }
 }
 
-std::string_view GLConsole::line() {
-    TARNWICK_LOCATION("GLConsole::line");
-    const auto end = std::find(state.inputBuffer.begin(), state.inputBuffer.end(), '\0');
-    return {state.inputBuffer.data(), static_cast<std::size_t>(end - state.inputBuffer.begin())};
-}
-
-void GLConsole::setLine(std::string_view text) {
-    TARNWICK_LOCATION("GLConsole::setLine");
-    state.inputBuffer.fill('\0');
-    text.copy(state.inputBuffer.data(), inputCapacity);
-    state.inputCursor = static_cast<std::uint32_t>(line().size());
-}
-
-void GLConsole::clearLine() {
-    TARNWICK_LOCATION("GLConsole::clearLine");
-    setLine({});
-}
-
-void GLConsole::endOfEdit() {
-    TARNWICK_LOCATION("GLConsole::endOfEdit");
+/// The line was changed by hand: the next Tab completes anew, and the next Up shows the latest line.
+void GLConsole::endOfRuns() {
+    TARNWICK_LOCATION("GLConsole::endOfRuns");
     state.autoCompleteTerm.clear();
     state.historyIndex = -1;
 }
@@ -468,42 +429,31 @@ void GLConsole::endOfEdit() {
 void GLConsole::enterLine() {
     TARNWICK_LOCATION("GLConsole::enterLine");
     print("\n");
-    write(line());
+    write(state.input.text());
     std::shift_right(state.commandHistory.begin(), state.commandHistory.end(), 1);
-    state.commandHistory.front() = line();
+    state.commandHistory.front() = state.input.text();
     runCommand();
-    clearLine(); // only now: the command may have run a frame loop in which keys were typed
+    state.input.clear(); // only now: the command may have run a frame loop in which keys were typed
 }
 
 void GLConsole::showHistoryEntry(std::int32_t index) {
     TARNWICK_LOCATION("GLConsole::showHistoryEntry");
-    const auto entry = static_cast<std::size_t>(index); // -1 and -2 lie beyond the capacity
+    const auto entry = static_cast<std::size_t>(index); // a negative one lies far beyond the capacity
     if (entry >= historyCapacity || state.commandHistory[entry].empty()) {
         return;
     }
     state.historyIndex = index;
-    setLine(state.commandHistory[entry]);
+    state.input.set(state.commandHistory[entry]);
     state.autoCompleteTerm.clear();
-}
-
-void GLConsole::closeGap(std::uint32_t at) {
-    TARNWICK_LOCATION("GLConsole::closeGap");
-    std::shift_left(state.inputBuffer.begin() + at, state.inputBuffer.end(), 1);
-    state.inputBuffer.back() = '\0';
 }
 
 void GLConsole::typeCharacter(std::uint32_t key) {
     TARNWICK_LOCATION("GLConsole::typeCharacter");
     const std::uint8_t character = GLWindow::keyboardKeyToAscii(key);
-    if (character == 0 || state.inputCursor >= inputCapacity) {
-        return;
+    if (character != 0 &&
+        state.input.type(static_cast<char>(character), GLWindow::keyboardKeyToggled(key::insert))) {
+        endOfRuns();
     }
-    if (GLWindow::keyboardKeyToggled(insertKey)) {
-        std::shift_right(state.inputBuffer.begin() + state.inputCursor, state.inputBuffer.end(), 1);
-    }
-    state.inputBuffer[state.inputCursor] = static_cast<char>(character);
-    ++state.inputCursor;
-    endOfEdit();
 }
 
 // Completion
@@ -514,29 +464,29 @@ void GLConsole::autoCompleteCommand() {
         startCompletion();
         return;
     }
-    const auto shown = state.commands.find(upperCased(std::string(line())));
+    const auto shown = state.commands.find(upperCased(std::string(state.input.text())));
     if (shown == state.commands.end()) {
         startCompletion();
         return;
     }
     const auto next = std::next(shown);
     if (next == state.commands.end() || !next->first.starts_with(state.autoCompleteTerm)) {
-        setLine(state.autoCompleteTerm); // past the last match: round to the first
+        state.input.set(state.autoCompleteTerm); // past the last match: round to the first
         startCompletion();
         return;
     }
-    setLine(next->second.name);
+    state.input.set(next->second.name);
 }
 
 void GLConsole::startCompletion() {
     TARNWICK_LOCATION("GLConsole::startCompletion");
-    state.autoCompleteTerm = upperCased(std::string(line()));
+    state.autoCompleteTerm = upperCased(std::string(state.input.text()));
     const auto match = state.commands.lower_bound(state.autoCompleteTerm);
     if (match != state.commands.end() && match->first.starts_with(state.autoCompleteTerm) &&
-        match->first.size() <= inputCapacity) {
-        setLine(match->second.name);
+        match->first.size() <= InputLine::capacity) {
+        state.input.set(match->second.name);
     }
-    state.inputCursor = static_cast<std::uint32_t>(line().size());
+    state.input.moveToEnd();
 }
 
 // Basic commands

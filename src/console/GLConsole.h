@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/ConsoleCommand.h"
+#include "console/InputLine.h"
 
 #include <array>
 #include <cstddef>
@@ -93,7 +94,7 @@ public:
     static void runCommand();
 
     /// Does what typing `text` into an empty line and pressing Enter does: it is printed, kept in the history
-    /// and executed. What is beyond `inputCapacity` bytes is refused, as when typing.
+    /// and executed. What is beyond `InputLine::capacity` bytes is refused, as when typing.
     static void runLine(const std::string& text);
 
     /// One key press, by virtual key number: edits the line, completes it, steps through the history, or runs
@@ -112,10 +113,9 @@ private:
     using Colour = std::array<float, 3>; ///< Red, green, blue, 0 to 1.
 
     struct State {
-        std::uint32_t outputWriteIndex = 0;            ///< Next byte of the ring to write.
-        bool outputWrapped = false;                    ///< The ring was filled at least once since `clear`.
-        std::array<char, inputCapacity> inputBuffer{}; ///< The line being typed, filled up with zeros.
-        std::uint32_t inputCursor = 0;                 ///< Insertion point, 0 to `inputCapacity`.
+        std::uint32_t outputWriteIndex = 0; ///< Next byte of the ring to write.
+        bool outputWrapped = false;         ///< The ring was filled at least once since `clear`.
+        InputLine input;                    ///< The line being typed.
         std::array<std::string, historyCapacity> commandHistory; ///< Entry 0 is the latest line.
         std::int32_t historyIndex = -1;                          ///< Entry now shown; -1: none.
         std::string
@@ -147,13 +147,9 @@ private:
     static void addBasicGLConsoleCommands();
     static void addCommandInternal(const ConsoleCommand& command);
 
-    static std::string_view line();
-    static void setLine(std::string_view text);
-    static void clearLine();
-    static void endOfEdit();
+    static void endOfRuns();
     static void enterLine();
     static void showHistoryEntry(std::int32_t index);
-    static void closeGap(std::uint32_t at);
     static void typeCharacter(std::uint32_t key);
     static void autoCompleteCommand();
     static void startCompletion();
