@@ -14,11 +14,11 @@ void ModuleReset::all() {
     Camera::state = {};
     Clock::state = {};
     DataFiles::state = {};
+    GLConsole::state = {};
+    GLConsole::outputBuffer.fill('\n');
     GLWindow::close();
     GLWindow::state = {};
     Game::state = {};
-    GLConsole::state = {};
-    GLConsole::outputBuffer.fill('\n');
     Random::state = {};
 }
 

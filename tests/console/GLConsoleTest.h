@@ -1,0 +1,61 @@
+#pragma once
+
+#include "console/GLConsole.h"
+#include "support/ModuleTest.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+namespace tarnwick {
+
+/// A console without commands, configuration and text; and the view of its inside that the tests need.
+class GLConsoleTest : public ModuleTest {
+protected:
+    static constexpr const char* titleBar =
+        "\n\n****************************************************************\n\n";
+
+    static std::string line() { return std::string(GLConsole::state.input.text()); }
+    static void setLine(const std::string& text) { GLConsole::state.input.set(text); }
+    static std::uint32_t cursor() { return GLConsole::state.input.cursor(); }
+    static std::int32_t historyIndex() { return GLConsole::state.historyIndex; }
+    static std::string history(std::size_t entry) { return GLConsole::state.commandHistory[entry]; }
+    static std::string completionTerm() { return GLConsole::state.autoCompleteTerm; }
+    static bool logging() { return GLConsole::state.loggingEnabled; }
+    static std::string logFileName() { return GLConsole::state.logFileName; }
+    static void setLogFileName(std::string name) { GLConsole::state.logFileName = std::move(name); }
+    static std::uint32_t writeIndex() { return GLConsole::state.outputWriteIndex; }
+    static std::uint32_t fontSize() { return GLConsole::state.fontSize; }
+    using Colour = GLConsole::Colour;
+    static Colour outputTextColour() { return GLConsole::state.outputText; }
+    static Colour outputBackground() { return GLConsole::state.outputBackground; }
+    static Colour inputBackground() { return GLConsole::state.inputBackground; }
+    static Colour inputBorder() { return GLConsole::state.inputBorder; }
+    static Colour inputTextColour() { return GLConsole::state.inputText; }
+    static float outputBackgroundAlpha() { return GLConsole::state.outputBackgroundAlpha; }
+
+    static void add(const ConsoleCommand& command) { GLConsole::addCommandInternal(command); }
+    static void setPicture(std::uint32_t columns, std::uint32_t rows) {
+        GLConsole::state.columns = columns;
+        GLConsole::state.rows = rows;
+    }
+    static std::uint32_t drawStart() { return GLConsole::getOutputBufferDrawStart(); }
+    /// What a picture shows: the text from the draw start to the write index, round the ring.
+    static std::string shownText() {
+        std::string text;
+        for (std::size_t i = drawStart(); i != writeIndex(); i = (i + 1) % GLConsole::outputCapacity) {
+            text += GLConsole::outputBuffer[i];
+        }
+        return text;
+    }
+    static void press(std::uint32_t key) { GLConsole::keyPressed(key); }
+    /// Presses the keys of letters, digits and blanks; letters come out in lower case.
+    static void type(const std::string& text) {
+        for (const char character : text) {
+            const bool letter = character >= 'a' && character <= 'z';
+            press(static_cast<std::uint32_t>(letter ? character - 'a' + 'A' : character));
+        }
+    }
+};
+
+} // namespace tarnwick
