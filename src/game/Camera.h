@@ -52,6 +52,7 @@ private:
     friend class ModuleReset;
     friend class SimulationState;
     friend class CameraTest;
+    friend class SceneAccess;
 
     struct State {
         std::int32_t cameraState = 0;

@@ -3,10 +3,18 @@
 #include "core/Vector2.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace tarnwick {
 
+struct CollisionNode;
 struct LevelBspNode;
+
+/// A point that a circle may touch: the nearest point of an edge, or an end of one.
+struct CollisionPoint {
+    Vector2 position;      ///< World units.
+    float friction = 0.0f; ///< Of the edge: share of speed kept after 1 s of contact.
+};
 
 /// Moves one circle out of the level: the only collision code for water and ice.
 ///
@@ -35,11 +43,28 @@ private:
     friend class SimulationState;
 
     struct State {
-        std::uint32_t contactCount = 0; ///< Contacts resolved in the last test.
+        Vector2* collisionCentre = nullptr; ///< The position under test, moved in place; not owned.
+        float collisionRadius = 0.0f;       ///< World units.
+        /// Candidates of the test that runs, in the order found; they are resolved from the last to the
+        /// first. Empty between tests, but their memory stays.
+        std::vector<CollisionPoint> collisionPoints;
+        std::vector<const CollisionNode*> collisionNodes; ///< Not owned.
+        std::uint32_t contactCount = 0;                   ///< Contacts resolved in the last test.
         Vector2 contactNormal;
         float contactFriction = 1.0f;
     };
     static State state;
+
+    /// Gathers the candidates among `node` and its subtrees: first its own, then those behind, then those in
+    /// front.
+    static void buildPointsAndNodesListRecursive(const LevelBspNode* node);
+    /// Adds what the circle may touch of one edge, for a centre at `t` world units along it: the edge and its
+    /// nearest point, or one end (the far one when `pastFarEnd`), or nothing.
+    static void addCandidates(const CollisionNode& edge, float t, bool pastFarEnd);
+    /// Moves the circle out of all candidates, derives the means, and empties the lists.
+    static bool resolve();
+    static bool resolvePointCollisions();
+    static bool resolveLineCollisions();
 };
 
 } // namespace tarnwick

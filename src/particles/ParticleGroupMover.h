@@ -2,6 +2,7 @@
 
 #include "particles/ParticleGroup.h"
 #include "particles/ParticleList.h"
+#include "particles/ViewRectangle.h"
 
 #include <cstdint>
 #include <list>
@@ -47,7 +48,7 @@ public:
 private:
     friend class ModuleReset;
     friend class SimulationState;
-    friend class ParticleGroupMoverTest;
+    friend class SceneAccess;
 
     struct State {
         float particleGroupInterpolation =
@@ -57,6 +58,20 @@ private:
         bool groupDebugDraw = false;     ///< Draw each group's circle in red.
     };
     static State state;
+
+    /// What one tick's groups share.
+    struct Tick {
+        float dt = 0.0f;         ///< Seconds.
+        Vector2 gravity;         ///< Along the camera's down, world units per second squared.
+        float warming = 0.0f;    ///< Share of the gap to room temperature closed in the tick.
+        float placeLeft = 0.0f;  ///< Share of a member's way to its place that is left after the tick.
+        float radiusLeft = 0.0f; ///< Share of a group's radius gap that is left after the tick.
+        ViewRectangle view;
+    };
+
+    /// Moves a group and its members by one tick. False when it is lost: out of view, or at the end of its
+    /// fade.
+    static bool stepGroup(ParticleGroup& group, const Tick& tick);
 
     static std::int32_t conCmdParticleGroupCount();
     static bool conCmdParticleGroupDraw(bool value, bool set);

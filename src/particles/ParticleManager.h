@@ -1,13 +1,13 @@
 #pragma once
 
+#include "core/Vector2.h"
 #include "particles/ParticleList.h"
+#include "particles/ViewRectangle.h"
 
 #include <cstdint>
 #include <string>
 
 namespace tarnwick {
-
-struct ViewRectangle;
 
 /// Owns the free particles (water and steam), the parameters of the simulation and its tick. Ice is not here:
 /// a particle cold enough moves to a group of `ParticleGroupMover`. Every module may walk `particles`.
@@ -44,7 +44,7 @@ public:
 private:
     friend class ModuleReset;
     friend class SimulationState;
-    friend class ParticleManagerTest;
+    friend class SceneAccess;
 
     struct State {
         float gravity = 0.0f;          ///< World units per second squared, along the camera's down.
@@ -55,6 +55,20 @@ private:
         float particleKillTime = 0.0f; ///< Seconds of a fade, at least 0.0001 once read; for groups too.
     };
     static State state;
+
+    /// What one tick's particles share.
+    struct Tick {
+        float dt = 0.0f;       ///< Seconds.
+        Vector2 gravityStep;   ///< Velocity that gravity adds in the tick, world units per second.
+        float heatKept = 0.0f; ///< Share of the gap to room temperature left after the tick.
+        ViewRectangle view;
+    };
+
+    /// Moves one particle by one tick. False when it is gone, out of view or at the end of its fade: unlinked
+    /// from the grid, and to be erased.
+    static bool stepParticle(Particle& particle, const Tick& tick);
+    /// Water falls; steam rises, and scatters in a direction for which it draws `randomFloat` once.
+    static void applyGravity(Vector2& velocity, float temperature, Vector2 gravityStep);
 
     static float conCmdGravity(float value, bool set);
     static float conCmdRoomTemperature(float value, bool set);

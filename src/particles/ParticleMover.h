@@ -64,13 +64,24 @@ public:
 private:
     friend class ModuleReset;
     friend class SimulationState;
-    friend class ParticleMoverTest;
+    friend class SceneAccess;
 
     struct State {
         float decayBase = 0.5f;       ///< Share left after 1 s.
         float simulationDecay = 0.0f; ///< Share lost in a tick. Kept: computed each tick, read by nothing.
     };
     static State state;
+
+    /// Walks a particle along its velocity, with a collision test after each move, and takes the contact's
+    /// share out of `velocity`. False for one at rest, which does nothing.
+    static bool travel(Vector2& position, Vector2& velocity, Vector2 pushVelocity, float dt);
+    /// Moves a particle out of its neighbours, by what a tick of `dt` seconds gives of the mean overlap
+    /// `amount`.
+    static void pushOut(Vector2& position, Vector2 direction, float amount, float dt);
+    /// Share of speed left after `dt` seconds on a surface of `friction`.
+    static float speedKept(float friction, float dt);
+    /// Pulls a particle toward its cluster's middle.
+    static void attract(Vector2& position, Vector2 centre, float dt);
 };
 
 } // namespace tarnwick

@@ -4,6 +4,8 @@
 
 namespace tarnwick {
 
+constexpr float radiansPerDegree = 0.017453292f;
+
 /// The rectangle of the world that the camera sees, turned with it. What lies outside by more than a margin
 /// is lost.
 struct ViewRectangle {

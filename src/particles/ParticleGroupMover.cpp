@@ -1,0 +1,290 @@
+#include "particles/ParticleGroupMover.h"
+
+#include "console/GLConsole.h"
+#include "core/ConfigFile.h"
+#include "core/Geometry.h"
+#include "core/LocationStack.h"
+#include "core/Random.h"
+#include "game/Camera.h"
+#include "particles/CircleCollision.h"
+#include "particles/ParticleManager.h"
+#include "particles/ParticleMover.h"
+#include "particles/ViewRectangle.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float freezeReach =
+    144.0f;                          ///< Square of 12 world units: how far cold jumps from a frozen particle.
+constexpr float viewMargin = 128.0f; ///< World units beyond its radius at which a group is lost.
+constexpr float stepPerRadius = 0.75f; ///< Share of the radius between two collision tests.
+constexpr float mergeSlack = 2.0f;     ///< World units between two discs that already merge.
+constexpr float pi = 3.1415927f;
+static_assert(stepPerRadius < 1.0f); // or a disc could step through a wall
+
+/// `base` to the power of `dt`: the share left after `dt` seconds when `base` is left after one.
+float shareLeft(float base, float dt) {
+    TARNWICK_LOCATION("ParticleGroupMover::shareLeft");
+    return static_cast<float>(std::pow(static_cast<double>(base), static_cast<double>(dt)));
+}
+
+/// Radius of the disc that has the area of `count` particles.
+float radiusOf(std::size_t count) {
+    TARNWICK_LOCATION("ParticleGroupMover::radiusOf");
+    // Kept: pi does not cancel to the last bit.
+    return std::sqrt(static_cast<float>(count) * particleRadius * particleRadius * pi / pi);
+}
+
+/// Draws a member's place in its group, which it keeps for as long as it is frozen.
+void givePlace(Particle& member) {
+    TARNWICK_LOCATION("ParticleGroupMover::givePlace");
+    member.groupDirection.x = randomFloat() - 0.5f;
+    member.groupDirection.y = randomFloat() - 0.5f;
+    normaliseVector(member.groupDirection);
+    member.groupFraction = randomFloat();
+}
+
+/// Moves every particle of `source` within reach of `from` to the front of `group`'s members and adds it to
+/// `found`, in list order. Those of the free list leave the grid.
+void gatherNear(const Particle& from,
+                ParticleGroup& group,
+                ParticleList& source,
+                std::vector<Particle*>& found) {
+    TARNWICK_LOCATION("ParticleGroupMover::gatherNear");
+    for (auto place = source.begin(); place != source.end();) {
+        const auto next = std::next(place);
+        const Vector2 apart = place->position - from.position;
+        if (dotProduct(apart, apart) <= freezeReach) {
+            ParticleMover::removeGridParticle(*place);
+            group.members.splice(group.members.begin(), source, place);
+            found.push_back(&group.members.front());
+            givePlace(group.members.front());
+        }
+        place = next;
+    }
+}
+
+/// What a melted member is in the free list: at rest in its group's motion, outside the grid.
+void release(Particle& member, const ParticleGroup& group) {
+    TARNWICK_LOCATION("ParticleGroupMover::release");
+    member.velocity = group.velocity;
+    member.previousVelocity = group.previousVelocity;
+    member.pushVelocity = {};
+    member.temperature = group.temperature;
+    member.speed = vectorLength(member.velocity);
+    member.inGrid = false;
+    std::ranges::fill(member.trail, member.position);
+    member.gridNext = nullptr;
+    member.gridPrev = nullptr;
+    member.gridCellX = 0;
+    member.gridCellY = 0;
+}
+
+} // namespace
+
+std::list<ParticleGroup> ParticleGroupMover::groups;
+ParticleGroupMover::State ParticleGroupMover::state;
+
+void ParticleGroupMover::initialise() {
+    TARNWICK_LOCATION("ParticleGroupMover::initialise");
+    shutdown();
+    GLConsole::print("\nInitialising grouped particle mover..");
+    state.groupDebugDraw = false;
+    GLConsole::addCommand("ParticleGroupCount", conCmdParticleGroupCount);
+    GLConsole::addCommand("ParticleGroupDraw", conCmdParticleGroupDraw);
+    const ConfigFile config("cfg\\water.cfg");
+    state.particleGroupInterpolation =
+        std::clamp(config.getVarAsFloat("particleGroupInterpolation"), 0.0f, 1.0f);
+    state.groupExpandSpeed = std::clamp(config.getVarAsFloat("groupExpandSpeed"), 0.0f, 1.0f);
+    state.iceGravityStrenght = config.getVarAsFloat("iceGravityStrenght");
+}
+
+void ParticleGroupMover::shutdown() {
+    TARNWICK_LOCATION("ParticleGroupMover::shutdown");
+    GLConsole::print("\nShutting down grouped particle mover..");
+    groups.clear();
+    state.groupDebugDraw = false;
+    GLConsole::removeCommand("ParticleGroupCount");
+    GLConsole::removeCommand("ParticleGroupDraw");
+}
+
+void ParticleGroupMover::doParticleGrouping(ParticleList& particles) {
+    TARNWICK_LOCATION("ParticleGroupMover::doParticleGrouping");
+    ParticleList frozen;
+    for (auto place = particles.begin(); place != particles.end();) {
+        const auto next = std::next(place);
+        if (place->temperature <= iceTemperature) {
+            ParticleMover::removeGridParticle(*place);
+            frozen.splice(frozen.end(), particles, place);
+        }
+        place = next;
+    }
+    while (!frozen.empty()) {
+        ParticleGroup& group = groups.emplace_front();
+        group.members.splice(group.members.begin(), frozen, frozen.begin());
+        Particle& first = group.members.front();
+        group.centre = first.position;
+        group.velocity = first.velocity;
+        group.previousVelocity = first.previousVelocity;
+        group.pushVelocity = first.pushVelocity;
+        group.temperature = first.temperature;
+        first.speed = 0.0f;
+        givePlace(first);
+        particleGroupRecursive(first, group, frozen, particles);
+        group.targetRadius = radiusOf(group.members.size());
+    }
+}
+
+void ParticleGroupMover::particleGroupRecursive(Particle& from,
+                                                ParticleGroup& group,
+                                                ParticleList& frozen,
+                                                ParticleList& particles) {
+    TARNWICK_LOCATION("ParticleGroupMover::particleGroupRecursive");
+    // Depth first as by recursion, but a lake of water would be too deep for the stack: what one member finds
+    // is visited, with all that follows from it, before what an earlier one has still open.
+    std::vector<Particle*> open{&from};
+    std::vector<Particle*> found;
+    while (!open.empty()) {
+        const Particle& member = *open.back();
+        open.pop_back();
+        found.clear();
+        gatherNear(member, group, frozen, found);
+        gatherNear(member, group, particles, found);
+        open.insert(open.end(), found.rbegin(), found.rend());
+    }
+}
+
+void ParticleGroupMover::runSimulation(float dt, ParticleList& particles) {
+    TARNWICK_LOCATION("ParticleGroupMover::runSimulation");
+    Vector2 down{0.0f, 1.0f};
+    rotateVector(down, Camera::angle() * radiansPerDegree);
+    const Tick tick{
+        .dt = dt,
+        .gravity = down * ParticleManager::gravity(),
+        .warming = 1.0f - shareLeft(1.0f - ParticleManager::heatTransferRate(), dt),
+        .placeLeft = shareLeft(state.particleGroupInterpolation, dt),
+        .radiusLeft = shareLeft(state.groupExpandSpeed, dt),
+        .view = ViewRectangle::ofCamera(),
+    };
+    for (auto group = groups.begin(); group != groups.end();) {
+        if (!stepGroup(*group, tick)) {
+            group = groups.erase(group); // its members go with it
+        } else if (group->temperature > iceTemperature || group->members.empty()) {
+            for (Particle& member : group->members) {
+                release(member, *group);
+            }
+            group->members.reverse(); // one after the other to the front: the last member comes first
+            particles.splice(particles.begin(), group->members);
+            group = groups.erase(group);
+        } else {
+            ++group;
+        }
+    }
+    doGroupMerging();
+}
+
+bool ParticleGroupMover::stepGroup(ParticleGroup& group, const Tick& tick) {
+    TARNWICK_LOCATION("ParticleGroupMover::stepGroup");
+    const Vector2 oldCentre = group.centre;
+    group.previousVelocity = group.velocity;
+    group.colliding = false;
+    if (tick.view.isBeyond(group.centre, group.radius + viewMargin)) {
+        return false;
+    }
+    if (group.dying) {
+        group.killTimer -= tick.dt;
+        if (group.killTimer <= 0.0f) {
+            return false;
+        }
+    }
+    group.velocity += tick.gravity * tick.dt * state.iceGravityStrenght;
+    group.temperature =
+        tick.warming * ParticleManager::roomTemperature() + (1.0f - tick.warming) * group.temperature;
+    group.radius = (1.0f - tick.radiusLeft) * group.targetRadius + tick.radiusLeft * group.radius;
+    moveGroup(group, tick.dt);
+    const Vector2 moved = group.centre - oldCentre;
+    for (Particle& member : group.members) {
+        member.position += moved;
+        member.dying = group.dying;
+        member.killTimer = group.killTimer;
+        const Vector2 place = group.centre + member.groupDirection * member.groupFraction * group.radius;
+        member.position = member.position * tick.placeLeft + place * (1.0f - tick.placeLeft);
+        member.temperature =
+            (1.0f - tick.placeLeft) * group.temperature + tick.placeLeft * member.temperature;
+        member.pushVelocity = group.pushVelocity;
+    }
+    group.pushVelocity = {};
+    return true;
+}
+
+void ParticleGroupMover::moveGroup(ParticleGroup& group, float dt) {
+    TARNWICK_LOCATION("ParticleGroupMover::moveGroup");
+    const Vector2 v = group.velocity + group.pushVelocity;
+    if (v == Vector2{}) { // exactly at rest
+        return;
+    }
+    const Vector2 path = v * dt;
+    const float length = vectorLength(path);
+    const float step = group.radius * stepPerRadius;
+    if (length <= step) {
+        group.centre += path;
+        group.colliding |= CircleCollision::collisionTest(group.centre, group.radius);
+    } else {
+        const Vector2 along = path / length;
+        float left = length;
+        while (left > 0.0f) {
+            const float part = left > step ? step : left;
+            group.centre += along * part;
+            group.colliding |= CircleCollision::collisionTest(group.centre, group.radius);
+            left -= part; // exactly 0 after the last
+        }
+    }
+    const Vector2 normal = CircleCollision::contactNormal(); // of the last step only, and not of unit length
+    group.velocity -= normal * dotProduct(group.velocity, normal);
+}
+
+void ParticleGroupMover::doGroupMerging() {
+    TARNWICK_LOCATION("ParticleGroupMover::doGroupMerging");
+    for (auto a = groups.begin(); a != groups.end(); ++a) {
+        for (auto b = std::next(a); b != groups.end(); ++b) {
+            if (!(distanceBetween(a->centre, b->centre) < a->targetRadius + b->targetRadius + mergeSlack)) {
+                continue;
+            }
+            // Kept: an emptied group stays until its next step, with the reach it had, and can even receive
+            // members.
+            ParticleGroup& taker = a->targetRadius <= b->targetRadius ? *b : *a;
+            ParticleGroup& giver = &taker == &*b ? *a : *b;
+            taker.members.splice(taker.members.end(), giver.members);
+            taker.targetRadius = radiusOf(taker.members.size());
+        }
+    }
+}
+
+void ParticleGroupMover::killGroup(ParticleGroup& group) {
+    TARNWICK_LOCATION("ParticleGroupMover::killGroup");
+    if (!group.dying) {
+        group.dying = true;
+        group.killTimer = ParticleManager::particleKillTime();
+    }
+}
+
+std::int32_t ParticleGroupMover::conCmdParticleGroupCount() {
+    TARNWICK_LOCATION("ParticleGroupMover::conCmdParticleGroupCount");
+    return static_cast<std::int32_t>(groups.size());
+}
+
+bool ParticleGroupMover::conCmdParticleGroupDraw(bool value, bool set) {
+    TARNWICK_LOCATION("ParticleGroupMover::conCmdParticleGroupDraw");
+    if (set) {
+        state.groupDebugDraw = value;
+    }
+    return state.groupDebugDraw;
+}
+
+} // namespace tarnwick

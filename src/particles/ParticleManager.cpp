@@ -1,0 +1,228 @@
+#include "particles/ParticleManager.h"
+
+#include "console/GLConsole.h"
+#include "core/ConfigFile.h"
+#include "core/Geometry.h"
+#include "core/LocationStack.h"
+#include "core/Random.h"
+#include "core/Strings.h"
+#include "game/Camera.h"
+#include "particles/ParticleGroupMover.h"
+#include "particles/ParticleMover.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <list>
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float viewMargin = 130.0f;           ///< World units outside the view at which a particle is lost.
+constexpr float wholeTurn = 6.2831855f;        ///< Radians.
+constexpr float shortestKillTime = 0.0001f;    ///< Seconds: the drawing divides by the kill time.
+constexpr std::size_t createArgumentCount = 4; ///< Words of `ParticleCreate`.
+
+} // namespace
+
+ParticleList ParticleManager::particles;
+ParticleManager::State ParticleManager::state;
+
+void ParticleManager::initialise() {
+    TARNWICK_LOCATION("ParticleManager::initialise");
+    shutdown();
+    GLConsole::print("\nInitialising particle manager..");
+    ParticleMover::initialise();
+    ParticleGroupMover::initialise();
+    GLConsole::addCommand("Gravity", conCmdGravity);
+    GLConsole::addCommand("RoomTemperature", conCmdRoomTemperature);
+    GLConsole::addCommand("HeatTransferRate", conCmdHeatTransferRate);
+    GLConsole::addCommand("SteamRiseRate", conCmdSteamRiseRate);
+    GLConsole::addCommand("SteamScatterRate", conCmdSteamScatterRate);
+    GLConsole::addCommand("ParticleCreate", conCmdParticleCreate);
+    GLConsole::addCommand("ParticleCount", conCmdParticleCount);
+    const ConfigFile config("cfg\\water.cfg");
+    state.gravity = std::abs(config.getVarAsFloat("gravity"));
+    state.roomTemperature = config.getVarAsFloat("roomTemperature");
+    state.heatTransferRate = std::clamp(config.getVarAsFloat("heatTransferRate"), 0.0f, 1.0f);
+    state.steamRiseRate = config.getVarAsFloat("steamRiseRate");
+    state.steamScatterRate = config.getVarAsFloat("steamScatterRate");
+    state.particleKillTime = std::max(config.getVarAsFloat("particleKillTime"), shortestKillTime);
+}
+
+void ParticleManager::shutdown() {
+    TARNWICK_LOCATION("ParticleManager::shutdown");
+    GLConsole::print("\nShutting down particle manager..");
+    particles.clear();
+    ParticleMover::shutdown();
+    ParticleGroupMover::shutdown();
+    GLConsole::removeCommand("Gravity");
+    GLConsole::removeCommand("RoomTemperature");
+    GLConsole::removeCommand("HeatTransferRate");
+    GLConsole::removeCommand("SteamRiseRate");
+    GLConsole::removeCommand("SteamScatterRate");
+    GLConsole::removeCommand("ParticleCreate");
+    GLConsole::removeCommand("ParticleCount");
+}
+
+void ParticleManager::runSimulation(float dt) {
+    TARNWICK_LOCATION("ParticleManager::runSimulation");
+    ParticleMover::updateSimulationVars(dt);
+    Vector2 down{0.0f, 1.0f};
+    rotateVector(down, Camera::angle() * radiansPerDegree);
+    const Tick tick{
+        .dt = dt,
+        .gravityStep = down * dt * state.gravity,
+        .heatKept = static_cast<float>(
+            std::pow(static_cast<double>(1.0f - state.heatTransferRate), static_cast<double>(dt))),
+        .view = ViewRectangle::ofCamera(),
+    };
+    for (Particle& particle : particles) {
+        ParticleMover::removeGridParticle(particle);
+        ParticleMover::addGridParticle(particle);
+    }
+    for (auto place = particles.begin(); place != particles.end();) {
+        place = stepParticle(*place, tick) ? std::next(place) : removeParticle(place);
+    }
+    ParticleMover::runParticleAttractions(dt);
+    ParticleGroupMover::doParticleGrouping(particles);
+    ParticleGroupMover::runSimulation(dt, particles);
+}
+
+bool ParticleManager::stepParticle(Particle& particle, const Tick& tick) {
+    TARNWICK_LOCATION("ParticleManager::stepParticle");
+    if (tick.view.isBeyond(particle.position, viewMargin)) {
+        ParticleMover::removeGridParticle(particle);
+        return false;
+    }
+    bool gone = false;
+    if (particle.dying) {
+        particle.killTimer -= tick.dt;
+        if (particle.killTimer <= 0.0f) {
+            ParticleMover::removeGridParticle(particle); // nobody meets it any more, but it finishes its step
+            gone = true;
+        }
+    }
+    particle.previousVelocity = particle.velocity;
+    applyGravity(particle.velocity, particle.temperature, tick.gravityStep);
+    particle.temperature =
+        particle.temperature * tick.heatKept + state.roomTemperature * (1.0f - tick.heatKept);
+    particle.trail[2] = particle.trail[1];
+    particle.trail[1] = particle.trail[0];
+    particle.trail[0] = particle.position;
+    ParticleMover::moveParticle(particle, tick.dt);
+    particle.speed = vectorLength(particle.velocity + particle.pushVelocity);
+    particle.pushVelocity = {};
+    return !gone;
+}
+
+void ParticleManager::applyGravity(Vector2& velocity, float temperature, Vector2 gravityStep) {
+    TARNWICK_LOCATION("ParticleManager::applyGravity");
+    if (temperature >= steamTemperature) {
+        velocity -= gravityStep * state.steamRiseRate;
+        Vector2 scatter = gravityStep * state.steamScatterRate;
+        rotateVector(scatter, randomFloat() * wholeTurn);
+        velocity += scatter;
+    } else {
+        velocity += gravityStep;
+    }
+}
+
+void ParticleManager::createParticles(float x, float y, float radius, std::int32_t count) {
+    TARNWICK_LOCATION("ParticleManager::createParticles");
+    for (std::int32_t i = 0; i < count; ++i) {
+        const float r = randomFloat() * radius;
+        Vector2 direction;
+        direction.x = randomFloat() - 0.5f;
+        direction.y = randomFloat() - 0.5f;
+        normaliseVector(direction);
+        Particle& particle = particles.emplace_front();
+        particle.position = Vector2{x, y} + direction * r;
+        std::ranges::fill(particle.trail, particle.position);
+        particle.temperature = state.roomTemperature;
+    }
+}
+
+void ParticleManager::killParticle(Particle& particle) {
+    TARNWICK_LOCATION("ParticleManager::killParticle");
+    if (!particle.dying) {
+        particle.dying = true;
+        particle.killTimer = state.particleKillTime;
+    }
+}
+
+ParticleList::iterator ParticleManager::removeParticle(ParticleList::iterator place) {
+    TARNWICK_LOCATION("ParticleManager::removeParticle");
+    return particles.erase(place);
+}
+
+float ParticleManager::conCmdGravity(float value, bool set) {
+    TARNWICK_LOCATION("ParticleManager::conCmdGravity");
+    if (set) {
+        state.gravity = value; // as it stands: unlike in the file, a negative value is allowed here
+    }
+    return state.gravity;
+}
+
+float ParticleManager::conCmdRoomTemperature(float value, bool set) {
+    TARNWICK_LOCATION("ParticleManager::conCmdRoomTemperature");
+    if (set) {
+        state.roomTemperature = value;
+    }
+    return state.roomTemperature;
+}
+
+float ParticleManager::conCmdHeatTransferRate(float value, bool set) {
+    TARNWICK_LOCATION("ParticleManager::conCmdHeatTransferRate");
+    if (set) {
+        state.heatTransferRate = std::clamp(value, 0.0f, 1.0f);
+    }
+    return state.heatTransferRate;
+}
+
+float ParticleManager::conCmdSteamRiseRate(float value, bool set) {
+    TARNWICK_LOCATION("ParticleManager::conCmdSteamRiseRate");
+    if (set) {
+        state.steamRiseRate = value;
+    }
+    return state.steamRiseRate;
+}
+
+float ParticleManager::conCmdSteamScatterRate(float value, bool set) {
+    TARNWICK_LOCATION("ParticleManager::conCmdSteamScatterRate");
+    if (set) {
+        state.steamScatterRate = value;
+    }
+    return state.steamScatterRate;
+}
+
+void ParticleManager::conCmdParticleCreate(const std::string& arguments) {
+    TARNWICK_LOCATION("ParticleManager::conCmdParticleCreate");
+    std::list<std::string> wordList;
+    slSeparateArgs(arguments, wordList);
+    const std::vector<std::string> words(wordList.begin(), wordList.end());
+    if (words.size() != createArgumentCount || !slStringIsNumeric(words[0]) || !slStringIsNumeric(words[1]) ||
+        !slStringIsNumeric(words[2]) || !slStringIsInteger(words[3])) {
+        GLConsole::print("\nUsage: ParticleCreate < x : number > < y : number > < radius : number > "
+                         "< amount : integer number > ");
+        return;
+    }
+    const std::int32_t amount = slStringToInt(words[3]);
+    if (amount <= 0) {
+        GLConsole::print("\nInvalid number of particles to make");
+        return;
+    }
+    const float x = slStringToFloat(words[0]);
+    const float y = slStringToFloat(words[1]);
+    createParticles(x, y, slStringToFloat(words[2]), amount);
+    Camera::setPosition(x, y);
+}
+
+std::int32_t ParticleManager::conCmdParticleCount() {
+    TARNWICK_LOCATION("ParticleManager::conCmdParticleCount");
+    return static_cast<std::int32_t>(particles.size());
+}
+
+} // namespace tarnwick
