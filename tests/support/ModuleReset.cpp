@@ -7,11 +7,18 @@
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
+#include "particles/CircleCollision.h"
+#include "particles/ParticleGroupMover.h"
+#include "particles/ParticleManager.h"
+#include "particles/ParticleMover.h"
+
+#include <algorithm>
 
 namespace tarnwick {
 
 void ModuleReset::all() {
     Camera::state = {};
+    CircleCollision::state = {};
     Clock::state = {};
     DataFiles::state = {};
     GLConsole::state = {};
@@ -19,6 +26,12 @@ void ModuleReset::all() {
     GLWindow::close();
     GLWindow::state = {};
     Game::state = {};
+    ParticleGroupMover::groups.clear();
+    ParticleGroupMover::state = {};
+    ParticleManager::particles.clear();
+    ParticleManager::state = {};
+    std::ranges::fill(ParticleMover::particleGrid, nullptr);
+    ParticleMover::state = {};
     Random::state = {};
 }
 

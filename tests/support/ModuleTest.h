@@ -1,8 +1,7 @@
 #pragma once
 
-#include "support/ModuleReset.h"
-
 #include "core/Clock.h"
+#include "support/ModuleReset.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "core/Vector2.h"
+#include "level/LevelBspNode.h"
+
+#include <cstdint>
+#include <list>
+
+namespace tarnwick {
+
+/// A circle against the tree of the level, read off the rules without any cleverness: new lists for each
+/// test, the whole walk from the root, newest entry first.
+class PlainCollision {
+public:
+    const LevelBspNode* root = nullptr; ///< Not owned; null for open space.
+
+    std::uint32_t contactCount = 0;
+    Vector2 contactNormal;
+    float contactFriction = 1.0f;
+
+    bool test(Vector2& centre, float radius);
+
+private:
+    struct Point {
+        Vector2 position;
+        float friction;
+    };
+
+    void gather(const LevelBspNode* node, Vector2 centre, float radius);
+    bool resolvePoints(Vector2& centre, float radius);
+    bool resolveLines(Vector2& centre, float radius);
+
+    std::list<Point> points;
+    std::list<const LevelBspNode*> lines;
+};
+
+} // namespace tarnwick
