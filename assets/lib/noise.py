@@ -7,8 +7,8 @@ def fbm(shape, beta, seed, stretch_x=1.0, stretch_y=1.0):
     """Fractal noise, 0 to 1 about 0.5, periodic in both directions by construction.
 
     A random normal field is divided by f^(beta/2) in the frequency domain. `beta` 1.2 is grit, 2.4 blotches, 3.4 a
-    slow swell. A large `stretch_x` with a small `stretch_y` gives streaks along x's normal, that is long in y; the
-    reverse long in x. `shape` is one side or (rows, columns); the standard deviation is a fifth.
+    slow swell. A large `stretch_x` with a small `stretch_y` gives streaks along x. `shape` is one side or (rows,
+    columns); the standard deviation is a fifth.
     """
     rows, columns = (shape, shape) if np.isscalar(shape) else shape
     # The frequency of a whole picture's period is 1 on the shorter side, so that a long picture is not stretched.
