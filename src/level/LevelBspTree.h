@@ -5,6 +5,7 @@
 #include "level/LevelBspNode.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -52,13 +53,19 @@ private:
 
     static constexpr std::size_t testRayCount = 256; ///< Rays of one pass of `BspCast`.
 
+    /// A node whose line the ray being cast crosses, tried when nothing was hit on the near side.
+    struct Crossing {
+        LevelBspNode* node = nullptr;
+        LevelBspNode* farSide = nullptr; ///< Subtree to go on with; null if it is empty.
+    };
+
     struct State {
         std::vector<LevelBspNode> nodes; ///< The whole tree; its root first.
         LevelBspNode* rootNode = nullptr;
         LevelBspNode* walkNode = nullptr; ///< Where `BspWalk` stands.
+        std::size_t depth = 0;            ///< Of the deepest node; 1 for a lone root.
+        std::vector<Crossing> crossings;  ///< Room of `raycast`, for as many as the tree is deep.
         std::uint32_t generation = 1;
-        Vector2 rayStart;      ///< The ray being cast, so that the recursion takes only a node.
-        Vector2 rayEnd;        ///< Receives the hit.
         bool nodeDraw = false; ///< Debug drawing, all four.
         bool splitDraw = false;
         bool castDraw = false;
@@ -69,7 +76,10 @@ private:
     };
     static State state;
 
-    static LevelBspNode* raycastRecursive(LevelBspNode* node);
+    static void addCommands();
+    static void clearDrawSwitches();
+    static bool hitsWhereItStarts(const LevelBspNode& node, const Vector2& start, Vector2& end);
+    static void castTestRays(Vector2 start);
 
     static std::int32_t conCmdBspSize();
     static std::int32_t conCmdBspDepth();

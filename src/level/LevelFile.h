@@ -23,6 +23,8 @@ struct LevelFile {
     static constexpr std::uint32_t longestName = 65535;  ///< Bytes of a texture, sound or settings name.
     static constexpr std::uint32_t longestObjectTextureName = 65534; ///< Bytes: one fewer, for objects alone.
 
+    static constexpr std::uint32_t highestLayer = 4; ///< Of a polygon or object.
+
     /// A point in whole world units.
     struct Point {
         std::int32_t x = 0;

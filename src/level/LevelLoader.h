@@ -4,8 +4,6 @@
 
 namespace tarnwick {
 
-struct LevelFile;
-
 /// Brings a level file into memory. It reads the whole file into values first; only when nothing can fail any
 /// more does it clear the level in memory and hand the records over. A bad file leaves the old level
 /// untouched.

@@ -60,7 +60,7 @@ public:
     /// Cuts the outline into triangles by ear clipping. `counterClockwise` is the winding tried; when that
     /// fails and it is true, the other winding is tried as well. An outline that crosses itself ends without
     /// triangles and with the field `counterClockwise` as it was.
-    void triangulate(bool counterClockwise);
+    void triangulate(bool counterClockwiseFirst);
     /// Fewer than three points, or an outline that crosses itself. The closing side alone is not tested
     /// against the others, only they against it.
     bool isDegenerate() const;
@@ -85,6 +85,10 @@ public:
 
     /// Clamps into 0 to 1.
     void setFrictionLevel(float friction);
+
+private:
+    void cutUp(std::vector<Edge> chain, bool counterClockwiseFirst);
+    bool clipEars(const std::vector<Edge>& chain);
 };
 
 } // namespace tarnwick

@@ -7,6 +7,9 @@
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
+#include "level/Level.h"
+#include "level/LevelBspTree.h"
+#include "level/SurfaceTypeManager.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -26,6 +29,9 @@ void ModuleReset::all() {
     GLWindow::close();
     GLWindow::state = {};
     Game::state = {};
+    LevelBspTree::state = {};
+    Level::polygons.clear();
+    Level::state = {};
     ParticleGroupMover::groups.clear();
     ParticleGroupMover::state = {};
     ParticleManager::particles.clear();
@@ -33,6 +39,7 @@ void ModuleReset::all() {
     std::ranges::fill(ParticleMover::particleGrid, nullptr);
     ParticleMover::state = {};
     Random::state = {};
+    SurfaceTypeManager::state = {};
 }
 
 } // namespace tarnwick

@@ -1,0 +1,87 @@
+#include "level/Level.h"
+
+#include "console/GLConsole.h"
+#include "core/LocationStack.h"
+#include "level/LevelBspNode.h"
+#include "level/LevelBspTree.h"
+#include "level/LevelLoader.h"
+
+namespace tarnwick {
+
+std::list<Polygon2D> Level::polygons;
+Level::State Level::state;
+
+bool Level::load(const std::string& fileName) {
+    TARNWICK_LOCATION("Level::load");
+    GLConsole::printTitle("Level loading");
+    GLConsole::print("\nLoading level data...");
+    if (!LevelLoader::loadLevel(fileName)) {
+        return false;
+    }
+    state.drawTriangles = false;
+    LevelBspTree::create();
+    buildPolyNodeMap();
+    GLConsole::addCommand("DrawTriangles", conCmdDrawTriangles);
+    return true;
+}
+
+void Level::clear() {
+    TARNWICK_LOCATION("Level::clear");
+    GLConsole::print("\nClearing level data...");
+    GLConsole::removeCommand("DrawTriangles");
+    LevelBspTree::clear();
+    polygons.clear(); // last: everything else points into them
+    state.polygonNodes.clear();
+}
+
+void Level::reset() {
+    TARNWICK_LOCATION("Level::reset");
+    state.drawTriangles = false;
+    for (Polygon2D& polygon : polygons) {
+        polygon.visible = true;
+        polygon.offset = {};
+        polygon.previousOffset = {};
+    }
+    LevelBspTree::resetTree();
+}
+
+void Level::setPolygonCollideable(Polygon2D& polygon, bool collideable) {
+    TARNWICK_LOCATION("Level::setPolygonCollideable");
+    if (const std::vector<LevelBspNode*>* nodes = nodesOf(polygon); nodes != nullptr) {
+        for (LevelBspNode* node : *nodes) {
+            node->hasEdge = collideable;
+        }
+    }
+    polygon.collideable = collideable;
+}
+
+void Level::setStartPoints(Vector2 waterStart, Vector2 cameraStart) {
+    TARNWICK_LOCATION("Level::setStartPoints");
+    state.waterStart = waterStart;
+    state.cameraStart = cameraStart;
+}
+
+const std::vector<LevelBspNode*>* Level::nodesOf(const Polygon2D& polygon) {
+    TARNWICK_LOCATION("Level::nodesOf");
+    const auto entry = state.polygonNodes.find(&polygon);
+    return entry != state.polygonNodes.end() ? &entry->second : nullptr;
+}
+
+void Level::buildPolyNodeMap() {
+    TARNWICK_LOCATION("Level::buildPolyNodeMap");
+    std::vector<LevelBspNode*> nodes;
+    LevelBspTree::getNodeList(nodes);
+    for (LevelBspNode* node : nodes) {
+        state.polygonNodes[node->polygon].push_back(node);
+    }
+}
+
+bool Level::conCmdDrawTriangles(bool value, bool set) {
+    TARNWICK_LOCATION("Level::conCmdDrawTriangles");
+    if (set) {
+        state.drawTriangles = value;
+    }
+    return state.drawTriangles;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,237 @@
+#include "level/LevelBspBuilder.h"
+
+#include "core/BoxRow.h"
+#include "core/Geometry.h"
+#include "core/LocationStack.h"
+#include "level/LevelBspPartition.h"
+#include "level/Polygon2D.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float shortestEdge = 0.01f; ///< World units: an edge must be longer to be kept.
+constexpr float nearDistance = 0.01f; ///< World units: ends nearer than this on each axis coincide, and ends
+                                      ///< nearer than this to a line lie on it.
+constexpr float overlapMargin = 0.0001f; ///< World units.
+constexpr float cutMargin = 0.01f; ///< World units: nearer to the end of an edge than this nothing is cut.
+constexpr float sameDirection = 0.9999f; ///< Dot product of unit directions above which they are the same.
+
+enum class Use { none, solid, caulk };
+
+Use useOf(const Polygon2D& polygon) {
+    TARNWICK_LOCATION("LevelBspBuilder::useOf");
+    if (polygon.triangleCount == 0 || polygon.pointsX.size() < 2) {
+        return Use::none;
+    }
+    if (!polygon.collideable && !polygon.drawable) {
+        return Use::caulk;
+    }
+    return polygon.collideable && !polygon.moveable ? Use::solid : Use::none;
+}
+
+/// Adds an edge of `polygon` unless it is too short.
+void addEdge(std::vector<LevelBspNode>& edges, Polygon2D& polygon, Vector2 start, Vector2 end, Use use) {
+    TARNWICK_LOCATION("LevelBspBuilder::addEdge");
+    LevelBspNode edge;
+    edge.start = start;
+    edge.end = end;
+    edge.length = distanceBetween(start, end);
+    if (edge.length <= shortestEdge) {
+        return;
+    }
+    edge.direction = end - start;
+    normaliseVector(edge.direction);
+    edge.normal = {-edge.direction.y, edge.direction.x};
+    edge.friction = polygon.frictionLevel;
+    edge.polygon = &polygon;
+    edge.caulk = use == Use::caulk;
+    edges.push_back(edge);
+}
+
+bool coincide(Vector2 a, Vector2 b) {
+    return std::abs(a.x - b.x) < nearDistance && std::abs(a.y - b.y) < nearDistance;
+}
+
+bool overlaps(float position, float length) {
+    return position >= overlapMargin && position < length - overlapMargin;
+}
+
+bool liesInside(float position, float length) {
+    return position > cutMargin && position < length - cutMargin;
+}
+
+/// The pass of `optimiseInitialNodeList` over its list.
+///
+/// Something happens to a pair only if the second edge starts where the first ends, or if it lies in the
+/// first one's line with both ends. The boxes of blocks of edges tell where neither can be the case.
+class EdgeMerger {
+public:
+    explicit EdgeMerger(std::vector<LevelBspNode>& edgeList)
+        : edges(edgeList)
+        , deleted(edgeList.size(), false) {
+        TARNWICK_LOCATION("EdgeMerger::EdgeMerger");
+        for (const LevelBspNode& edge : edges) {
+            row.append(Box::around(edge.start, edge.end));
+        }
+    }
+
+    void run() {
+        TARNWICK_LOCATION("EdgeMerger::run");
+        for (std::size_t first = 0; first < edges.size(); ++first) { // pieces make the list grow meanwhile
+            if (!deleted[first] && !edges[first].polygon->destructable) {
+                treatPairsOf(first);
+            }
+        }
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < edges.size(); ++i) {
+            if (!deleted[i]) {
+                edges[kept++] = edges[i];
+            }
+        }
+        edges.resize(kept);
+    }
+
+private:
+    std::vector<LevelBspNode>& edges;
+    std::vector<bool> deleted; ///< Those that are deleted keep their place until the end.
+    BoxRow row;                ///< The edges, with at least the room they take up now.
+
+    /// Compares an edge with those behind it until something happens, which always ends the edge.
+    void treatPairsOf(std::size_t first) {
+        TARNWICK_LOCATION("EdgeMerger::treatPairsOf");
+        const LevelBspNode e1 = edges[first];
+        // The values tested below, rounding included, only grow or only fall along either axis: a box holds
+        // no value beyond those of two of its corners.
+        const bool rightUp = e1.normal.x >= 0.0f;
+        const bool frontUp = e1.normal.y >= 0.0f;
+        const auto mayMatter = [&](const Box& box, std::size_t) {
+            const bool nearEnd =
+                !(e1.end.x - box.maxX >= nearDistance || e1.end.x - box.minX <= -nearDistance ||
+                  e1.end.y - box.maxY >= nearDistance || e1.end.y - box.minY <= -nearDistance);
+            const Vector2 low{rightUp ? box.minX : box.maxX, frontUp ? box.minY : box.maxY};
+            const Vector2 high{rightUp ? box.maxX : box.minX, frontUp ? box.maxY : box.minY};
+            return nearEnd || !(dotProduct(low - e1.start, e1.normal) >= nearDistance ||
+                                dotProduct(high - e1.start, e1.normal) <= -nearDistance);
+        };
+        for (std::size_t i = row.next(first + 1, mayMatter); i < edges.size();
+             i = row.next(i + 1, mayMatter)) {
+            if (!deleted[i] && !edges[i].polygon->destructable && treatPair(first, i)) {
+                return;
+            }
+        }
+    }
+
+    /// False when nothing happens to the pair.
+    bool treatPair(std::size_t first, std::size_t second) {
+        TARNWICK_LOCATION("EdgeMerger::treatPair");
+        const LevelBspNode& e1 = edges[first];
+        LevelBspNode& e2 = edges[second];
+        if (coincide(e1.end, e2.start)) {
+            if (coincide(e1.start, e2.end)) {
+                deleted[first] = true;
+                deleted[second] = true;
+                return true;
+            }
+            if (dotProduct(e1.direction, e2.direction) > sameDirection) {
+                e2.start = e1.start;
+                e2.length += e1.length;
+                row.grow(second, Box::around(e2.start, e2.end));
+                deleted[first] = true;
+                return true;
+            }
+        }
+        if (!(std::abs(dotProduct(e2.start - e1.start, e1.normal)) < nearDistance &&
+              std::abs(dotProduct(e2.end - e1.start, e1.normal)) < nearDistance)) {
+            return false;
+        }
+        return cutOverlap(first, second);
+    }
+
+    /// Replaces two edges in one line by what the other leaves of each, the two taken as opposite in
+    /// direction. False when they share nothing.
+    bool cutOverlap(std::size_t first, std::size_t second) {
+        TARNWICK_LOCATION("EdgeMerger::cutOverlap");
+        const LevelBspNode e1 = edges[first];
+        const LevelBspNode e2 = edges[second];
+        const float s1 = dotProduct(e1.start - e2.start, e2.direction);
+        const float s2 = dotProduct(e1.end - e2.start, e2.direction);
+        const float t1 = dotProduct(e2.start - e1.start, e1.direction);
+        const float t2 = dotProduct(e2.end - e1.start, e1.direction);
+        if (!overlaps(s1, e2.length) && !overlaps(s2, e2.length) && !overlaps(t1, e1.length) &&
+            !overlaps(t2, e1.length)) {
+            return false;
+        }
+        if (liesInside(s1, e2.length)) {
+            addPiece(e2, e1.start, e2.end);
+        }
+        if (liesInside(s2, e2.length)) {
+            addPiece(e2, e2.start, e1.end);
+        }
+        if (liesInside(t1, e1.length)) {
+            addPiece(e1, e2.start, e1.end);
+        }
+        if (liesInside(t2, e1.length)) {
+            addPiece(e1, e1.start, e2.end);
+        }
+        deleted[first] = true;
+        deleted[second] = true;
+        return true;
+    }
+
+    void addPiece(const LevelBspNode& parent, Vector2 start, Vector2 end) {
+        TARNWICK_LOCATION("EdgeMerger::addPiece");
+        LevelBspNode piece = parent;
+        piece.start = start;
+        piece.end = end;
+        piece.length = distanceBetween(start, end);
+        edges.push_back(piece);
+        deleted.push_back(false);
+        row.append(Box::around(start, end));
+    }
+};
+
+} // namespace
+
+std::vector<LevelBspNode> LevelBspBuilder::buildInitialNodeList(std::list<Polygon2D>& polygons) {
+    TARNWICK_LOCATION("LevelBspBuilder::buildInitialNodeList");
+    std::vector<LevelBspNode> edges;
+    for (Polygon2D& polygon : polygons) {
+        const Use use = useOf(polygon);
+        if (use == Use::none) {
+            continue;
+        }
+        for (std::size_t i = 0; i < polygon.pointsX.size(); ++i) {
+            const std::size_t next = i + 1 == polygon.pointsX.size() ? 0 : i + 1;
+            const Vector2 point{polygon.pointsX[i], polygon.pointsY[i]};
+            const Vector2 following{polygon.pointsX[next], polygon.pointsY[next]};
+            if (polygon.counterClockwise) {
+                addEdge(edges, polygon, point, following, use);
+            } else {
+                addEdge(edges, polygon, following, point, use);
+            }
+        }
+    }
+    std::reverse(edges.begin(), edges.end());
+    return edges;
+}
+
+void LevelBspBuilder::optimiseInitialNodeList(std::vector<LevelBspNode>& edges) {
+    TARNWICK_LOCATION("LevelBspBuilder::optimiseInitialNodeList");
+    EdgeMerger(edges).run();
+}
+
+void LevelBspBuilder::removeCaulkNodes(std::vector<LevelBspNode>& edges) {
+    TARNWICK_LOCATION("LevelBspBuilder::removeCaulkNodes");
+    std::erase_if(edges, [](const LevelBspNode& edge) { return edge.caulk; });
+}
+
+std::vector<LevelBspNode> LevelBspBuilder::buildTree(const std::vector<LevelBspNode>& edges) {
+    TARNWICK_LOCATION("LevelBspBuilder::buildTree");
+    return LevelBspPartition(edges).build();
+}
+
+} // namespace tarnwick

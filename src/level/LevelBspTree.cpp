@@ -1,0 +1,356 @@
+#include "level/LevelBspTree.h"
+
+#include "console/GLConsole.h"
+#include "core/Geometry.h"
+#include "core/LocationStack.h"
+#include "core/Random.h"
+#include "core/Strings.h"
+#include "level/Level.h"
+#include "level/LevelBspBuilder.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <list>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float rayStartSlack = 0.025f;   ///< World units: a ray that starts this near to an edge lies on it.
+constexpr std::int32_t testPasses = 2048; ///< Of `BspCast`.
+constexpr float testRayReach = 100'000.0f; ///< World units: rays end up to half of this away on each axis.
+
+/// Whether a parameter lies in 0 to 1. Its bits as a whole number are at most those of 1 for exactly these
+/// numbers: negative ones, negative zero, those above 1 and what is no number at all are larger.
+bool isShare(float parameter) {
+    TARNWICK_LOCATION("LevelBspTree::isShare");
+    return std::bit_cast<std::uint32_t>(parameter) <= 0x3F800000u;
+}
+
+/// Where `point` lies on the way from `start` to `end`, measured along the longer axis. Without their sign
+/// bits, floats compare as whole numbers do.
+float parameterOf(Vector2 point, Vector2 start, Vector2 end) {
+    TARNWICK_LOCATION("LevelBspTree::parameterOf");
+    const float dx = end.x - start.x;
+    const float dy = end.y - start.y;
+    const bool alongX = std::bit_cast<std::uint32_t>(dy) << 1 < std::bit_cast<std::uint32_t>(dx) << 1;
+    return alongX ? (point.x - start.x) / dx : (point.y - start.y) / dy;
+}
+
+/// Whether a ray meets an edge; moves `rayEnd` there if it does. Parallel lines never meet.
+bool edgeIntersectFast(const Vector2& rayStart,
+                       Vector2& rayEnd,
+                       const Vector2& edgeStart,
+                       const Vector2& edgeEnd) {
+    TARNWICK_LOCATION("LevelBspTree::edgeIntersectFast");
+    constexpr float nowhere =
+        std::numeric_limits<float>::quiet_NaN(); // stays for parallel lines, and is no share
+    Vector2 meeting{nowhere, nowhere};
+    lineIntersection(rayStart, rayEnd, edgeStart, edgeEnd, meeting);
+    if (!isShare(parameterOf(meeting, rayStart, rayEnd)) ||
+        !isShare(parameterOf(meeting, edgeStart, edgeEnd))) {
+        return false;
+    }
+    rayEnd = meeting;
+    return true;
+}
+
+/// Depth of the deepest node, 1 for a lone root. Each node stands behind the one above it.
+std::size_t deepest(const std::vector<LevelBspNode>& nodes) {
+    TARNWICK_LOCATION("LevelBspTree::deepest");
+    std::vector<std::size_t> depths(nodes.size(), 1);
+    std::size_t largest = 0;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        if (nodes[i].parent != nullptr) {
+            depths[i] = depths[static_cast<std::size_t>(nodes[i].parent - nodes.data())] + 1;
+        }
+        largest = std::max(largest, depths[i]);
+    }
+    return largest;
+}
+
+/// The node that comes first among `node` and all below it.
+LevelBspNode* firstOf(LevelBspNode* node) {
+    TARNWICK_LOCATION("LevelBspTree::firstOf");
+    while (node->behind != nullptr) {
+        node = node->behind;
+    }
+    return node;
+}
+
+/// Gives `flag` the value if `set`, and returns what it then is: a command on a plain switch.
+bool switchCommand(bool& flag, bool value, bool set) {
+    TARNWICK_LOCATION("LevelBspTree::switchCommand");
+    if (set) {
+        flag = value;
+    }
+    return flag;
+}
+
+template <typename Value>
+void printLine(const char* label, Value value) {
+    TARNWICK_LOCATION("LevelBspTree::printLine");
+    GLConsole::print(label);
+    GLConsole::print(value);
+}
+
+void printWalkUsage() {
+    TARNWICK_LOCATION("LevelBspTree::printWalkUsage");
+    GLConsole::print("\nUnrecognised tree walk command. Valid commands are: ");
+    GLConsole::print("\n");
+    GLConsole::print(
+        "\nBspTreeWalk LEFT"); // Kept: the texts name the command otherwise than it is registered.
+    GLConsole::print("\nBspTreeWalk RIGHT");
+    GLConsole::print("\nBspTreeWalk PARENT");
+    GLConsole::print("\nBspTreeWalk ROOT");
+    GLConsole::print("\n");
+}
+
+} // namespace
+
+LevelBspTree::State LevelBspTree::state;
+
+void LevelBspTree::create() {
+    TARNWICK_LOCATION("LevelBspTree::create");
+    clear();
+    FrameTimer timer;
+    clearDrawSwitches();
+    GLConsole::print("\nCreating the level bsp tree...");
+    addCommands();
+    std::vector<LevelBspNode> edges = LevelBspBuilder::buildInitialNodeList(Level::polygons);
+    LevelBspBuilder::optimiseInitialNodeList(edges);
+    LevelBspBuilder::removeCaulkNodes(edges);
+    if (edges.empty()) {
+        return;
+    }
+    state.nodes = LevelBspBuilder::buildTree(edges);
+    state.depth = deepest(state.nodes);
+    state.crossings.resize(state.depth);
+    state.rootNode = state.nodes.data();
+    timer.update();
+    GLConsole::print("\nBsp Tree created in ");
+    GLConsole::print(timer.getSeconds());
+    GLConsole::print(" seconds.");
+    state.walkNode = state.rootNode;
+}
+
+void LevelBspTree::clear() {
+    TARNWICK_LOCATION("LevelBspTree::clear");
+    ++state.generation;
+    state.rootNode = nullptr;
+    state.walkNode = nullptr;
+    state.depth = 0;
+    state.nodes = {}; // gives the memory back, which `clear` does not
+    state.crossings = {};
+    for (const char* name : {"BspSize", "BspDepth", "BspWalk", "BspWalkDraw", "BspCast", "BspCastDraw",
+                             "BspSplitDraw", "BspNodeDraw"}) {
+        GLConsole::removeCommand(name);
+    }
+}
+
+void LevelBspTree::addCommands() {
+    TARNWICK_LOCATION("LevelBspTree::addCommands");
+    GLConsole::addCommand("BspSize", conCmdBspSize);
+    GLConsole::addCommand("BspDepth", conCmdBspDepth);
+    GLConsole::addCommand("BspWalk", conCmdBspWalk);
+    GLConsole::addCommand("BspWalkDraw", conCmdBspWalkDraw);
+    GLConsole::addCommand("BspCast", conCmdBspCast);
+    GLConsole::addCommand("BspCastDraw", conCmdBspCastDraw);
+    GLConsole::addCommand("BspSplitDraw", conCmdBspSplitDraw);
+    GLConsole::addCommand("BspNodeDraw", conCmdBspNodeDraw);
+}
+
+void LevelBspTree::clearDrawSwitches() {
+    TARNWICK_LOCATION("LevelBspTree::clearDrawSwitches");
+    state.nodeDraw = false;
+    state.splitDraw = false;
+    state.castDraw = false;
+    state.walkDraw = false;
+}
+
+void LevelBspTree::resetTree() {
+    TARNWICK_LOCATION("LevelBspTree::resetTree");
+    clearDrawSwitches();
+    for (LevelBspNode& node : state.nodes) {
+        node.hasEdge = true;
+    }
+}
+
+/// Goes down the near side first. A node whose line the ray crosses waits until nothing was hit there; then
+/// the node itself is tried, and the way goes on down its far side. So the first hit is the nearest.
+LevelBspNode* LevelBspTree::raycast(const Vector2& start, Vector2& end) {
+    TARNWICK_LOCATION("LevelBspTree::raycast");
+    if (state.rootNode == nullptr || start == end) { // exactly
+        return nullptr;
+    }
+    std::size_t waiting = 0;
+    LevelBspNode* node = state.rootNode;
+    for (;;) {
+        while (node != nullptr) {
+            const float startDistance = dotProduct(start - node->start, node->normal);
+            const float endDistance = dotProduct(end - node->start, node->normal);
+            if (std::abs(startDistance) <= rayStartSlack && hitsWhereItStarts(*node, start, end)) {
+                return node;
+            }
+            const bool startsInFront = startDistance >= 0.0f;
+            const bool endsInFront = endDistance >= 0.0f;
+            LevelBspNode* nearSide = startsInFront ? node->inFront : node->behind;
+            if (startsInFront != endsInFront) {
+                state.crossings[waiting++] = {node, startsInFront ? node->behind : node->inFront};
+            }
+            node = nearSide;
+        }
+        if (waiting == 0) {
+            return nullptr;
+        }
+        const Crossing& crossing = state.crossings[--waiting];
+        if (crossing.node->hasEdge &&
+            edgeIntersectFast(start, end, crossing.node->start, crossing.node->end)) {
+            return crossing.node;
+        }
+        node = crossing.farSide;
+    }
+}
+
+/// For a ray that starts on the line of `node`: whether it starts on the edge, switched off or not. Moves
+/// `end` onto the edge if it does, away from the edge's own ends.
+bool LevelBspTree::hitsWhereItStarts(const LevelBspNode& node, const Vector2& start, Vector2& end) {
+    TARNWICK_LOCATION("LevelBspTree::hitsWhereItStarts");
+    float position = dotProduct(start - node.start, node.direction);
+    if (!(position > -rayStartSlack && position < node.length + rayStartSlack)) {
+        return false;
+    }
+    if (position <= rayStartSlack) {
+        position = rayStartSlack;
+    }
+    if (position >= node.length - rayStartSlack) {
+        position = node.length - rayStartSlack;
+    }
+    end = node.start + node.direction * position;
+    return true;
+}
+
+void LevelBspTree::getNodeList(std::vector<LevelBspNode*>& nodes) {
+    TARNWICK_LOCATION("LevelBspTree::getNodeList");
+    nodes.reserve(nodes.size() + state.nodes.size());
+    LevelBspNode* node = state.rootNode != nullptr ? firstOf(state.rootNode) : nullptr;
+    while (node != nullptr) {
+        nodes.push_back(node);
+        if (node->inFront != nullptr) {
+            node = firstOf(node->inFront);
+            continue;
+        }
+        while (node->parent != nullptr && node->parent->inFront == node) {
+            node = node->parent; // all that was in front of it is done
+        }
+        node = node->parent;
+    }
+}
+
+std::int32_t LevelBspTree::conCmdBspSize() {
+    TARNWICK_LOCATION("LevelBspTree::conCmdBspSize");
+    return static_cast<std::int32_t>(state.nodes.size());
+}
+
+std::int32_t LevelBspTree::conCmdBspDepth() {
+    TARNWICK_LOCATION("LevelBspTree::conCmdBspDepth");
+    return static_cast<std::int32_t>(state.depth);
+}
+
+void LevelBspTree::conCmdBspWalk(const std::string& direction) {
+    TARNWICK_LOCATION("LevelBspTree::conCmdBspWalk");
+    if (state.walkNode == nullptr) {
+        return;
+    }
+    std::string word = direction;
+    slStringUpper(word);
+    const auto moveTo = [](LevelBspNode* node, const char* refusal) {
+        if (node != nullptr) {
+            state.walkNode = node;
+        } else {
+            GLConsole::print(refusal);
+        }
+    };
+    if (word == "PARENT") {
+        moveTo(state.walkNode->parent, "\nNo parent node at current node.");
+    } else if (word == "LEFT") {
+        moveTo(state.walkNode->behind, "\nNo left child node at current node.");
+    } else if (word == "RIGHT") {
+        moveTo(state.walkNode->inFront, "\nNo right child node at current node.");
+    } else if (word == "ROOT") {
+        moveTo(state.walkNode != state.rootNode ? state.rootNode : nullptr, "\nAlready at root node.");
+    } else {
+        printWalkUsage();
+    }
+    std::string options;
+    options += state.walkNode != state.rootNode ? "ROOT " : "";
+    options += state.walkNode->parent != nullptr ? "PARENT " : "";
+    options += state.walkNode->behind != nullptr ? "LEFT " : "";
+    options += state.walkNode->inFront != nullptr ? "RIGHT " : "";
+    GLConsole::print("\nWalk options for current node: ");
+    GLConsole::print(options);
+}
+
+bool LevelBspTree::conCmdBspWalkDraw(bool value, bool set) {
+    TARNWICK_LOCATION("LevelBspTree::conCmdBspWalkDraw");
+    return switchCommand(state.walkDraw, value, set);
+}
+
+void LevelBspTree::conCmdBspCast(const std::string& target) {
+    TARNWICK_LOCATION("LevelBspTree::conCmdBspCast");
+    std::list<std::string> words;
+    slSeparateArgs(target, words);
+    if (words.size() != 2 || !slStringIsNumeric(words.front()) || !slStringIsNumeric(words.back())) {
+        GLConsole::print("\nUSAGE: BspCast < number > < number >");
+        return;
+    }
+    if (!state.castTimer) {
+        state.castTimer.emplace();
+    }
+    state.castTimer->reset();
+    castTestRays({slStringToFloat(words.front()), slStringToFloat(words.back())});
+    state.castTimer->update();
+
+    constexpr auto raysPerPass = static_cast<std::int32_t>(testRayCount);
+    constexpr std::int32_t rays = raysPerPass * testPasses;
+    GLConsole::printTitle("Test ray cast results");
+    printLine("\nTest cast rays:              ", raysPerPass);
+    printLine("\nTest cast iterations:        ", testPasses);
+    printLine("\nTotal rays cast:             ", rays);
+    printLine("\nSeconds taken:               ", state.castTimer->getSeconds());
+    printLine("\nClocks taken:                ", state.castTimer->getClocks());
+    printLine("\nRays per second (average):   ", static_cast<float>(rays) / state.castTimer->getSeconds());
+}
+
+/// Casts rays in all directions, for each first drawing its end's x and then its y at random.
+void LevelBspTree::castTestRays(Vector2 start) {
+    TARNWICK_LOCATION("LevelBspTree::castTestRays");
+    for (std::int32_t pass = 0; pass < testPasses; ++pass) {
+        for (std::size_t ray = 0; ray < testRayCount; ++ray) {
+            const float x = (randomFloat() - 0.5f) * testRayReach;
+            const float y = (randomFloat() - 0.5f) * testRayReach;
+            state.testRayStarts[ray] = start;
+            state.testRayEnds[ray] = start + Vector2{x, y};
+            raycast(start, state.testRayEnds[ray]);
+        }
+    }
+}
+
+bool LevelBspTree::conCmdBspCastDraw(bool value, bool set) {
+    TARNWICK_LOCATION("LevelBspTree::conCmdBspCastDraw");
+    return switchCommand(state.castDraw, value, set);
+}
+
+bool LevelBspTree::conCmdBspSplitDraw(bool value, bool set) {
+    TARNWICK_LOCATION("LevelBspTree::conCmdBspSplitDraw");
+    return switchCommand(state.splitDraw, value, set);
+}
+
+bool LevelBspTree::conCmdBspNodeDraw(bool value, bool set) {
+    TARNWICK_LOCATION("LevelBspTree::conCmdBspNodeDraw");
+    return switchCommand(state.nodeDraw, value, set);
+}
+
+} // namespace tarnwick

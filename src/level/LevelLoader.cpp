@@ -1,0 +1,112 @@
+#include "level/LevelLoader.h"
+
+#include "console/GLConsole.h"
+#include "core/DataFiles.h"
+#include "core/FrameTimer.h"
+#include "core/LocationStack.h"
+#include "graphics/GLWindow.h"
+#include "level/Level.h"
+#include "level/LevelFile.h"
+#include "level/Polygon2D.h"
+#include "level/SurfaceTypeManager.h"
+
+#include <fstream>
+#include <utility>
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+Vector2 toVector(LevelFile::Point point) {
+    TARNWICK_LOCATION("LevelLoader::toVector");
+    return {static_cast<float>(point.x), static_cast<float>(point.y)};
+}
+
+/// A polygon of the level from its record; the outline is cut into triangles on the way.
+Polygon2D buildPolygon(const LevelFile::PolygonRecord& record) {
+    TARNWICK_LOCATION("LevelLoader::buildPolygon");
+    Polygon2D polygon;
+    polygon.id = record.polygonId;
+    polygon.setFrictionLevel(SurfaceTypeManager::getSurfaceTypeFriction(record.surfaceType));
+    polygon.collideable = record.polygonMode != 1 && record.polygonMode != 3;
+    polygon.drawable = record.polygonMode != 2 && record.polygonMode != 3;
+    polygon.layer = record.layer;
+    std::vector<Vector2> points;
+    points.reserve(record.points.size());
+    for (const LevelFile::Point point : record.points) {
+        points.push_back(toVector(point));
+    }
+    polygon.addPoints(points);
+    return polygon;
+}
+
+/// Builds what a level is made of while its file is read.
+class LevelBuilder final : public LevelFile::Reader {
+public:
+    std::vector<Polygon2D> polygons;
+
+    void wrongVersion(std::uint32_t found) override {
+        TARNWICK_LOCATION("LevelBuilder::wrongVersion");
+        GLConsole::print("\nInvalid level file version. Version is ");
+        GLConsole::print(found);
+        GLConsole::print(". Version used by game is ");
+        GLConsole::print(LevelFile::version);
+        GLConsole::print(".");
+    }
+
+    void polygonRead(const LevelFile::PolygonRecord& record) override {
+        TARNWICK_LOCATION("LevelBuilder::polygonRead");
+        polygons.push_back(buildPolygon(record));
+        GLWindow::run(); // keeps the window alive: cutting up an outline takes its time
+    }
+
+    void objectRead(const LevelFile::ObjectRecord& /*record*/) override {
+        TARNWICK_LOCATION("LevelBuilder::objectRead");
+        GLWindow::run();
+    }
+
+    void soundSourceRead(const LevelFile::SoundSourceRecord& /*record*/) override {
+        TARNWICK_LOCATION("LevelBuilder::soundSourceRead");
+        GLWindow::run();
+    }
+};
+
+/// Puts the level that was read in the place of the one in memory. Nothing here can fail.
+void handOver(const LevelFile& file, LevelBuilder& builder) {
+    TARNWICK_LOCATION("LevelLoader::handOver");
+    Level::clear(); // the old level goes only now
+    for (Polygon2D& polygon : builder.polygons) {
+        Level::polygons.push_back(std::move(polygon));
+    }
+    Level::setStartPoints(toVector(file.waterStart), toVector(file.cameraStart));
+}
+
+} // namespace
+
+bool LevelLoader::loadLevel(const std::string& fileName) {
+    TARNWICK_LOCATION("LevelLoader::loadLevel");
+    std::ifstream stream(DataFiles::find(fileName), std::ios::binary);
+    if (!stream.is_open()) {
+        GLConsole::print("\nUnable to open level file '" + fileName + "'");
+        return false;
+    }
+    FrameTimer timer;
+    LevelFile file;
+    LevelBuilder builder;
+    if (const char* reason = LevelFile::read(stream, file, &builder); reason != nullptr) {
+        GLConsole::print("\nError reading level file '" + fileName + "'");
+        GLConsole::print("\nReason: ");
+        GLConsole::print(reason);
+        return false;
+    }
+    timer.update();
+    GLConsole::print("\nLevel '" + fileName + "' loaded successfully..");
+    GLConsole::print("\nLevel loading took ");
+    GLConsole::print(timer.getSeconds());
+    GLConsole::print(" seconds.");
+    handOver(file, builder);
+    return true;
+}
+
+} // namespace tarnwick
