@@ -39,8 +39,10 @@ void Level::reset() {
     state.drawTriangles = false;
     for (Polygon2D& polygon : polygons) {
         polygon.visible = true;
-        polygon.offset = {};
-        polygon.previousOffset = {};
+        polygon.offsetX = 0.0f;
+        polygon.offsetY = 0.0f;
+        polygon.previousOffsetX = 0.0f;
+        polygon.previousOffsetY = 0.0f;
     }
     LevelBspTree::resetTree();
 }
