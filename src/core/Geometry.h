@@ -9,6 +9,7 @@ namespace tarnwick {
 
 /// Lengths below this are measured again after scaling up: their squares leave the normal range of a float.
 constexpr float shortestSafeLength = 0x1p-62f;
+constexpr float liftOfShortVectors = 0x1p100f; ///< A power of two: scales exactly.
 
 inline float dotProduct(Vector2 a, Vector2 b) {
     return a.x * b.x + a.y * b.y;
@@ -31,7 +32,7 @@ inline void normaliseVector(Vector2& v) {
             v = {1.0f, 0.0f};
             return;
         }
-        v *= 0x1p100f; // exact: a power of two
+        v *= liftOfShortVectors;
         length = vectorLength(v);
     }
     v = v / length;
