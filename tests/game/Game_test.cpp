@@ -1,0 +1,402 @@
+#include "game/Game.h"
+
+#include "console/GLConsole.h"
+#include "core/Clock.h"
+#include "game/Camera.h"
+#include "graphics/GLWindow.h"
+#include "graphics/KeyMap.h"
+#include "level/Level.h"
+#include "particles/ParticleGroupMover.h"
+#include "particles/ParticleManager.h"
+#include "support/DataFolder.h"
+#include "support/Keyboard.h"
+#include "support/ModuleTest.h"
+
+#include <cstring>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float waterX = 100.0f;
+constexpr float waterY = -40.0f;
+constexpr float cameraX = -300.0f;
+constexpr float cameraY = 20.0f;
+
+/// A level file without any entity: header, seven empty sections, the start points.
+std::string emptyLevelFile() {
+    const std::int32_t words[] = {0x008F1397,
+                                  12,
+                                  0,
+                                  0,
+                                  0,
+                                  0,
+                                  0,
+                                  0,
+                                  0,
+                                  static_cast<std::int32_t>(waterX),
+                                  static_cast<std::int32_t>(waterY),
+                                  static_cast<std::int32_t>(cameraX),
+                                  static_cast<std::int32_t>(cameraY)};
+    std::string bytes(sizeof words, '\0');
+    std::memcpy(bytes.data(), words, sizeof words);
+    return bytes;
+}
+
+/// The mean that a batch of 16 frames of `milliseconds` each gives: summed up in float, as the game does.
+float batchMean(std::uint32_t milliseconds) {
+    float sum = 0.0f;
+    for (int i = 0; i < 16; ++i) {
+        sum += static_cast<float>(milliseconds) * 0.001f;
+    }
+    return sum * 0.0625f;
+}
+
+} // namespace
+
+/// An empty level in a data folder of its own, and a window of 800 by 600. Time stands unless a test moves
+/// it.
+class GameTest : public ModuleTest {
+protected:
+    GameTest() {
+        data.write("maps/empty.rivl", emptyLevelFile());
+        data.write("cfg/water.cfg", "gravity = 700 roomTemperature = 20 particleKillTime = 0.5");
+        data.write("cfg/camera.cfg",
+                   "movementInterpolateSpeed = 0.25 waypointInterpolateSpeed = 0.25 maxAngle = 90 "
+                   "keyboardTurnSpeed = 60");
+        GLWindow::createHeadless(800, 600);
+        GLConsole::initialise();
+    }
+    ~GameTest() override { GLWindow::close(); }
+
+    static constexpr const char* level = "maps\\empty.rivl";
+
+    /// Starts the level with the camera on the water, so that the simulation runs.
+    static void start() {
+        Game::initialise(level);
+        Camera::setPosition(waterX, waterY);
+        Camera::setState(Camera::normal);
+    }
+    /// One frame, `milliseconds` after the last.
+    void frame(std::uint32_t milliseconds) {
+        now += milliseconds;
+        Clock::drive(now);
+        Game::gameLoop();
+    }
+    /// How far the newest particle has fallen since the level began; each tick of it is told by the speed.
+    static float fallSpeed() { return ParticleManager::particles.front().velocity.y; }
+    static Game::State& state() { return Game::state; }
+
+    DataFolder data;
+    std::uint32_t now = 0;
+};
+
+TEST_F(GameTest, TheViewOfAFourToThreeWindowIs800By600) {
+    EXPECT_EQ(Game::getViewAreaX(), 800.0f);
+    EXPECT_EQ(Game::getViewAreaY(), 600.0f);
+}
+
+TEST_F(GameTest, AWideWindowShowsMoreToTheSides) {
+    GLWindow::close();
+    GLWindow::createHeadless(1920, 1080);
+
+    EXPECT_EQ(Game::getViewAreaX(), 600.0f / 1080.0f * 1920.0f);
+    EXPECT_EQ(Game::getViewAreaY(), 600.0f);
+}
+
+TEST_F(GameTest, ASquareOrTallWindowShowsMoreAboveAndBelow) {
+    GLWindow::close();
+    GLWindow::createHeadless(600, 600);
+
+    EXPECT_EQ(Game::getViewAreaX(), 800.0f);
+    EXPECT_EQ(Game::getViewAreaY(), 600.0f * (800.0f / 600.0f));
+}
+
+TEST_F(GameTest, ALevelStartsWithItsWaterAndTheCameraOnItsWay) {
+    const bool loaded = Game::initialise(level);
+
+    EXPECT_TRUE(loaded);
+    EXPECT_EQ(ParticleManager::particles.size(), 128u);
+    EXPECT_EQ(Camera::position(), (Vector2{cameraX, cameraY}));
+    EXPECT_TRUE(Camera::movingTowardsWaypoint());
+    EXPECT_EQ(Game::currentMap(), level);
+    EXPECT_TRUE(Game::running());
+}
+
+TEST_F(GameTest, ALevelThatCannotBeLoadedLeavesTheLoopRunningOverNothing) {
+    const bool loaded = Game::initialise("maps\\missing.rivl");
+
+    EXPECT_FALSE(loaded);
+    EXPECT_TRUE(Game::running());
+    EXPECT_TRUE(ParticleManager::particles.empty());
+    EXPECT_EQ(Game::currentMap(), "");
+}
+
+TEST_F(GameTest, WithoutAWindowNothingRuns) {
+    GLWindow::close();
+
+    Game::run(level);
+
+    EXPECT_FALSE(Game::running());
+    EXPECT_TRUE(ParticleManager::particles.empty());
+}
+
+TEST_F(GameTest, ARunEndsWithTheWindowAndGivesTheListenerBack) {
+    sendWindowEvent(SDL_WINDOWEVENT_CLOSE);
+
+    Game::run(level);
+
+    EXPECT_FALSE(GLWindow::exists());
+    EXPECT_FALSE(Game::running());
+    EXPECT_TRUE(ParticleManager::particles.empty());
+}
+
+TEST_F(GameTest, TheFirstFrameTicksAndTheNextFifteenDoNot) {
+    start();
+    frame(10);
+    const float afterFirst = fallSpeed();
+    for (int i = 0; i < 15; ++i) {
+        frame(10);
+    }
+
+    EXPECT_GT(afterFirst, 0.0f);
+    EXPECT_EQ(fallSpeed(), afterFirst);
+    EXPECT_EQ(state().averageFrameTime, batchMean(10)); // the batch is complete now
+}
+
+TEST_F(GameTest, At200FramesASecondEveryThirdFrameTicksWith15Milliseconds) {
+    start();
+    for (int i = 0; i < 16; ++i) {
+        frame(5);
+    }
+    const float before = fallSpeed(); // the 16th frame has put 5 ms into the accumulator
+    frame(5);
+    const float afterSecond = fallSpeed();
+    const float gathered = state().tickAccumulator;
+    frame(5);
+
+    EXPECT_EQ(afterSecond, before);
+    EXPECT_EQ(gathered, batchMean(5) + batchMean(5));
+    EXPECT_GT(fallSpeed(), before);
+    EXPECT_EQ(state().tickAccumulator, 0.0f);
+}
+
+TEST_F(GameTest, At20FramesASecondTheSimulationSlowsDownAndTheCameraDoesNot) {
+    start();
+    data.write("cfg/camera.cfg", "keyboardTurnSpeed = 60 maxAngle = 90");
+    Camera::initialise();
+    Camera::setState(Camera::normal);
+    Camera::setPosition(waterX, waterY);
+    pressKey(SDL_SCANCODE_LEFT, SDLK_LEFT);
+    GLWindow::run();
+    ParticleManager::particles.resize(1); // alone: nobody to share its speed with
+    const float before = fallSpeed();
+
+    Game::tick(0.05f);
+
+    EXPECT_EQ(fallSpeed() - before, 0.033333335f * 700.0f);
+    EXPECT_EQ(Camera::angle(), 0.05f * 60.0f);
+}
+
+TEST_F(GameTest, WhileTheCameraFliesTheWaterStandsStill) {
+    Game::initialise(level);
+
+    Game::tick(Game::tickThreshold);
+
+    EXPECT_EQ(fallSpeed(), 0.0f);
+    EXPECT_NE(Camera::position(), (Vector2{cameraX, cameraY}));
+}
+
+TEST_F(GameTest, WhilePausedTheCameraStillMovesAndTurns) {
+    start();
+    Camera::setPosition(waterX + 50.0f, waterY);
+    GLConsole::runLine("Pause true");
+    pressKey(SDL_SCANCODE_LEFT, SDLK_LEFT);
+    GLWindow::run();
+
+    Game::tick(Game::tickThreshold);
+
+    EXPECT_EQ(fallSpeed(), 0.0f);
+    EXPECT_LT(Camera::position().x, waterX + 50.0f);
+    EXPECT_GT(Camera::angle(), 0.0f);
+}
+
+TEST_F(GameTest, WhileTheConsoleIsOpenTheWaterFallsAndTheCameraDoesNotTurn) {
+    start();
+    Game::keyboardPressed(key::console);
+    pressKey(SDL_SCANCODE_LEFT, SDLK_LEFT);
+    GLWindow::run();
+
+    Game::tick(Game::tickThreshold);
+
+    EXPECT_GT(fallSpeed(), 0.0f);
+    EXPECT_EQ(Camera::angle(), 0.0f);
+}
+
+TEST_F(GameTest, TheConsoleKeyOpensAndClosesAndOtherKeysGoToIt) {
+    Game::keyboardPressed(key::console);
+    Game::keyboardPressed('P'); // typed, not pause
+    const bool pausedWhileOpen = Game::paused();
+    Game::keyboardPressed(key::console);
+    Game::keyboardPressed('P');
+
+    EXPECT_FALSE(pausedWhileOpen);
+    EXPECT_TRUE(Game::paused());
+}
+
+TEST_F(GameTest, ThePauseKeyToggles) {
+    Game::keyboardPressed(key::pause);
+    const bool afterFirst = Game::paused();
+    Game::keyboardPressed(key::pause);
+
+    EXPECT_TRUE(afterFirst);
+    EXPECT_FALSE(Game::paused());
+}
+
+TEST_F(GameTest, LosingTheFocusPauses) {
+    Game::windowFocusLost();
+
+    EXPECT_TRUE(Game::paused());
+}
+
+TEST_F(GameTest, AStopComesBeforeAChangeOfLevel) {
+    start();
+    Game::map("maps\\other.rivl");
+    Game::stop();
+
+    frame(10);
+
+    EXPECT_FALSE(Game::running());
+    EXPECT_EQ(Game::currentMap(), level);
+}
+
+TEST_F(GameTest, AChangeOfLevelComesAtTheEndOfTheFrame) {
+    data.write("maps/other.rivl", emptyLevelFile());
+    start();
+    Game::map("maps\\other.rivl");
+    const std::string before = Game::currentMap();
+
+    frame(10);
+
+    EXPECT_EQ(before, level);
+    EXPECT_EQ(Game::currentMap(), "maps\\other.rivl");
+    EXPECT_TRUE(Camera::movingTowardsWaypoint());
+}
+
+TEST_F(GameTest, ARestartPutsTheWaterBackWithoutReadingTheFile) {
+    start();
+    ParticleManager::particles.resize(3);
+    ParticleGroupMover::groups.emplace_back();
+    std::filesystem::remove(data.path() / "maps/empty.rivl");
+
+    GLConsole::runLine("Restart");
+    frame(10);
+
+    EXPECT_EQ(ParticleManager::particles.size(), 128u);
+    EXPECT_TRUE(ParticleGroupMover::groups.empty());
+    EXPECT_EQ(Camera::position(), (Vector2{cameraX, cameraY}));
+    EXPECT_TRUE(Camera::movingTowardsWaypoint());
+}
+
+TEST_F(GameTest, ShutdownTakesTheCommandsAndTheLevelAway) {
+    start();
+
+    Game::shutdown();
+
+    GLConsole::clear();
+    GLConsole::runLine("Pause");
+    EXPECT_EQ(GLConsole::outputText(),
+              "\nPause\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
+    EXPECT_FALSE(Game::running());
+}
+
+TEST_F(GameTest, PauseAnswersWhatHolds) {
+    start();
+    GLConsole::clear();
+
+    GLConsole::runLine("pause true");
+    GLConsole::runLine("Pause");
+
+    EXPECT_EQ(GLConsole::outputText(), "\npause true\nPause is now true\nPause\nPause is true");
+}
+
+TEST_F(GameTest, TheFrameSpeedIsPrintedOnceThereIsOne) {
+    start();
+    GLConsole::runLine("ShowGameSpeeds true");
+    GLConsole::clear();
+    for (int i = 0; i < 15; ++i) {
+        frame(10);
+    }
+    const std::string beforeFirstBatch = GLConsole::outputText();
+
+    frame(10);
+
+    EXPECT_EQ(beforeFirstBatch, "");
+    EXPECT_EQ(GLConsole::outputText(), "\nGame - fps: " + std::to_string(1.0f / batchMean(10)));
+}
+
+TEST_F(GameTest, TheCostOfTheSimulationIsPrintedAfterEach32Runs) {
+    start();
+    GLConsole::runLine("ShowSimSpeeds true");
+    GLConsole::clear();
+    for (int i = 0; i < 31; ++i) {
+        Game::tick(Game::tickThreshold);
+    }
+    const std::string before = GLConsole::outputText();
+
+    Game::tick(Game::tickThreshold);
+
+    EXPECT_EQ(before, "");
+    EXPECT_EQ(GLConsole::outputText().rfind("\nSimulation - clock tics: ", 0), 0u);
+}
+
+TEST_F(GameTest, TheFreeCameraMovesByKeysAndTheGameCameraDoesNotTurn) {
+    start();
+    GLConsole::runLine("FreeCamera true");
+    state().averageFrameTime = 0.02f;
+    pressKey(SDL_SCANCODE_RIGHT, SDLK_RIGHT);
+    pressKey(SDL_SCANCODE_UP, SDLK_UP);
+    GLWindow::run();
+
+    Game::tick(Game::tickThreshold);
+
+    EXPECT_EQ(state().freeCameraX, 500.0f / 1.0f * 0.02f);
+    EXPECT_EQ(state().freeCameraY, -(500.0f / 1.0f * 0.02f));
+    EXPECT_EQ(Camera::angle(), 0.0f);
+}
+
+TEST_F(GameTest, PageUpHasNoUpperBoundAndPageDownNoLowerOne) {
+    start();
+    GLConsole::runLine("FreeCamera true");
+    state().averageFrameTime = 0.2f; // a factor of 2
+    state().freeCameraZoom = 100.0f;
+    pressKey(SDL_SCANCODE_PAGEUP, SDLK_PAGEUP);
+    GLWindow::run();
+    Game::tick(Game::tickThreshold);
+    const float above = state().freeCameraZoom;
+    releaseKey(SDL_SCANCODE_PAGEUP, SDLK_PAGEUP);
+    pressKey(SDL_SCANCODE_PAGEDOWN, SDLK_PAGEDOWN);
+    GLWindow::run();
+    state().freeCameraZoom = 0.01f;
+
+    Game::tick(Game::tickThreshold);
+
+    EXPECT_EQ(above, 200.0f);
+    EXPECT_EQ(state().freeCameraZoom, 0.005f);
+}
+
+TEST_F(GameTest, ANewLevelPutsTheFreeCameraAndTheSwitchesBack) {
+    start();
+    GLConsole::runLine("FreeCamera true");
+    GLConsole::runLine("ShowSimSpeeds true");
+    state().freeCameraX = 5.0f;
+
+    Game::resetLevel();
+
+    EXPECT_FALSE(state().freeCameraEnabled);
+    EXPECT_FALSE(state().showSimSpeeds);
+    EXPECT_EQ(state().freeCameraX, 0.0f);
+    EXPECT_EQ(state().freeCameraZoom, 1.0f);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,188 @@
+#include "tools/sim/SimulationRun.h"
+
+#include "support/DataFolder.h"
+#include "support/ModuleTest.h"
+
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace tarnwick {
+
+/// Runs the test level of the source tree; files of a run go to a folder of the test's own.
+class SimulationRunTest : public ModuleTest {
+protected:
+    SimulationRunTest()
+        : dataOfTree((std::filesystem::current_path() / "data").string()) {}
+
+    SimulationOptions options() const {
+        SimulationOptions result;
+        result.level = "maps\\testLevel.rivl";
+        result.dataFolder = dataOfTree;
+        result.ticks = 60;
+        result.noFlight = true;
+        return result;
+    }
+    /// Every run begins as a program of its own: modules at start, in the folder of the test.
+    std::string run(const SimulationOptions& asked) {
+        ModuleReset::all();
+        std::filesystem::current_path(files.path());
+        std::ostringstream out;
+        runSimulation(asked, out, log);
+        std::filesystem::current_path(files.path());
+        return out.str();
+    }
+    std::string refusalOf(const SimulationOptions& asked) {
+        try {
+            run(asked);
+        } catch (const std::runtime_error& error) {
+            std::filesystem::current_path(files.path());
+            return error.what();
+        }
+        return "accepted";
+    }
+    std::vector<std::string> linesOf(const std::string& name) const {
+        std::ifstream file(files.path() / name);
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(file, line);) {
+            lines.push_back(line);
+        }
+        return lines;
+    }
+
+    std::string dataOfTree;
+    DataFolder files;
+    std::ostringstream log;
+};
+
+TEST_F(SimulationRunTest, TwoRunsOfOneCommandGiveEqualBytes) {
+    SimulationOptions asked = options();
+    asked.dumpFile = "first.jsonl";
+    const std::string firstSummary = run(asked);
+    asked.dumpFile = "second.jsonl";
+    const std::string secondSummary = run(asked);
+
+    EXPECT_EQ(linesOf("first.jsonl").size(), 61u); // tick 0 first
+    EXPECT_EQ(linesOf("first.jsonl"), linesOf("second.jsonl"));
+    EXPECT_EQ(firstSummary, secondSummary);
+}
+
+TEST_F(SimulationRunTest, ARunContinuedFromADumpEqualsTheUninterruptedOne) {
+    files.write("keys.txt", "0 left\n20 right\n35 none\n");
+    SimulationOptions asked = options();
+    asked.inputFile = "keys.txt";
+    asked.dumpFile = "whole.jsonl";
+    run(asked);
+    const std::vector<std::string> whole = linesOf("whole.jsonl");
+    files.write("at25.jsonl", whole[25] + "\n");
+    asked.stateFile = "at25.jsonl";
+    asked.ticks = 35;
+    asked.dumpFile = "rest.jsonl";
+
+    run(asked);
+
+    EXPECT_EQ(linesOf("rest.jsonl"), std::vector<std::string>(whole.begin() + 25, whole.end()));
+}
+
+TEST_F(SimulationRunTest, HeldKeysTurnTheWorldAsAPlayersDo) {
+    files.write("keys.txt", "0 left\n");
+    SimulationOptions asked = options();
+    asked.inputFile = "keys.txt";
+    asked.dumpFile = "state.jsonl";
+    asked.dumpEvery = 60;
+
+    run(asked);
+
+    const std::vector<std::string> lines = linesOf("state.jsonl");
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(nlohmann::json::parse(lines[0])["camera"]["angle"], 0);
+    EXPECT_GT(nlohmann::json::parse(lines[1])["camera"]["angle"], 1);
+}
+
+TEST_F(SimulationRunTest, WithoutTheFlightTheWaterFallsFromTheFirstTick) {
+    SimulationOptions asked = options();
+    asked.ticks = 1;
+    asked.dumpFile = "state.jsonl";
+    run(asked);
+    asked.noFlight = false;
+    asked.dumpFile = "flight.jsonl";
+    run(asked);
+
+    const nlohmann::json falling = nlohmann::json::parse(linesOf("state.jsonl")[1]);
+    const nlohmann::json waiting = nlohmann::json::parse(linesOf("flight.jsonl")[1]);
+    EXPECT_EQ(falling["camera"]["state"], 1);
+    EXPECT_NE(falling["particles"][0][9], 0); // velocity y
+    EXPECT_EQ(waiting["camera"]["state"], 0);
+    EXPECT_EQ(waiting["particles"][0][9], 0);
+}
+
+TEST_F(SimulationRunTest, ConsoleCommandsRunBeforeTheFirstTickAndTheirAnswersAreTold) {
+    files.write("commands.txt", "Gravity 0\nParticleCount\n");
+    SimulationOptions asked = options();
+    asked.consoleFile = "commands.txt";
+    asked.dumpFile = "state.jsonl";
+
+    run(asked);
+
+    EXPECT_NE(log.str().find("Gravity is now 0.000000"), std::string::npos);
+    EXPECT_NE(log.str().find("ParticleCount is 128"), std::string::npos);
+    EXPECT_EQ(nlohmann::json::parse(linesOf("state.jsonl")[0])["water"]["gravity"], 0);
+}
+
+TEST_F(SimulationRunTest, TheSummaryTellsWhatBecameOfTheWater) {
+    const std::string summary = run(options());
+
+    EXPECT_NE(summary.find("ticks      60, 0.8 s"), std::string::npos) << summary;
+    EXPECT_NE(summary.find("particles  128: 128 water, 0 steam, 0 ice in 0 groups"), std::string::npos)
+        << summary;
+}
+
+TEST_F(SimulationRunTest, ALevelIsAPathOrElseANameInTheDataFolder) {
+    std::filesystem::copy_file(std::filesystem::path(dataOfTree) / "maps/testLevel.rivl",
+                               files.path() / "copy.rivl");
+    SimulationOptions asked = options();
+    asked.level = "copy.rivl";
+    const std::string ofPath = run(asked);
+    asked.level = "testLevel";
+    const std::string ofName = run(asked);
+
+    EXPECT_NE(ofPath.find("copy.rivl"), std::string::npos);
+    EXPECT_NE(ofName.find("maps\\testLevel.rivl"), std::string::npos);
+}
+
+TEST_F(SimulationRunTest, WhatIsBadIsRefusedWithItsNameAndTheReason) {
+    files.write("broken.rivl", "no level");
+    files.write("short.rivl", std::string("\x97\x13\x8F\0\x0C\0\0\0", 8));
+    files.write("empty.jsonl", "");
+    files.write("bad.jsonl", "{\"tick\": 1}\n");
+    const auto withLevel = [&](const std::string& level) {
+        SimulationOptions asked = options();
+        asked.level = level;
+        return refusalOf(asked);
+    };
+    const auto withState = [&](const std::string& state) {
+        SimulationOptions asked = options();
+        asked.stateFile = state;
+        return refusalOf(asked);
+    };
+    const std::string folder = files.path().string() + "/";
+
+    EXPECT_EQ(withLevel("broken.rivl"), "broken.rivl: Not a RVL level file.");
+    EXPECT_EQ(withLevel("short.rivl"), "short.rivl: Unable to read file");
+    EXPECT_EQ(withLevel("missing.rivl"), "missing.rivl: Unable to open level file 'missing.rivl'");
+    EXPECT_EQ(withState("missing.jsonl"), folder + "missing.jsonl: cannot be opened");
+    EXPECT_EQ(withState("empty.jsonl"), folder + "empty.jsonl: holds no state line");
+    EXPECT_EQ(withState("bad.jsonl"), folder + "bad.jsonl: no field \"dt\"");
+}
+
+TEST_F(SimulationRunTest, AFolderThatIsNotThereIsRefused) {
+    SimulationOptions asked = options();
+    asked.dataFolder = "nowhere";
+
+    EXPECT_EQ(refusalOf(asked), "nowhere: is no folder to read data from");
+}
+
+} // namespace tarnwick

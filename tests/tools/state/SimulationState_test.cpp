@@ -1,0 +1,166 @@
+#include "tools/state/SimulationState.h"
+
+#include "core/Clock.h"
+#include "core/Random.h"
+#include "game/Camera.h"
+#include "level/Level.h"
+#include "particles/ParticleGroupMover.h"
+#include "particles/ParticleManager.h"
+#include "particles/ParticleMover.h"
+#include "support/ModuleTest.h"
+
+#include <nlohmann/json.hpp>
+
+namespace tarnwick {
+
+class SimulationStateTest : public ModuleTest {
+protected:
+    /// A state in which no two fields are alike.
+    static void arrange() {
+        seedRandom(1234567890u);
+        Clock::drive(160);
+        Camera::setPosition(12.5f, -0.0f);
+        Camera::setState(Camera::holdingZoom);
+        for (int i = 0; i < 3; ++i) {
+            ParticleManager::particles.push_back(distinctParticle(static_cast<float>(i)));
+        }
+        ParticleMover::addGridParticle(ParticleManager::particles.front());
+        ParticleGroup& group = ParticleGroupMover::groups.emplace_back();
+        group.radius = 3.5f;
+        group.targetRadius = 4.25f;
+        group.centre = {1.0f, 2.0f};
+        group.velocity = {3.0f, 4.0f};
+        group.previousVelocity = {5.0f, 6.0f};
+        group.pushVelocity = {7.0f, 8.0f};
+        group.colliding = true;
+        group.temperature = -9.0f;
+        group.dying = true;
+        group.killTimer = 0.125f;
+        group.members.push_back(distinctParticle(100.0f));
+        Polygon2D& polygon = Level::polygons.emplace_back();
+        polygon.id = -7;
+        polygon.visible = false;
+        polygon.offsetX = 1.5f;
+        polygon.previousOffsetY = -2.5f;
+    }
+
+    static Particle distinctParticle(float from) {
+        Particle particle;
+        float next = from;
+        for (Vector2* pair : {&particle.position, &particle.trail[0], &particle.trail[1], &particle.trail[2],
+                              &particle.velocity, &particle.previousVelocity, &particle.pushVelocity,
+                              &particle.groupDirection}) {
+            *pair = {next + 0.1f, -next - 0.2f};
+            next += 1.0f;
+        }
+        particle.temperature = next + 0.3f;
+        particle.speed = next + 0.4f;
+        particle.gridCellX = 7;
+        particle.gridCellY = 1023;
+        particle.dying = true;
+        particle.killTimer = 0.25f;
+        particle.groupFraction = 0.75f;
+        return particle;
+    }
+
+    static std::string refusalOf(const std::string& line) {
+        try {
+            SimulationState::read(line);
+        } catch (const StateError& error) {
+            return error.what();
+        }
+        return "accepted";
+    }
+
+    static constexpr RunPosition position{.tick = 12, .dt = 0.013333334f, .time = 0.16};
+};
+
+TEST_F(SimulationStateTest, WhatIsWrittenIsRestoredByteForByte) {
+    arrange();
+    const std::string line = SimulationState::write(position);
+    ModuleReset::all();
+    Polygon2D& polygon =
+        Level::polygons.emplace_back(); // the level is loaded anew before a state is restored
+    polygon.id = -7;
+
+    const RunPosition restored = SimulationState::read(line);
+
+    EXPECT_EQ(SimulationState::write(restored), line);
+    EXPECT_EQ(restored.tick, 12u);
+    EXPECT_EQ(getRandomState(), 1234567890u);
+    EXPECT_EQ(Clock::milliseconds(), 160u);
+}
+
+TEST_F(SimulationStateTest, ParticlesInTheGridCanBeFoundThereAgain) {
+    arrange();
+    const std::string line = SimulationState::write(position);
+
+    SimulationState::read(line);
+
+    const Particle& particle = ParticleManager::particles.front();
+    ASSERT_TRUE(particle.inGrid);
+    EXPECT_EQ(ParticleMover::particleGrid[particle.gridCellX * ParticleMover::gridSize + particle.gridCellY],
+              &particle);
+}
+
+TEST_F(SimulationStateTest, TheLineHasTheFieldsOfTheFormat) {
+    arrange();
+    const nlohmann::json json = nlohmann::json::parse(SimulationState::write(position));
+
+    EXPECT_EQ(json["tick"], 12);
+    EXPECT_EQ(json["random"], 1234567890u);
+    EXPECT_EQ(json["clock"], 160);
+    EXPECT_EQ(json["menu"], 0);
+    EXPECT_EQ(json["camera"]["state"], 3);
+    EXPECT_EQ(json["particles"].size(), 3u);
+    EXPECT_EQ(json["particles"][0].size(), 27u);
+    EXPECT_EQ(json["particles"][0][19], 1);
+    EXPECT_EQ(json["particles"][0][20], 0.25);
+    EXPECT_EQ(json["groups"][0]["members"].size(), 1u);
+    EXPECT_EQ(json["polygons"][0]["id"], -7);
+    EXPECT_EQ(json["polygons"][0]["edgesOn"], true); // it has no edges in the tree
+    EXPECT_EQ(json["polygons"][0]["offset"], (nlohmann::json{1.5, 0}));
+}
+
+TEST_F(SimulationStateTest, ABadLineIsRefusedAndChangesNothing) {
+    arrange();
+    const std::string line = SimulationState::write(position);
+    const nlohmann::json whole = nlohmann::json::parse(line);
+    const auto refusalWith = [&](const nlohmann::json::json_pointer& place, const nlohmann::json& value) {
+        nlohmann::json changed = whole;
+        changed[place] = value;
+        return refusalOf(changed.dump());
+    };
+    using Place = nlohmann::json::json_pointer;
+
+    EXPECT_EQ(refusalOf(""), "the last line is not JSON");
+    EXPECT_EQ(refusalOf(line.substr(0, line.size() / 2)), "the last line is not JSON");
+    EXPECT_EQ(refusalOf("[]"), "\"the line\" is not an object");
+    EXPECT_EQ(refusalOf("{}"), "no field \"tick\"");
+    EXPECT_EQ(refusalWith(Place("/tick"), -1), "\"tick\" is not in the range of its kind");
+    EXPECT_EQ(refusalWith(Place("/random"), 4294967296u), "\"random\" is not in the range of its kind");
+    EXPECT_EQ(refusalWith(Place("/camera/state"), 5), "\"camera.state\" is not a state from 0 to 4");
+    EXPECT_EQ(refusalWith(Place("/camera/x"), "far"), "\"camera.x\" is not a number");
+    EXPECT_EQ(refusalWith(Place("/camera/x"), 1e300), "\"camera.x\" is not a 32-bit float");
+    EXPECT_EQ(refusalWith(Place("/camera/shaking"), 1), "\"camera.shaking\" is not true or false");
+    EXPECT_EQ(refusalWith(Place("/particles"), nlohmann::json::object()), "\"particles\" is not a list");
+    EXPECT_EQ(refusalWith(Place("/particles/0/18"), 2), "\"particles\" is not 0 or 1");
+    EXPECT_EQ(refusalWith(Place("/particles/0/16"), 1024),
+              "\"particles\" is not inside the grid of 1024 by 1024 cells");
+    EXPECT_EQ(refusalWith(Place("/particles/0"), {1, 2}), "\"particles\" is not a list of rows of 27 values");
+    EXPECT_EQ(refusalWith(Place("/groups/0/centre"), {1}), "\"groups.centre\" is not a pair of numbers");
+    EXPECT_EQ(refusalWith(Place("/polygons"), nlohmann::json::array()),
+              "the state has 0 polygons, the level 1");
+    EXPECT_EQ(refusalWith(Place("/polygons/0/id"), 3),
+              "the state is of another level: the polygons' ids differ");
+    EXPECT_EQ(SimulationState::write(position), line);
+}
+
+TEST_F(SimulationStateTest, ANumberThatIsNotFiniteIsRefused) {
+    arrange();
+    ParticleManager::particles.front().position.x = std::numeric_limits<float>::infinity();
+
+    EXPECT_EQ(refusalOf(SimulationState::write(position)), "\"particles\" is not a number");
+}
+
+} // namespace tarnwick

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tarnwick {
+
+/// The keys that a recorded player holds, tick by tick. They reach the game the way a player's do: as SDL key
+/// events in the queue that the window pumps.
+class HeldKeys {
+public:
+    /// Nothing held.
+    HeldKeys() = default;
+
+    /// Reads lines of `TICK left|right|none|both`; empty lines and lines that begin with `#` are passed over.
+    /// TICK counts the ticks run since the level started: `0 left` holds from the first tick on. Of two lines
+    /// for one tick the later wins; ticks may not go back. Throws `std::runtime_error` that names file and
+    /// line.
+    static HeldKeys fromFile(const std::string& fileName);
+
+    /// Sends the events that lead from what was held to what is held once `ticksRun` ticks have run.
+    void send(std::uint64_t ticksRun);
+
+private:
+    struct Change {
+        std::uint64_t tick = 0;
+        bool left = false;
+        bool right = false;
+    };
+    std::vector<Change> changes; ///< By tick, ascending.
+    std::size_t nextChange = 0;
+    bool leftHeld = false; ///< As the game was told.
+    bool rightHeld = false;
+};
+
+} // namespace tarnwick

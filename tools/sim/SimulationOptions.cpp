@@ -1,0 +1,54 @@
+#include "tools/sim/SimulationOptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cmath>
+#include <iostream>
+
+namespace tarnwick {
+
+std::optional<SimulationOptions> SimulationOptions::fromCommandLine(int argc, char** argv, int& exitStatus) {
+    CLI::App app{"Plays a level without window and sound at a fixed tick, and prints a summary.\n"
+                 "Two runs of one command give the same bytes.",
+                 "tarnwick-sim"};
+    SimulationOptions options;
+    app.set_version_flag("--version", "tarnwick-sim 1.00");
+    app.add_option("LEVEL", options.level, "level file, or else a name inside the data folder")->required();
+    app.add_option("--data", options.dataFolder,
+                   "folder with cfg, maps, gfx and snd [the one beside the build]")
+        ->type_name("DIR");
+    app.add_option("--ticks", options.ticks, "ticks to run [750]")->type_name("N");
+    app.add_option("--dt", options.dt, "tick length in seconds [1/75]")->type_name("SECONDS");
+    app.add_option("--input", options.inputFile,
+                   "held keys: lines of TICK left|right|none|both, from that tick on")
+        ->type_name("FILE");
+    app.add_option("--dump", options.dumpFile, "write state lines, tick 0 first; - is standard output")
+        ->type_name("FILE");
+    app.add_option("--dump-every", options.dumpEvery, "dump every N-th tick [1]")
+        ->type_name("N")
+        ->check(CLI::PositiveNumber);
+    app.add_option("--state", options.stateFile, "restore the last line of FILE before the first tick")
+        ->type_name("FILE");
+    app.add_flag("--no-flight", options.noFlight,
+                 "start with the camera on the water, so that it runs at once");
+    app.add_option("--console", options.consoleFile,
+                   "run each line of FILE as a console command before the first tick")
+        ->type_name("FILE");
+    try {
+        app.parse(argc, argv);
+        if (!std::isfinite(options.dt) || options.dt <= 0.0f) {
+            throw CLI::ValidationError("--dt", "the tick length must be above 0 seconds");
+        }
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            exitStatus = app.exit(error);
+            return std::nullopt;
+        }
+        std::cerr << "tarnwick-sim: " << error.what() << '\n';
+        exitStatus = 2;
+        return std::nullopt;
+    }
+    return options;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,231 @@
+#include "tools/sim/SimulationRun.h"
+
+#include "console/GLConsole.h"
+#include "core/Clock.h"
+#include "core/DataFiles.h"
+#include "core/Geometry.h"
+#include "core/Random.h"
+#include "game/Camera.h"
+#include "game/Game.h"
+#include "graphics/GLWindow.h"
+#include "level/Level.h"
+#include "level/SurfaceTypeManager.h"
+#include "particles/ParticleGroupMover.h"
+#include "particles/ParticleManager.h"
+#include "tools/sim/DataFolder.h"
+#include "tools/sim/HeldKeys.h"
+#include "tools/state/SimulationState.h"
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+
+namespace tarnwick {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::int32_t viewWidth = 800; ///< Pixels: a 4:3 view of 800 by 600 world units.
+constexpr std::int32_t viewHeight = 600;
+
+[[noreturn]] void fail(const std::string& file, const std::string& reason) {
+    throw std::runtime_error(file + ": " + reason);
+}
+
+/// Paths of the command line are meant from where the command was given, not from the data folder.
+std::string absolutePath(const std::string& path) {
+    return path.empty() || path == "-" ? path : fs::absolute(path).string();
+}
+
+std::string lastLine(const std::string& fileName) {
+    std::ifstream file(fileName);
+    if (!file) {
+        fail(fileName, "cannot be opened");
+    }
+    std::string last;
+    for (std::string line; std::getline(file, line);) {
+        if (!line.empty()) {
+            last = std::move(line);
+        }
+    }
+    if (last.empty()) {
+        fail(fileName, "holds no state line");
+    }
+    return last;
+}
+
+void enterDataFolder(const std::string& asked) {
+    const fs::path folder = asked.empty() ? dataFolderBesideProgram() : fs::path(asked);
+    if (folder.empty()) {
+        throw std::runtime_error("no data folder beside the program: name one with --data");
+    }
+    std::error_code error;
+    fs::current_path(folder, error);
+    if (error) {
+        fail(folder.string(), "is no folder to read data from");
+    }
+}
+
+/// The last thing that the loader told: why it refused the file.
+std::string loaderReason() {
+    const std::string told = GLConsole::outputText();
+    const std::string last = told.substr(told.find_last_of('\n') + 1);
+    const std::string prefix = "Reason: ";
+    return last.starts_with(prefix) ? last.substr(prefix.size()) : last;
+}
+
+/// The path as given, or else a name in the data folder, or else a map's name without folder and ending.
+std::string findLevel(const std::string& asked, const fs::path& startFolder) {
+    const fs::path fromStart = fs::absolute(startFolder / asked);
+    if (fs::is_regular_file(fromStart)) {
+        return fromStart.string();
+    }
+    const std::string asMap = "maps\\" + asked + ".rivl";
+    return !fs::exists(DataFiles::find(asked)) && fs::exists(DataFiles::find(asMap)) ? asMap : asked;
+}
+
+void startLevel(const SimulationOptions& options, const fs::path& startFolder) {
+    const std::string level = findLevel(options.level, startFolder);
+    GLWindow::createHeadless(viewWidth, viewHeight);
+    Clock::drive(0);
+    seedRandom(0);
+    GLConsole::initialise();
+    SurfaceTypeManager::initialise();
+    if (!Game::initialise(level)) {
+        fail(options.level, loaderReason());
+    }
+    if (options.noFlight) {
+        const Vector2 water = Level::waterStart();
+        Camera::setPosition(water.x, water.y);
+        Camera::setState(Camera::normal);
+    }
+}
+
+RunPosition restoreState(const std::string& fileName) {
+    if (fileName.empty()) {
+        return {};
+    }
+    try {
+        return SimulationState::read(lastLine(fileName));
+    } catch (const StateError& error) {
+        fail(fileName, error.what());
+    }
+}
+
+/// Runs each line as if it was typed, and tells what the console answered.
+void runConsoleFile(const std::string& fileName, std::ostream& log) {
+    if (fileName.empty()) {
+        return;
+    }
+    std::ifstream file(fileName);
+    if (!file) {
+        fail(fileName, "cannot be opened");
+    }
+    for (std::string line; std::getline(file, line);) {
+        GLConsole::clear();
+        GLConsole::runLine(line);
+        Game::serveRequests();
+        log << GLConsole::outputText() << '\n';
+    }
+}
+
+/// Where the state lines go.
+class Dump {
+public:
+    Dump(const std::string& fileName, std::uint64_t everyTick)
+        : every(everyTick)
+        , name(fileName) {
+        if (name.empty() || name == "-") {
+            return;
+        }
+        file.open(name, std::ios::binary | std::ios::trunc);
+        if (!file) {
+            fail(name, "cannot be written");
+        }
+    }
+
+    void write(const RunPosition& position) {
+        if (name.empty()) {
+            return;
+        }
+        std::ostream& out = name == "-" ? std::cout : file;
+        out << SimulationState::write(position) << '\n';
+        if (!out.flush()) {
+            fail(name, "could not be written to its end");
+        }
+    }
+    void writeIfDue(const RunPosition& position) {
+        if (position.tick % every == 0) {
+            write(position);
+        }
+    }
+
+private:
+    std::uint64_t every;
+    std::string name;
+    std::ofstream file;
+};
+
+void runTick(RunPosition& position, float dt, HeldKeys& keys) {
+    keys.send(position.tick);
+    GLWindow::run();
+    position.time += static_cast<double>(dt);
+    Clock::drive(static_cast<std::uint32_t>(std::floor(position.time * 1000.0)));
+    Game::tick(dt);
+    Game::serveRequests();
+    ++position.tick;
+    position.dt = dt;
+}
+
+void writeSummary(const RunPosition& position, std::ostream& out) {
+    std::size_t water = 0;
+    std::size_t steam = 0;
+    std::size_t ice = 0;
+    float speedSum = 0.0f;
+    for (const Particle& particle : ParticleManager::particles) {
+        ++(particle.temperature >= steamTemperature ? steam : water);
+        speedSum += vectorLength(particle.velocity);
+    }
+    for (const ParticleGroup& group : ParticleGroupMover::groups) {
+        ice += group.members.size();
+    }
+    const std::size_t loose = water + steam;
+    out << "level      " << Game::currentMap() << '\n'
+        << "ticks      " << position.tick << ", " << position.time << " s\n"
+        << "particles  " << loose + ice << ": " << water << " water, " << steam << " steam, " << ice
+        << " ice in " << ParticleGroupMover::groups.size() << " groups\n"
+        << "speed      " << (loose == 0 ? 0.0f : speedSum / static_cast<float>(loose))
+        << " units/s on average\n"
+        << "camera     at (" << Camera::position().x << ", " << Camera::position().y << "), turned by "
+        << Camera::angle() << " degrees, state " << Camera::getState() << '\n';
+}
+
+} // namespace
+
+void runSimulation(const SimulationOptions& options, std::ostream& out, std::ostream& log) {
+    const fs::path startFolder = fs::current_path();
+    const std::string inputFile = absolutePath(options.inputFile);
+    const std::string stateFile = absolutePath(options.stateFile);
+    const std::string consoleFile = absolutePath(options.consoleFile);
+    HeldKeys keys = inputFile.empty() ? HeldKeys() : HeldKeys::fromFile(inputFile);
+    const std::string dumpFile = absolutePath(options.dumpFile);
+    enterDataFolder(options.dataFolder);
+    startLevel(options, startFolder);
+    RunPosition position = restoreState(stateFile);
+    runConsoleFile(consoleFile, log);
+    Dump dump(dumpFile, options.dumpEvery);
+    dump.write(position);
+    for (std::uint64_t i = 0; i < options.ticks && Game::running() && GLWindow::exists(); ++i) {
+        runTick(position, options.dt, keys);
+        dump.writeIfDue(position);
+    }
+    writeSummary(position, dumpFile == "-" ? log : out);
+    Game::shutdown();
+    GLConsole::shutdown();
+    GLWindow::close();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,335 @@
+// The reading half of SimulationState: a line becomes values, and only whole values reach the modules.
+
+#include "core/Clock.h"
+#include "core/Random.h"
+#include "game/Camera.h"
+#include "game/Game.h"
+#include "level/Level.h"
+#include "particles/ParticleGroupMover.h"
+#include "particles/ParticleManager.h"
+#include "particles/ParticleMover.h"
+#include "tools/state/SimulationState.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr std::size_t particleValues = 27; ///< In a particle's row.
+
+/// Gives every lone "-0" a fraction: the parser would read it as the whole number 0 and lose the sign.
+std::string keepNegativeZeros(const std::string& line) {
+    std::string kept;
+    kept.reserve(line.size() + line.size() / 8);
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        kept += line[i];
+        const bool isZero = line[i] == '0' && i > 0 && line[i - 1] == '-';
+        const char next = i + 1 < line.size() ? line[i + 1] : '\0';
+        if (isZero && (next == ',' || next == ']' || next == '}')) {
+            kept += ".0";
+        }
+    }
+    return kept;
+}
+
+[[noreturn]] void fail(const std::string& what, const char* wanted) {
+    throw StateError("\"" + what + "\" is not " + wanted);
+}
+
+float asFloat(const Json& value, const std::string& what) {
+    if (!value.is_number()) {
+        fail(what, "a number");
+    }
+    const auto wide = value.get<double>();
+    if (std::abs(wide) > static_cast<double>(std::numeric_limits<float>::max())) {
+        fail(what, "a 32-bit float");
+    }
+    return static_cast<float>(wide);
+}
+
+template <typename Integer>
+Integer asInteger(const Json& value, const std::string& what) {
+    if (!value.is_number_integer()) {
+        fail(what, "a whole number");
+    }
+    if (value.is_number_unsigned()) {
+        if (value.get<std::uint64_t>() > static_cast<std::uint64_t>(std::numeric_limits<Integer>::max())) {
+            fail(what, "in the range of its kind");
+        }
+        return static_cast<Integer>(value.get<std::uint64_t>());
+    }
+    const auto negative = value.get<std::int64_t>();
+    if (std::is_unsigned_v<Integer> ||
+        negative < static_cast<std::int64_t>(std::numeric_limits<Integer>::min())) {
+        fail(what, "in the range of its kind");
+    }
+    return static_cast<Integer>(negative);
+}
+
+bool asFlag(const Json& value, const std::string& what) {
+    if (!value.is_boolean()) {
+        fail(what, "true or false");
+    }
+    return value.get<bool>();
+}
+
+const Json& asArray(const Json& value, const std::string& what) {
+    if (!value.is_array()) {
+        fail(what, "a list");
+    }
+    return value;
+}
+
+/// Flags of a particle's row are 0 or 1.
+bool asBit(const Json& value, const std::string& what) {
+    const auto bit = asInteger<std::uint32_t>(value, what);
+    if (bit > 1) {
+        fail(what, "0 or 1");
+    }
+    return bit == 1;
+}
+
+Vector2 asVector(const Json& value, const std::string& what) {
+    if (asArray(value, what).size() != 2) {
+        fail(what, "a pair of numbers");
+    }
+    return {asFloat(value[0], what), asFloat(value[1], what)};
+}
+
+Particle asParticle(const Json& row, const std::string& what) {
+    if (asArray(row, what).size() != particleValues) {
+        fail(what, "a list of rows of 27 values");
+    }
+    const auto pair = [&](std::size_t i) {
+        return Vector2{asFloat(row[i], what), asFloat(row[i + 1], what)};
+    };
+    Particle particle;
+    particle.position = pair(0);
+    for (std::size_t i = 0; i < 3; ++i) {
+        particle.trail[i] = pair(2 + 2 * i);
+    }
+    particle.velocity = pair(8);
+    particle.previousVelocity = pair(10);
+    particle.pushVelocity = pair(12);
+    particle.temperature = asFloat(row[14], what);
+    particle.speed = asFloat(row[15], what);
+    particle.gridCellX = asInteger<std::uint32_t>(row[16], what);
+    particle.gridCellY = asInteger<std::uint32_t>(row[17], what);
+    particle.inGrid = asBit(row[18], what);
+    particle.dying = asBit(row[19], what);
+    particle.killTimer = asFloat(row[20], what);
+    particle.groupDirection = pair(21);
+    particle.groupFraction = asFloat(row[23], what);
+    if (particle.gridCellX >= ParticleMover::gridSize || particle.gridCellY >= ParticleMover::gridSize) {
+        fail(what, "inside the grid of 1024 by 1024 cells");
+    }
+    return particle;
+}
+
+/// Puts a particle at the head of the cell that its numbers name, which need not be the one under it now: the
+/// grid's window has followed the camera since the cell was given.
+void linkIntoCell(Particle& particle) {
+    Particle*& head = ParticleMover::particleGrid[particle.gridCellX * ParticleMover::gridSize + particle.gridCellY];
+    particle.gridNext = head;
+    if (head != nullptr) {
+        head->gridPrev = &particle;
+    }
+    head = &particle;
+}
+
+} // namespace
+
+/// An object of the line, whose fields must all be there.
+class JsonObject {
+public:
+    JsonObject(const Json& json, std::string path)
+        : object(json)
+        , name(std::move(path)) {
+        if (!object.is_object()) {
+            fail(name.empty() ? "the line" : name, "an object");
+        }
+    }
+
+    const Json& field(const char* key) const {
+        const auto found = object.find(key);
+        if (found == object.end()) {
+            throw StateError("no field \"" + path(key) + "\"");
+        }
+        return *found;
+    }
+    JsonObject child(const char* key) const { return {field(key), path(key)}; }
+    float number(const char* key) const { return asFloat(field(key), path(key)); }
+    bool flag(const char* key) const { return asFlag(field(key), path(key)); }
+    Vector2 vector(const char* key) const { return asVector(field(key), path(key)); }
+    const Json& array(const char* key) const { return asArray(field(key), path(key)); }
+    template <typename Integer>
+    Integer integer(const char* key) const {
+        return asInteger<Integer>(field(key), path(key));
+    }
+    std::string path(const char* key) const { return name.empty() ? key : name + "." + key; }
+
+private:
+    const Json& object;
+    std::string name; ///< How messages call it; empty for the line itself.
+};
+
+/// Everything a line holds, before any of it reaches a module.
+struct SimulationState::Restored {
+    struct PolygonSwitches {
+        bool visible = true;
+        bool collideable = true;
+        bool edgesOn = true;
+        Vector2 offset;
+        Vector2 previousOffset;
+    };
+
+    RunPosition position;
+    std::uint32_t random = 0;
+    std::uint32_t clock = 0;
+    bool paused = false;
+    Camera::State camera;
+    ParticleManager::State water;
+    ParticleList particles;
+    std::list<ParticleGroup> groups;
+    std::vector<PolygonSwitches> polygons;
+};
+
+RunPosition SimulationState::read(const std::string& line) {
+    const Json json = Json::parse(keepNegativeZeros(line), nullptr, false);
+    if (json.is_discarded()) {
+        throw StateError("the last line is not JSON");
+    }
+    const JsonObject in(json, "");
+    Restored restored;
+    restored.position.tick = in.integer<std::uint64_t>("tick");
+    restored.position.dt = in.number("dt");
+    if (!in.field("time").is_number()) {
+        fail("time", "a number");
+    }
+    restored.position.time = in.field("time").get<double>();
+    restored.random = in.integer<std::uint32_t>("random");
+    restored.clock = in.integer<std::uint32_t>("clock");
+    restored.paused = in.flag("paused");
+    readCamera(in.child("camera"), restored);
+    readWater(in.child("water"), restored);
+    readParticles(in, restored);
+    readGroups(in, restored);
+    readPolygons(in, restored);
+    apply(restored);
+    return restored.position;
+}
+
+void SimulationState::readCamera(const JsonObject& in, Restored& restored) {
+    Camera::State& camera = restored.camera;
+    camera = Camera::state; // the configuration stays
+    camera.cameraState = in.integer<std::int32_t>("state");
+    if (camera.cameraState < Camera::movingToWaypoint || camera.cameraState > Camera::zoomingIn) {
+        fail("camera.state", "a state from 0 to 4");
+    }
+    camera.cameraX = in.number("x");
+    camera.cameraY = in.number("y");
+    camera.cameraAngle = in.number("angle");
+    camera.cameraTurnSpeed = in.number("turnSpeed");
+    camera.cameraZoom = in.number("zoom");
+    camera.shakeOffsetX = in.number("shakeOffsetX");
+    camera.shakeOffsetY = in.number("shakeOffsetY");
+    camera.shakeTargetX = in.number("shakeTargetX");
+    camera.shakeTargetY = in.number("shakeTargetY");
+    camera.shaking = in.flag("shaking");
+    camera.shakeTimeLeft = in.number("shakeTimeLeft");
+    camera.zoomTimeLeft = in.number("zoomTimeLeft");
+}
+
+void SimulationState::readWater(const JsonObject& in, Restored& restored) {
+    ParticleManager::State& water = restored.water;
+    water = ParticleManager::state;
+    water.gravity = in.number("gravity");
+    water.roomTemperature = in.number("roomTemperature");
+    water.heatTransferRate = in.number("heatTransferRate");
+    water.steamRiseRate = in.number("steamRiseRate");
+    water.steamScatterRate = in.number("steamScatterRate");
+}
+
+void SimulationState::readParticles(const JsonObject& in, Restored& restored) {
+    for (const Json& row : in.array("particles")) {
+        restored.particles.push_back(asParticle(row, "particles"));
+    }
+}
+
+void SimulationState::readGroups(const JsonObject& in, Restored& restored) {
+    for (const Json& entry : in.array("groups")) {
+        const JsonObject from(entry, "groups");
+        ParticleGroup& group = restored.groups.emplace_back();
+        group.radius = from.number("radius");
+        group.targetRadius = from.number("targetRadius");
+        group.centre = from.vector("centre");
+        group.velocity = from.vector("velocity");
+        group.previousVelocity = from.vector("previousVelocity");
+        group.pushVelocity = from.vector("pushVelocity");
+        group.colliding = from.flag("colliding");
+        group.temperature = from.number("temperature");
+        group.dying = from.flag("dying");
+        group.killTimer = from.number("killTimer");
+        for (const Json& row : from.array("members")) {
+            group.members.push_back(asParticle(row, "groups.members"));
+        }
+    }
+}
+
+void SimulationState::readPolygons(const JsonObject& in, Restored& restored) {
+    const Json& rows = in.array("polygons");
+    if (rows.size() != Level::polygons.size()) {
+        throw StateError("the state has " + std::to_string(rows.size()) + " polygons, the level " +
+                         std::to_string(Level::polygons.size()));
+    }
+    auto polygon = Level::polygons.begin();
+    for (const Json& entry : rows) {
+        const JsonObject from(entry, "polygons");
+        if (from.integer<std::int32_t>("id") != polygon->id) {
+            throw StateError("the state is of another level: the polygons' ids differ");
+        }
+        restored.polygons.push_back({.visible = from.flag("visible"),
+                                     .collideable = from.flag("collideable"),
+                                     .edgesOn = from.flag("edgesOn"),
+                                     .offset = from.vector("offset"),
+                                     .previousOffset = from.vector("previousOffset")});
+        ++polygon;
+    }
+}
+
+/// Cannot fail: the values are whole.
+void SimulationState::apply(Restored& restored) {
+    seedRandom(restored.random);
+    Clock::drive(restored.clock);
+    Game::state.paused = restored.paused;
+    Camera::state = restored.camera;
+    ParticleManager::state = restored.water;
+    ParticleMover::clearParticleGrid();
+    ParticleManager::particles = std::move(restored.particles);
+    for (Particle& particle : ParticleManager::particles) {
+        if (particle.inGrid) {
+            linkIntoCell(particle);
+        }
+    }
+    ParticleGroupMover::groups = std::move(restored.groups);
+    auto switches = restored.polygons.begin();
+    for (Polygon2D& polygon : Level::polygons) {
+        Level::setPolygonCollideable(polygon, switches->edgesOn);
+        polygon.collideable = switches->collideable;
+        polygon.visible = switches->visible;
+        polygon.offsetX = switches->offset.x;
+        polygon.offsetY = switches->offset.y;
+        polygon.previousOffsetX = switches->previousOffset.x;
+        polygon.previousOffsetY = switches->previousOffset.y;
+        ++switches;
+    }
+}
+
+} // namespace tarnwick
