@@ -1,16 +1,49 @@
 #include "console/GLConsole.h"
 #include "core/LocationStack.h"
 #include "game/Game.h"
+#include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
+
+using namespace tarnwick;
+
+namespace {
+
+/// Full screen at the desktop's own size.
+void openWindow() {
+    TARNWICK_LOCATION("openWindow");
+    GLWindow::createWindow("Tarnwick: Version 1.00", 800, 600);
+    GLWindow::center();
+    GLWindow::setCursor(0);
+    GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
+    GLWindow::enableVsync(true);
+}
+
+/// As many samples as the platform has; without any the picture is the same but for its edges. A new number
+/// takes a new GL context, into which the pictures are loaded again.
+void smoothEdges() {
+    TARNWICK_LOCATION("smoothEdges");
+    if (!GLWindow::setAntiAliasingMode(8) && !GLWindow::setAntiAliasingMode(4)) {
+        GLWindow::setAntiAliasingMode(2);
+    }
+    GLTextureManager::reloadAllTextures();
+    GLTextureManager::setAnisotropicFilteringLevel(16);
+}
+
+} // namespace
 
 /// The program's start and stop. It takes no command line and no environment of its own, and reads its data
 /// from the working directory. Modules stop in the reverse order of their start.
 int main() {
     TARNWICK_LOCATION("main");
-    tarnwick::GLConsole::initialise();
-    if (tarnwick::GLWindow::exists()) {
-        tarnwick::Game::run("maps\\testLevel.rivl");
+    openWindow();
+    GLTextureManager::initialise();
+    GLConsole::initialise();
+    smoothEdges();
+    GLWindow::giveFocous();
+    if (GLWindow::exists()) {
+        Game::run("maps\\testLevel.rivl");
     }
-    tarnwick::GLConsole::shutdown();
+    GLConsole::shutdown();
+    GLTextureManager::shutdown();
     return 0;
 }

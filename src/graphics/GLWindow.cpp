@@ -1,294 +1,424 @@
 #include "graphics/GLWindow.h"
 
+#include "core/DataFiles.h"
 #include "core/LocationStack.h"
 #include "graphics/GLWindowEventListener.h"
-#include "graphics/KeyMap.h"
 
+#include <GL/gl.h>
 #include <SDL.h>
+#include <SDL_image.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 
 namespace tarnwick {
 
 namespace {
 
-constexpr std::uint32_t keyNumbers = 256;
-constexpr std::uint32_t capsLockKey = 0x14;
-constexpr std::uint32_t numLockKey = 0x90;
-constexpr std::uint32_t scrollLockKey = 0x91;
-constexpr std::uint32_t altKey = 0x12;
-constexpr std::uint32_t f10Key = 0x79;
+constexpr std::int32_t firstWidth = 320; ///< Client pixels of a window before it gets its real size.
+constexpr std::int32_t firstHeight = 240;
+constexpr std::int32_t probeSize = 16; ///< Client pixels of a window that only asks for a pixel format.
+constexpr std::uint32_t placingMilliseconds = 60; ///< In which a desktop puts its frame round a new window.
+constexpr std::uint32_t placingPause = 5;         ///< Milliseconds between two looks.
 
-/// The one Latin-1 character of a UTF-8 text; 0 if the text is not exactly one code point below 256.
-std::uint8_t latin1Of(const char* text) {
-    TARNWICK_LOCATION("GLWindow::latin1Of");
-    const auto first = static_cast<std::uint8_t>(text[0]);
-    if (first < 0x80) {
-        return text[0] != 0 && text[1] == 0 ? first : std::uint8_t{0};
-    }
-    const auto second = static_cast<std::uint8_t>(text[1]);
-    const bool twoBytes = (first == 0xC2 || first == 0xC3) && (second & 0xC0) == 0x80 && text[2] == 0;
-    return twoBytes ? static_cast<std::uint8_t>(((first & 0x03) << 6) | (second & 0x3F)) : std::uint8_t{0};
+void setHints() {
+    TARNWICK_LOCATION("GLWindow::setHints");
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");           // the crash report has them
+    SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0"); // `watchFocus` does it
+    SDL_SetHint(SDL_HINT_MOUSE_AUTO_CAPTURE, "0");        // else moves outside arrive while a button is held
+    SDL_SetHint(SDL_HINT_MOUSE_DOUBLE_CLICK_TIME, "500"); // milliseconds
+    SDL_SetHint(SDL_HINT_MOUSE_DOUBLE_CLICK_RADIUS, "4"); // pixels
 }
 
-/// The text of a key press stands directly behind it in the queue.
-std::uint8_t characterOfPress(std::uint32_t number, const SDL_Keysym& keysym) {
-    TARNWICK_LOCATION("GLWindow::characterOfPress");
-    SDL_Event next;
-    if (SDL_PeepEvents(&next, 1, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1 &&
-        next.type == SDL_TEXTINPUT) {
-        return latin1Of(next.text.text);
-    }
-    return KeyMap::controlCharacter(number, (keysym.mod & KMOD_CTRL) != 0);
+/// Whether the environment or the program itself asks for this SDL video driver.
+bool driverAskedFor(const char* driver) {
+    TARNWICK_LOCATION("GLWindow::driverAskedFor");
+    const char* const asked = SDL_GetHint(SDL_HINT_VIDEODRIVER);
+    return asked != nullptr && std::strstr(asked, driver) != nullptr;
 }
 
-/// The platform keeps these for itself: they are no presses for a listener.
-bool isSystemKey(std::uint32_t number, const SDL_Keysym& keysym) {
-    TARNWICK_LOCATION("GLWindow::isSystemKey");
-    const bool altAlone = (keysym.mod & KMOD_ALT) != 0 && (keysym.mod & KMOD_CTRL) == 0;
-    return altAlone || number == altKey || number == f10Key;
-}
-
-/// The bit value of an SDL mouse button; 0 for a button that is not delivered.
-std::uint32_t buttonBit(std::uint8_t button) {
-    TARNWICK_LOCATION("GLWindow::buttonBit");
-    switch (button) {
-    case SDL_BUTTON_LEFT:
-        return 1;
-    case SDL_BUTTON_RIGHT:
-        return 2;
-    case SDL_BUTTON_MIDDLE:
-        return 4;
-    default:
-        return 0;
-    }
-}
-
-/// Where an absolute move to `target` ends on a screen of `size` pixels: the move is told in 65535ths of the
-/// screen, cut to whole numbers, and comes out one pixel short of the middle. `getClientCenterX` counts on
-/// it.
-std::int32_t absoluteMove(std::int32_t target, std::int32_t size) {
-    TARNWICK_LOCATION("GLWindow::absoluteMove");
-    const auto scaled =
-        static_cast<std::int64_t>(static_cast<float>(target) * (65535.0f / static_cast<float>(size)));
-    return static_cast<std::int32_t>(scaled * size / 65536);
+bool driverIs(const char* driver) {
+    TARNWICK_LOCATION("GLWindow::driverIs");
+    const char* const current = SDL_GetCurrentVideoDriver();
+    return current != nullptr && std::strcmp(current, driver) == 0;
 }
 
 } // namespace
 
 GLWindow::State GLWindow::state;
 
+void GLWindow::createWindow(const std::string& title, std::int32_t clientWidth, std::int32_t clientHeight) {
+    TARNWICK_LOCATION("GLWindow::createWindow");
+    if (state.open) {
+        return;
+    }
+    setHints();
+    setenv("SDL_VIDEO_X11_WMCLASS", windowClassName, 0);
+    if (!startVideo()) {
+        fail("Unable to create window: couldn't get program handle.", "Game error");
+    }
+    if (SDL_GL_LoadLibrary(nullptr) != 0) {
+        fail("Unable to create window: couldn't register window class.", "Error");
+    }
+    SDL_GL_UnloadLibrary(); // every window loads it for itself
+    state.windowHandle = createPlatformWindow(firstWidth, firstHeight, 1);
+    if (state.windowHandle == nullptr) {
+        fail("Unable to create window.", "Error");
+    }
+    if ((SDL_GetWindowFlags(state.windowHandle) & SDL_WINDOW_OPENGL) == 0) {
+        fail("Unable to create window: could not get the device context.", "Error");
+    }
+    state.antiAliasingMode = 1;
+    state.renderingContext = SDL_GL_CreateContext(state.windowHandle);
+    if (state.renderingContext == nullptr) {
+        fail("Unable to create window. Could not create an OpenGL rendering context.", "Error");
+    }
+    state.vsyncWanted = true;
+    openForEvents();
+    setCursor(1);
+    showForTheFirstTime();
+    center();
+    setTitle(title);
+    setClientSize(clientWidth, clientHeight);
+}
+
+void GLWindow::createOffscreen(std::int32_t clientWidth, std::int32_t clientHeight) {
+    TARNWICK_LOCATION("GLWindow::createOffscreen");
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, "offscreen");
+    createWindow(defaultTitle, clientWidth, clientHeight);
+}
+
 void GLWindow::createHeadless(std::int32_t clientWidth, std::int32_t clientHeight) {
     TARNWICK_LOCATION("GLWindow::createHeadless");
     if (state.open) {
         return;
     }
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1"); // the crash report has them
+    setHints();
     SDL_InitSubSystem(SDL_INIT_EVENTS);
-    state.open = true;
+    state.antiAliasingMode = 1;
+    openForEvents();
     state.clientWidth = clientWidth;
     state.clientHeight = clientHeight;
-    state.lastKeyPressed = 0;
+    state.restoredWidth = clientWidth;
+    state.restoredHeight = clientHeight;
+}
+
+bool GLWindow::contextCurrent() {
+    TARNWICK_LOCATION("GLWindow::contextCurrent");
+    return SDL_GL_GetCurrentContext() != nullptr;
 }
 
 void GLWindow::close() {
     TARNWICK_LOCATION("GLWindow::close");
-    if (!state.open) {
+    if (!state.open || state.closing) {
         return;
     }
+    state.closing = true;
     if (state.eventListener != nullptr) {
         state.eventListener->windowClosed();
     }
+    windowDestroyed();
+}
+
+/// Without a display SDL falls back to a driver that shows nothing: nobody wants to play on that unseen.
+bool GLWindow::startVideo() {
+    TARNWICK_LOCATION("GLWindow::startVideo");
+    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+        return false;
+    }
+    const bool unseen = driverIs("offscreen") || driverIs("dummy");
+    if (unseen && !driverAskedFor(SDL_GetCurrentVideoDriver())) {
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        SDL_SetError("No display to open a window on");
+        return false;
+    }
+    return true;
+}
+
+/// Ends the program. What SDL knows about the reason goes to standard error only.
+void GLWindow::fail(const char* text, const char* caption) {
+    TARNWICK_LOCATION("GLWindow::fail");
+    const std::string reason = SDL_GetError();
+    std::fprintf(stderr, "%s: %s (%s)\n", caption, text, reason.c_str());
+    if (onScreen()) {
+        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_ERROR, caption, text, nullptr);
+    }
+    std::exit(1);
+}
+
+/// Whether a message box could be seen. Without any video SDL still finds a way on most desktops.
+bool GLWindow::onScreen() {
+    TARNWICK_LOCATION("GLWindow::onScreen");
+    if (state.open && state.windowHandle == nullptr) {
+        return false;
+    }
+    if (SDL_GetCurrentVideoDriver() == nullptr) {
+        return !driverAskedFor("offscreen") && !driverAskedFor("dummy") &&
+               (SDL_getenv("DISPLAY") != nullptr || SDL_getenv("WAYLAND_DISPLAY") != nullptr);
+    }
+    return !driverIs("offscreen") && !driverIs("dummy");
+}
+
+bool GLWindow::offscreen() {
+    TARNWICK_LOCATION("GLWindow::offscreen");
+    return driverIs("offscreen");
+}
+
+/// The fixed pixel format, with `samples` per pixel. SDL keeps it for later windows.
+void GLWindow::setPixelFormat(std::uint32_t samples, bool accumulation) {
+    TARNWICK_LOCATION("GLWindow::setPixelFormat");
+    constexpr SDL_GLattr colourBits[] = {SDL_GL_RED_SIZE, SDL_GL_GREEN_SIZE, SDL_GL_BLUE_SIZE,
+                                         SDL_GL_ALPHA_SIZE};
+    constexpr SDL_GLattr accumulationBits[] = {SDL_GL_ACCUM_RED_SIZE, SDL_GL_ACCUM_GREEN_SIZE,
+                                               SDL_GL_ACCUM_BLUE_SIZE, SDL_GL_ACCUM_ALPHA_SIZE};
+    for (const SDL_GLattr attribute : colourBits) {
+        SDL_GL_SetAttribute(attribute, 8);
+    }
+    for (const SDL_GLattr attribute : accumulationBits) {
+        SDL_GL_SetAttribute(attribute, accumulation ? 8 : 0);
+    }
+    SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
+    SDL_GL_SetAttribute(SDL_GL_STENCIL_SIZE, 8);
+    SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, samples > 1 ? 1 : 0);
+    SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, samples > 1 ? static_cast<int>(samples) : 0);
+}
+
+/// A window that is not shown yet; null if the platform has none with this pixel format. Few platforms still
+/// have an accumulation buffer, so it is asked for first and then done without.
+SDL_Window* GLWindow::createPlatformWindow(std::int32_t width, std::int32_t height, std::uint32_t samples) {
+    TARNWICK_LOCATION("GLWindow::createPlatformWindow");
+    constexpr Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE;
+    for (const bool accumulation : {true, false}) {
+        setPixelFormat(samples, accumulation);
+        SDL_Window* const window = SDL_CreateWindow(defaultTitle, SDL_WINDOWPOS_UNDEFINED,
+                                                    SDL_WINDOWPOS_UNDEFINED, width, height, flags);
+        if (window != nullptr) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+
+/// The bookkeeping of a window that was just made.
+void GLWindow::openForEvents() {
+    TARNWICK_LOCATION("GLWindow::openForEvents");
+    state.open = true;
+    state.title = defaultTitle;
+    state.mouseX = 0;
+    state.mouseY = 0;
+    state.mouseButtons = 0;
+    state.lastKeyPressed = 0;
+    state.heldKey = {};
+    state.keysDown = {};
+}
+
+void GLWindow::showForTheFirstTime() {
+    TARNWICK_LOCATION("GLWindow::showForTheFirstTime");
+    state.resizeable = true;
+    state.fullscreen = false;
+    state.repaintRequested = false;
+    state.focusSeen = false;
+    state.focusLossTold = false;
+    SDL_GetWindowSize(state.windowHandle, &state.clientWidth, &state.clientHeight);
+    state.restoredWidth = state.clientWidth;
+    state.restoredHeight = state.clientHeight;
+    setIcon();
+    enableVsync(state.vsyncWanted);
+    resetViewport();
+    glBeginDraw2d();
+    SDL_ShowWindow(state.windowHandle);
+    SDL_RaiseWindow(state.windowHandle);
+    pumpUntilPlaced();
+}
+
+/// The data's icon; a window without one has the desktop's own.
+void GLWindow::setIcon() {
+    TARNWICK_LOCATION("GLWindow::setIcon");
+    SDL_Surface* const icon = IMG_Load(DataFiles::find("gfx\\icon_48.png").c_str());
+    if (icon != nullptr) {
+        SDL_SetWindowIcon(state.windowHandle, icon);
+        SDL_FreeSurface(icon);
+    }
+}
+
+/// Waits until the desktop has put its frame round the window. Only then is its place known, and can be set:
+/// set earlier, the desktop takes it for the frame's, and a window would walk with each re-creation.
+void GLWindow::pumpUntilPlaced() {
+    TARNWICK_LOCATION("GLWindow::pumpUntilPlaced");
+    if (SDL_GetWindowBordersSize(state.windowHandle, nullptr, nullptr, nullptr, nullptr) != 0) {
+        return; // a platform without frames
+    }
+    for (std::uint32_t waited = 0; waited < placingMilliseconds; waited += placingPause) {
+        SDL_PumpEvents();
+        SDL_Delay(placingPause);
+    }
+    SDL_PumpEvents();
+}
+
+void GLWindow::windowDestroyed() {
+    TARNWICK_LOCATION("GLWindow::windowDestroyed");
+    const Uint32 subsystem = state.windowHandle != nullptr ? SDL_INIT_VIDEO : SDL_INIT_EVENTS;
+    releasePlatformWindow(); // full screen ends with its window: no display mode was changed
     state.open = false;
+    state.closing = false;
+    state.eventListener = nullptr;
+    state.fullscreen = false;
+    state.resizeable = false;
+    state.focused = false;
+    state.minimised = false;
+    state.swapControl = false;
     state.clientWidth = 0;
     state.clientHeight = 0;
-    state.eventListener = nullptr;
-    SDL_QuitSubSystem(SDL_INIT_EVENTS);
+    state.restoredWidth = 0;
+    state.restoredHeight = 0;
+    state.cursorType = 1;
+    state.title.clear();
+    SDL_QuitSubSystem(subsystem);
 }
 
-void GLWindow::run() {
-    TARNWICK_LOCATION("GLWindow::run");
-    SDL_Event event;
-    while (state.open && SDL_PollEvent(&event) == 1) {
-        handleEvent(event);
+void GLWindow::releasePlatformWindow() {
+    TARNWICK_LOCATION("GLWindow::releasePlatformWindow");
+    if (state.windowHandle == nullptr) {
+        return;
     }
+    SDL_GL_DeleteContext(state.renderingContext);
+    SDL_FreeCursor(state.arrowCursor);
+    SDL_FreeCursor(state.crossCursor);
+    SDL_DestroyWindow(state.windowHandle);
+    state.renderingContext = nullptr;
+    state.arrowCursor = nullptr;
+    state.crossCursor = nullptr;
+    state.windowHandle = nullptr;
 }
 
-std::int32_t GLWindow::getClientCenterX() {
-    TARNWICK_LOCATION("GLWindow::getClientCenterX");
-    return state.clientWidth / 2 - 1;
-}
-
-std::int32_t GLWindow::getClientCenterY() {
-    TARNWICK_LOCATION("GLWindow::getClientCenterY");
-    return state.clientHeight / 2 - 1;
-}
-
-std::int32_t GLWindow::getMouseScreenX() {
-    TARNWICK_LOCATION("GLWindow::getMouseScreenX");
-    return static_cast<std::int32_t>(state.mouseX);
-}
-
-std::int32_t GLWindow::getMouseScreenY() {
-    TARNWICK_LOCATION("GLWindow::getMouseScreenY");
-    return static_cast<std::int32_t>(state.mouseY);
-}
-
-bool GLWindow::mouseInClientArea() {
-    TARNWICK_LOCATION("GLWindow::mouseInClientArea");
-    const std::int32_t x = getMouseScreenX();
-    const std::int32_t y = getMouseScreenY();
-    return state.open && 0 < x && 0 < y && x <= state.clientWidth + 1 && y <= state.clientHeight + 1;
-}
-
-void GLWindow::centerMouse() {
-    TARNWICK_LOCATION("GLWindow::centerMouse");
+bool GLWindow::setAntiAliasingMode(std::uint32_t samples) {
+    TARNWICK_LOCATION("GLWindow::setAntiAliasingMode");
     if (!state.open) {
-        return;
+        return false;
     }
-    state.mouseX = static_cast<std::uint32_t>(absoluteMove(state.clientWidth / 2, state.clientWidth));
-    state.mouseY = static_cast<std::uint32_t>(absoluteMove(state.clientHeight / 2, state.clientHeight));
+    const std::uint32_t wanted = std::max(samples, std::uint32_t{1});
+    const std::uint32_t previous = state.antiAliasingMode;
+    if (wanted == previous) {
+        return true;
+    }
+    if (wanted < 2) {
+        disableWindowAA();
+        return true;
+    }
+    if (enableWindowAA(wanted)) {
+        return true;
+    }
+    if (previous != 1) {
+        enableWindowAA(previous);
+    }
+    return false;
 }
 
-bool GLWindow::keyboardKeyPressed(std::uint32_t key) {
-    TARNWICK_LOCATION("GLWindow::keyboardKeyPressed");
-    return key < keyNumbers && state.keyDown[key];
+bool GLWindow::antiAliasingModeAvailable(std::uint32_t samples) {
+    TARNWICK_LOCATION("GLWindow::antiAliasingModeAvailable");
+    if (samples < 2) {
+        return true;
+    }
+    std::string extension = "GL_ARB_multisample";
+    if (!extensionSupported(extension)) {
+        return false;
+    }
+    SDL_Window* const probe = createPlatformWindow(probeSize, probeSize, samples);
+    setPixelFormat(state.antiAliasingMode, false);
+    if (probe == nullptr) {
+        return false;
+    }
+    SDL_DestroyWindow(probe);
+    return true;
 }
 
-bool GLWindow::keyboardKeyToggled(std::uint32_t key) {
-    TARNWICK_LOCATION("GLWindow::keyboardKeyToggled");
-    switch (key) {
-    case capsLockKey:
-        return (SDL_GetModState() & KMOD_CAPS) != 0;
-    case numLockKey:
-        return (SDL_GetModState() & KMOD_NUM) != 0;
-    case scrollLockKey:
-        return (SDL_GetModState() & KMOD_SCROLL) != 0;
-    default:
-        return key < keyNumbers && state.keyToggled[key];
-    }
+bool GLWindow::enableWindowAA(std::uint32_t samples) {
+    TARNWICK_LOCATION("GLWindow::enableWindowAA");
+    return antiAliasingModeAvailable(samples) && recreate(samples);
 }
 
-std::uint8_t GLWindow::keyboardKeyToAscii(std::uint32_t key) {
-    TARNWICK_LOCATION("GLWindow::keyboardKeyToAscii");
-    if (key >= keyNumbers) {
-        return 0;
-    }
-    if (state.keyPressedOnce[key]) {
-        return state.keyCharacter[key];
-    }
-    constexpr std::uint32_t shiftKey = 0x10;
-    const std::uint8_t control = KeyMap::controlCharacter(key, false);
-    return control != 0 ? control : KeyMap::usCharacter(key, state.keyDown[shiftKey]);
+void GLWindow::disableWindowAA() {
+    TARNWICK_LOCATION("GLWindow::disableWindowAA");
+    recreate(1);
 }
 
-std::uint32_t GLWindow::getLastKeyPressed() {
-    TARNWICK_LOCATION("GLWindow::getLastKeyPressed");
-    const std::uint32_t key = state.lastKeyPressed;
-    state.lastKeyPressed = 0;
-    return key;
+/// A window's samples are chosen once, so another number takes another window. False if it could only be had
+/// without multisampling.
+bool GLWindow::recreate(std::uint32_t samples) {
+    TARNWICK_LOCATION("GLWindow::recreate");
+    const std::string title = getTitle();
+    const bool fullscreen = state.fullscreen;
+    const bool resizeable = isResizeable();
+    const std::int32_t cursorType = state.cursorType;
+    const std::int32_t width = getClientWidth();
+    const std::int32_t height = getClientHeight();
+    const std::int32_t x = getX();
+    const std::int32_t y = getY();
+    GLWindowEventListener* const listener = state.eventListener;
+    state.eventListener = nullptr; // nothing hears the destruction
+    SDL_InitSubSystem(SDL_INIT_VIDEO);
+    close();
+
+    reopen(samples);
+    setPosition(x, y);
+    setClientSize(width, height);
+    setTitle(title);
+    setCursor(cursorType);
+    state.eventListener = listener;
+    setResizeable(resizeable);
+    if (fullscreen) { // a window keeps its place and its frame: leaving full screen would change both
+        setFullscreen(true, width, height);
+    }
+    return state.antiAliasingMode == samples;
 }
 
-void GLWindow::keyPressed(const SDL_Event& event) {
-    TARNWICK_LOCATION("GLWindow::keyPressed");
-    const SDL_Keysym& keysym = event.key.keysym;
-    const std::uint32_t number = KeyMap::keyNumber(keysym);
-    if (number == 0) {
-        return;
+/// A window with the wanted samples, else one without multisampling, shown; takes over the caller's hold on
+/// SDL's video.
+void GLWindow::reopen(std::uint32_t samples) {
+    TARNWICK_LOCATION("GLWindow::reopen");
+    if (!openWithSamples(samples) && !openWithSamples(1)) {
+        fail("Unable to create window.", "Error");
     }
-    if (event.key.repeat == 0) {
-        state.keyToggled[number] = !state.keyToggled[number];
-    }
-    state.keyDown[number] = true;
-    state.keyCharacter[number] = characterOfPress(number, keysym);
-    state.keyPressedOnce[number] = true;
-    if (isSystemKey(number, keysym)) {
-        return;
-    }
-    state.lastKeyPressed = number;
-    if (state.eventListener != nullptr) {
-        state.eventListener->keyboardPressed(number);
-    }
-}
-
-void GLWindow::keyReleased(const SDL_Event& event) {
-    TARNWICK_LOCATION("GLWindow::keyReleased");
-    const std::uint32_t number = KeyMap::keyNumber(event.key.keysym);
-    if (number == 0) {
-        return;
-    }
-    state.keyDown[number] = false;
-    if (!isSystemKey(number, event.key.keysym) && state.eventListener != nullptr) {
-        state.eventListener->keyboardReleased(number);
-    }
-}
-
-void GLWindow::mouseEvent(const SDL_Event& event) {
-    TARNWICK_LOCATION("GLWindow::mouseEvent");
-    const bool motion = event.type == SDL_MOUSEMOTION;
-    const std::uint32_t button = motion ? 0 : buttonBit(event.button.button);
-    if (!motion && button == 0) {
-        return;
-    }
-    // 16 bits unsigned, as a mouse message carries them: left of the client area is a large number.
-    state.mouseX = static_cast<std::uint16_t>(motion ? event.motion.x : event.button.x);
-    state.mouseY = static_cast<std::uint16_t>(motion ? event.motion.y : event.button.y);
-    if (state.eventListener == nullptr) {
-        return;
-    }
-    if (motion) {
-        state.eventListener->mouseMoved(state.mouseX, state.mouseY);
-    } else if (event.type == SDL_MOUSEBUTTONDOWN) {
-        state.eventListener->mousePressed(state.mouseX, state.mouseY, button);
+    if (state.antiAliasingMode > 1) {
+        glEnable(GL_MULTISAMPLE);
     } else {
-        state.eventListener->mouseReleased(state.mouseX, state.mouseY, button);
+        glDisable(GL_MULTISAMPLE);
     }
+    state.open = true;
+    showForTheFirstTime();
 }
 
-void GLWindow::windowEvent(const SDL_Event& event) {
-    TARNWICK_LOCATION("GLWindow::windowEvent");
-    switch (event.window.event) {
-    case SDL_WINDOWEVENT_FOCUS_GAINED:
-        state.focused = true;
-        break;
-    case SDL_WINDOWEVENT_FOCUS_LOST:
-        state.focused = false;
-        break;
-    case SDL_WINDOWEVENT_MINIMIZED:
-        state.minimised = true;
-        break;
-    case SDL_WINDOWEVENT_RESTORED:
-        state.minimised = false;
-        break;
-    case SDL_WINDOWEVENT_CLOSE:
-        if (state.eventListener != nullptr) {
-            state.eventListener->windowClosing();
-        }
-        close(); // a close request always ends in destruction
-        break;
-    default:
-        break;
+/// A driver may promise samples and have none: the GL itself is asked.
+bool GLWindow::openWithSamples(std::uint32_t samples) {
+    TARNWICK_LOCATION("GLWindow::openWithSamples");
+    state.windowHandle = createPlatformWindow(firstWidth, firstHeight, samples);
+    if (state.windowHandle == nullptr) {
+        return false;
     }
+    state.renderingContext = SDL_GL_CreateContext(state.windowHandle);
+    GLint present = 0;
+    glGetIntegerv(GL_SAMPLES, &present);
+    const bool enough = samples == 1 || static_cast<std::uint32_t>(present) >= samples;
+    if (state.renderingContext == nullptr || !enough) {
+        releasePlatformWindow();
+        return false;
+    }
+    state.antiAliasingMode = samples;
+    return true;
 }
 
-void GLWindow::handleEvent(const SDL_Event& event) {
-    TARNWICK_LOCATION("GLWindow::handleEvent");
-    switch (event.type) {
-    case SDL_KEYDOWN:
-        keyPressed(event);
-        break;
-    case SDL_KEYUP:
-        keyReleased(event);
-        break;
-    case SDL_MOUSEMOTION:
-    case SDL_MOUSEBUTTONDOWN:
-    case SDL_MOUSEBUTTONUP:
-        mouseEvent(event);
-        break;
-    case SDL_WINDOWEVENT:
-        windowEvent(event);
-        break;
-    default:
-        break;
-    }
+void GLWindow::enableVsync(bool flag) {
+    TARNWICK_LOCATION("GLWindow::enableVsync");
+    state.vsyncWanted = flag;
+    state.swapControl = contextCurrent() && SDL_GL_SetSwapInterval(flag ? 1 : 0) == 0;
+}
+
+bool GLWindow::vsyncEnabled() {
+    TARNWICK_LOCATION("GLWindow::vsyncEnabled");
+    return !state.swapControl || SDL_GL_GetSwapInterval() > 0;
 }
 
 } // namespace tarnwick

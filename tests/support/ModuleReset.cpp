@@ -6,6 +6,7 @@
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
+#include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "level/LevelBspTree.h"
@@ -26,6 +27,7 @@ void ModuleReset::all() {
     DataFiles::state = {};
     GLConsole::state = {};
     GLConsole::outputBuffer.fill('\n');
+    GLTextureManager::state = {};
     GLWindow::close();
     GLWindow::state = {};
     Game::state = {};

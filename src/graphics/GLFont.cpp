@@ -1,0 +1,150 @@
+#include "graphics/GLFont.h"
+
+#include "core/Geometry.h"
+#include "core/LocationStack.h"
+
+#include <GL/gl.h>
+
+#include <array>
+#include <cstring>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float cellSize = 0.0625f; ///< Of the picture's width and height: 16 cells each way.
+constexpr std::size_t charactersAtOnce = 64;
+
+/// One corner of a cell, in the layout of `GL_T2F_V3F`.
+struct Corner {
+    float s, t;
+    float x, y, z;
+};
+
+/// Quads of characters, gathered and drawn together in the order in which they came.
+class CharacterQuads {
+public:
+    void add(std::uint8_t character, float x, float y, float size) {
+        TARNWICK_LOCATION("CharacterQuads::add");
+        if (count == corners.size()) {
+            draw();
+        }
+        const float left = static_cast<float>(character & 15) * cellSize;
+        const float top = static_cast<float>(character >> 4) * cellSize;
+        const float right = left + cellSize;
+        const float bottom = top + cellSize;
+        corners[count++] = {left, top, x, y, 0.0f};
+        corners[count++] = {right, top, x + size, y, 0.0f};
+        corners[count++] = {right, bottom, x + size, y + size, 0.0f};
+        corners[count++] = {left, bottom, x, y + size, 0.0f};
+    }
+
+    void draw() {
+        TARNWICK_LOCATION("CharacterQuads::draw");
+        if (count == 0) {
+            return;
+        }
+        glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+        glInterleavedArrays(GL_T2F_V3F, 0, corners.data());
+        glDrawArrays(GL_QUADS, 0, static_cast<GLsizei>(count));
+        glPopClientAttrib();
+        count = 0;
+    }
+
+private:
+    std::array<Corner, charactersAtOnce * 4> corners;
+    std::size_t count = 0;
+};
+
+} // namespace
+
+GLFont::GLFont(const GLTexture& source) {
+    TARNWICK_LOCATION("GLFont::GLFont");
+    *this = source;
+}
+
+GLFont::GLFont(const GLFont& source)
+    : GLTexture() {
+    TARNWICK_LOCATION("GLFont::GLFont");
+    *this = source;
+}
+
+GLFont::GLFont(const std::string& fileName) {
+    TARNWICK_LOCATION("GLFont::GLFont");
+    *this = fileName;
+}
+
+GLFont& GLFont::operator=(const GLTexture& source) {
+    TARNWICK_LOCATION("GLFont::operator=");
+    if (source != *this) {
+        GLTexture::operator=(source);
+    }
+    return *this;
+}
+
+GLFont&
+GLFont::operator=(const GLFont& source) { // NOLINT(bugprone-unhandled-self-assignment): compared above
+    TARNWICK_LOCATION("GLFont::operator=");
+    return *this = static_cast<const GLTexture&>(source);
+}
+
+GLFont& GLFont::operator=(const std::string& fileName) {
+    TARNWICK_LOCATION("GLFont::operator=");
+    GLTexture::operator=(fileName);
+    return *this;
+}
+
+void GLFont::drawString(
+    const char* text, float x, float y, float size, float red, float green, float blue, float alpha) const {
+    TARNWICK_LOCATION("GLFont::drawString");
+    if (text == nullptr || !(size > 0.0f)) {
+        return;
+    }
+    glPushAttrib(GL_ENABLE_BIT);
+    glEnable(GL_BLEND);
+    glEnable(GL_TEXTURE_2D);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_ALPHA_TEST);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glBindTexture(GL_TEXTURE_2D, textureId);
+    if (*text != 0) {
+        glColor4f(red, green, blue, alpha);
+    }
+    CharacterQuads quads;
+    float penX = x;
+    for (; *text != 0; ++text) {
+        if (*text == '\n') {
+            penX = x;
+            y += size;
+            continue;
+        }
+        quads.add(static_cast<std::uint8_t>(*text), penX, y, size);
+        penX += size;
+    }
+    quads.draw();
+    glPopAttrib();
+}
+
+void GLFont::drawStringCentered(const char* text,
+                                float x,
+                                float y,
+                                float boxWidth,
+                                float boxHeight,
+                                float size,
+                                float red,
+                                float green,
+                                float blue,
+                                float alpha) const {
+    TARNWICK_LOCATION("GLFont::drawStringCentered");
+    if (text == nullptr || !(size > 0.0f)) {
+        return;
+    }
+    const auto length = static_cast<float>(std::strlen(text));
+    const float left = round(x + boxWidth / 2.0f - length * size / 2.0f);
+    const float top = round(y + boxHeight / 2.0f - size / 2.0f);
+    drawString(text, left, top, size, red, green, blue, alpha);
+}
+
+} // namespace tarnwick

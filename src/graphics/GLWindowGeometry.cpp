@@ -1,0 +1,455 @@
+// `GLWindow`: place, size, mode and cursor of the window.
+
+#include "core/LocationStack.h"
+#include "graphics/GLWindow.h"
+#include "graphics/GLWindowEventListener.h"
+
+#include <GL/gl.h>
+#include <SDL.h>
+
+#include <algorithm>
+
+namespace tarnwick {
+
+namespace {
+
+/// Where an absolute move to `target` ends on a screen of `size` pixels: the move is told in 65535ths of the
+/// screen, in single precision, cut to whole numbers, and comes out one pixel short of the middle.
+/// `getClientCenterX` counts on it.
+std::int32_t absoluteMove(std::int32_t target, std::int32_t size) {
+    TARNWICK_LOCATION("GLWindow::absoluteMove");
+    const auto scaled =
+        static_cast<std::int64_t>(static_cast<float>(target) * (65535.0f / static_cast<float>(size)));
+    return static_cast<std::int32_t>(scaled * size / 65536);
+}
+
+struct Borders {
+    int top = 0;
+    int left = 0;
+    int bottom = 0;
+    int right = 0;
+};
+
+/// The desktop's frame; all 0 where there is none.
+Borders bordersOf(SDL_Window* window) {
+    TARNWICK_LOCATION("GLWindow::bordersOf");
+    Borders borders;
+    if (window == nullptr ||
+        SDL_GetWindowBordersSize(window, &borders.top, &borders.left, &borders.bottom, &borders.right) != 0) {
+        return {};
+    }
+    return borders;
+}
+
+/// The desktop's size on the display of a window; 0 by 0 without video.
+std::array<std::int32_t, 2> desktopSize(SDL_Window* window) {
+    TARNWICK_LOCATION("GLWindow::desktopSize");
+    SDL_DisplayMode mode{};
+    const int display = window != nullptr ? std::max(SDL_GetWindowDisplayIndex(window), 0) : 0;
+    if (SDL_GetDesktopDisplayMode(display, &mode) != 0) {
+        return {0, 0};
+    }
+    return {mode.w, mode.h};
+}
+
+} // namespace
+
+void GLWindow::setTitle(const std::string& text) {
+    TARNWICK_LOCATION("GLWindow::setTitle");
+    if (!state.open) {
+        return;
+    }
+    state.title = text;
+    if (state.windowHandle != nullptr) {
+        SDL_SetWindowTitle(state.windowHandle, text.c_str());
+    }
+}
+
+/// Screen position of the client area's top left pixel.
+std::array<std::int32_t, 2> GLWindow::clientCorner() {
+    TARNWICK_LOCATION("GLWindow::clientCorner");
+    std::array<std::int32_t, 2> corner{};
+    if (state.windowHandle != nullptr) {
+        SDL_GetWindowPosition(state.windowHandle, &corner[0], &corner[1]);
+    }
+    return corner;
+}
+
+/// What the frame adds to the client area's width and height.
+std::array<std::int32_t, 2> GLWindow::frameSize() {
+    TARNWICK_LOCATION("GLWindow::frameSize");
+    const Borders borders = bordersOf(state.windowHandle);
+    return {borders.left + borders.right, borders.top + borders.bottom};
+}
+
+std::int32_t GLWindow::getX() {
+    TARNWICK_LOCATION("GLWindow::getX");
+    return clientCorner()[0] - bordersOf(state.windowHandle).left;
+}
+
+std::int32_t GLWindow::getY() {
+    TARNWICK_LOCATION("GLWindow::getY");
+    return clientCorner()[1] - bordersOf(state.windowHandle).top;
+}
+
+void GLWindow::setPosition(std::int32_t x, std::int32_t y) {
+    TARNWICK_LOCATION("GLWindow::setPosition");
+    if (state.windowHandle != nullptr) {
+        const Borders borders = bordersOf(state.windowHandle);
+        SDL_SetWindowPosition(state.windowHandle, x + borders.left, y + borders.top);
+    }
+}
+
+std::int32_t GLWindow::getWidth() {
+    TARNWICK_LOCATION("GLWindow::getWidth");
+    return state.restoredWidth + frameSize()[0];
+}
+
+std::int32_t GLWindow::getHeight() {
+    TARNWICK_LOCATION("GLWindow::getHeight");
+    return state.restoredHeight + frameSize()[1];
+}
+
+void GLWindow::setSize(std::int32_t width, std::int32_t height) {
+    TARNWICK_LOCATION("GLWindow::setSize");
+    if (width < 1 || height < 1 || !state.open) {
+        return;
+    }
+    const auto [frameWidth, frameHeight] = frameSize();
+    resizePlatformWindow(std::max(width - frameWidth, 1), std::max(height - frameHeight, 1));
+    resetViewport();
+}
+
+std::int32_t GLWindow::getClientWidth() {
+    TARNWICK_LOCATION("GLWindow::getClientWidth");
+    if (state.windowHandle == nullptr) {
+        return state.clientWidth;
+    }
+    int width = 0;
+    SDL_GetWindowSize(state.windowHandle, &width, nullptr);
+    return width;
+}
+
+std::int32_t GLWindow::getClientHeight() {
+    TARNWICK_LOCATION("GLWindow::getClientHeight");
+    if (state.windowHandle == nullptr) {
+        return state.clientHeight;
+    }
+    int height = 0;
+    SDL_GetWindowSize(state.windowHandle, nullptr, &height);
+    return height;
+}
+
+void GLWindow::setClientSize(std::int32_t width, std::int32_t height) {
+    TARNWICK_LOCATION("GLWindow::setClientSize");
+    if (width < 1 || height < 1 || !state.open) {
+        return;
+    }
+    resizePlatformWindow(width, height);
+    glViewport(0, 0, width, height);
+}
+
+/// Gives the client area a new size and tells the listener. The `offscreen` driver keeps a surface of the
+/// size of creation, beyond which nothing is drawn: there another window takes over the GL context, with all
+/// that it holds.
+void GLWindow::resizePlatformWindow(std::int32_t width, std::int32_t height) {
+    TARNWICK_LOCATION("GLWindow::resizePlatformWindow");
+    if (state.windowHandle == nullptr) {
+        clientAreaResized(width, height);
+        return;
+    }
+    SDL_Window* const larger =
+        offscreen() ? createPlatformWindow(width, height, state.antiAliasingMode) : nullptr;
+    if (larger == nullptr) {
+        SDL_SetWindowSize(state.windowHandle, width, height);
+    } else {
+        const auto [x, y] = clientCorner();
+        SDL_SetWindowPosition(larger, x, y);
+        SDL_SetWindowTitle(larger, state.title.c_str());
+        SDL_GL_MakeCurrent(larger, state.renderingContext);
+        SDL_DestroyWindow(state.windowHandle);
+        state.windowHandle = larger;
+        SDL_ShowWindow(larger);
+    }
+    clientAreaResized(getClientWidth(), getClientHeight());
+}
+
+/// Drops what repeats the size that the listener knows.
+void GLWindow::clientAreaResized(std::int32_t width, std::int32_t height) {
+    TARNWICK_LOCATION("GLWindow::clientAreaResized");
+    if (width == state.clientWidth && height == state.clientHeight) {
+        return;
+    }
+    state.clientWidth = width;
+    state.clientHeight = height;
+    if (!isMaximised()) {
+        state.restoredWidth = width;
+        state.restoredHeight = height;
+    }
+    if (state.eventListener != nullptr) {
+        state.eventListener->windowResized();
+    }
+    resetViewport();
+}
+
+void GLWindow::resetViewport() {
+    TARNWICK_LOCATION("GLWindow::resetViewport");
+    glViewport(0, 0, getClientWidth(), getClientHeight());
+}
+
+std::int32_t GLWindow::getClientCenterX() {
+    TARNWICK_LOCATION("GLWindow::getClientCenterX");
+    return clientCorner()[0] - 1 + getClientWidth() / 2;
+}
+
+std::int32_t GLWindow::getClientCenterY() {
+    TARNWICK_LOCATION("GLWindow::getClientCenterY");
+    return clientCorner()[1] - 1 + getClientHeight() / 2;
+}
+
+std::int32_t GLWindow::getScreenWidth() {
+    TARNWICK_LOCATION("GLWindow::getScreenWidth");
+    return state.open && state.windowHandle == nullptr ? state.clientWidth
+                                                       : desktopSize(state.windowHandle)[0];
+}
+
+std::int32_t GLWindow::getScreenHeight() {
+    TARNWICK_LOCATION("GLWindow::getScreenHeight");
+    return state.open && state.windowHandle == nullptr ? state.clientHeight
+                                                       : desktopSize(state.windowHandle)[1];
+}
+
+void GLWindow::center() {
+    TARNWICK_LOCATION("GLWindow::center");
+    setPosition(getScreenWidth() / 2 - getWidth() / 2, getScreenHeight() / 2 - getHeight() / 2);
+}
+
+bool GLWindow::isMinimised() {
+    TARNWICK_LOCATION("GLWindow::isMinimised");
+    return state.windowHandle != nullptr
+               ? (SDL_GetWindowFlags(state.windowHandle) & SDL_WINDOW_MINIMIZED) != 0
+               : state.minimised;
+}
+
+bool GLWindow::isMaximised() {
+    TARNWICK_LOCATION("GLWindow::isMaximised");
+    return state.windowHandle != nullptr &&
+           (SDL_GetWindowFlags(state.windowHandle) & SDL_WINDOW_MAXIMIZED) != 0;
+}
+
+bool GLWindow::hasFocus() {
+    TARNWICK_LOCATION("GLWindow::hasFocus");
+    return state.windowHandle != nullptr
+               ? (SDL_GetWindowFlags(state.windowHandle) & SDL_WINDOW_INPUT_FOCUS) != 0
+               : state.focused;
+}
+
+void GLWindow::minimize() {
+    TARNWICK_LOCATION("GLWindow::minimize");
+    if (state.windowHandle != nullptr) {
+        SDL_MinimizeWindow(state.windowHandle);
+    } else {
+        state.minimised = state.open;
+    }
+}
+
+void GLWindow::maximize() {
+    TARNWICK_LOCATION("GLWindow::maximize");
+    if (state.windowHandle != nullptr) {
+        SDL_MaximizeWindow(state.windowHandle);
+    }
+}
+
+void GLWindow::restore() {
+    TARNWICK_LOCATION("GLWindow::restore");
+    if (state.windowHandle != nullptr) {
+        SDL_RestoreWindow(state.windowHandle);
+    } else {
+        state.minimised = false;
+    }
+}
+
+void GLWindow::giveFocous() {
+    TARNWICK_LOCATION("GLWindow::giveFocous");
+    if (state.windowHandle != nullptr) {
+        SDL_RaiseWindow(state.windowHandle);
+    }
+}
+
+void GLWindow::setResizeable(bool flag) {
+    TARNWICK_LOCATION("GLWindow::setResizeable");
+    if (!state.open) {
+        return;
+    }
+    state.resizeable = flag;
+    if (state.windowHandle != nullptr) {
+        SDL_SetWindowResizable(state.windowHandle, flag ? SDL_TRUE : SDL_FALSE);
+    }
+}
+
+bool GLWindow::isResizeable() {
+    TARNWICK_LOCATION("GLWindow::isResizeable");
+    return state.resizeable && !state.fullscreen;
+}
+
+void GLWindow::setFullscreen(bool flag, std::int32_t width, std::int32_t height) {
+    TARNWICK_LOCATION("GLWindow::setFullscreen");
+    if (state.windowHandle == nullptr) {
+        return;
+    }
+    const Uint32 mode = flag ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0;
+    const bool changed = offscreen() || SDL_SetWindowFullscreen(state.windowHandle, mode) == 0;
+    if (!flag) {
+        if (!changed) {
+            return;
+        }
+        state.fullscreen = false;
+        setResizeable(true);
+        pumpUntilPlaced();
+        setClientSize(width, height);
+        center();
+        return;
+    }
+    showCursor(1); // whatever the outcome; the type that was set stays in mind
+    if (!changed) {
+        setClientSize(width, height);
+        return;
+    }
+    state.fullscreen = true;
+    if (offscreen()) {
+        setPosition(0, 0);
+        resizePlatformWindow(getScreenWidth(), getScreenHeight());
+    }
+    clientAreaResized(getClientWidth(), getClientHeight());
+    resetViewport();
+}
+
+void GLWindow::setCursor(std::int32_t type) {
+    TARNWICK_LOCATION("GLWindow::setCursor");
+    if (!state.open || type < 0 || type > 2) {
+        return;
+    }
+    state.cursorType = type;
+    showCursor(type);
+}
+
+void GLWindow::showCursor(std::int32_t type) {
+    TARNWICK_LOCATION("GLWindow::showCursor");
+    if (state.windowHandle == nullptr) {
+        return;
+    }
+    if (type == 0) {
+        SDL_ShowCursor(SDL_DISABLE);
+        return;
+    }
+    SDL_Cursor*& cursor = type == 1 ? state.arrowCursor : state.crossCursor;
+    if (cursor == nullptr) {
+        cursor = SDL_CreateSystemCursor(type == 1 ? SDL_SYSTEM_CURSOR_ARROW : SDL_SYSTEM_CURSOR_CROSSHAIR);
+    }
+    SDL_SetCursor(cursor);
+    SDL_ShowCursor(SDL_ENABLE);
+}
+
+std::int32_t GLWindow::getMouseScreenX() {
+    TARNWICK_LOCATION("GLWindow::getMouseScreenX");
+    if (state.windowHandle == nullptr) {
+        return static_cast<std::int32_t>(state.mouseX);
+    }
+    int x = 0;
+    if (offscreen()) { // its screen position is relative to the window
+        SDL_GetMouseState(&x, nullptr);
+        return x + clientCorner()[0];
+    }
+    SDL_GetGlobalMouseState(&x, nullptr);
+    return x;
+}
+
+std::int32_t GLWindow::getMouseScreenY() {
+    TARNWICK_LOCATION("GLWindow::getMouseScreenY");
+    if (state.windowHandle == nullptr) {
+        return static_cast<std::int32_t>(state.mouseY);
+    }
+    int y = 0;
+    if (offscreen()) {
+        SDL_GetMouseState(nullptr, &y);
+        return y + clientCorner()[1];
+    }
+    SDL_GetGlobalMouseState(nullptr, &y);
+    return y;
+}
+
+bool GLWindow::mouseInClientArea() {
+    TARNWICK_LOCATION("GLWindow::mouseInClientArea");
+    if (!state.open) {
+        return false;
+    }
+    const auto [left, top] = clientCorner();
+    const std::int32_t x = getMouseScreenX();
+    const std::int32_t y = getMouseScreenY();
+    return left < x && top < y && x <= left + getClientWidth() + 1 && y <= top + getClientHeight() + 1;
+}
+
+void GLWindow::centerMouse() {
+    TARNWICK_LOCATION("GLWindow::centerMouse");
+    const auto [left, top] = clientCorner();
+    moveMouseTo(left + getClientWidth() / 2, top + getClientHeight() / 2);
+}
+
+void GLWindow::moveMouse(std::int32_t dx, std::int32_t dy) {
+    TARNWICK_LOCATION("GLWindow::moveMouse");
+    moveMouseTo(getMouseScreenX() + dx, getMouseScreenY() + dy);
+}
+
+void GLWindow::moveMouseTo(std::int32_t screenX, std::int32_t screenY) {
+    TARNWICK_LOCATION("GLWindow::moveMouseTo");
+    const std::int32_t screenWidth = getScreenWidth();
+    const std::int32_t screenHeight = getScreenHeight();
+    if (!state.open || screenWidth < 1 || screenHeight < 1) {
+        return;
+    }
+    const std::int32_t x = absoluteMove(std::clamp(screenX, 0, screenWidth), screenWidth);
+    const std::int32_t y = absoluteMove(std::clamp(screenY, 0, screenHeight), screenHeight);
+    if (state.windowHandle == nullptr) {
+        state.mouseX = static_cast<std::uint32_t>(x);
+        state.mouseY = static_cast<std::uint32_t>(y);
+        return;
+    }
+    const auto [left, top] = clientCorner();
+    SDL_WarpMouseInWindow(state.windowHandle, x - left, y - top);
+}
+
+void GLWindow::restrictMouse(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) {
+    TARNWICK_LOCATION("GLWindow::restrictMouse");
+    if (state.windowHandle == nullptr) {
+        return;
+    }
+    const auto [left, top] = clientCorner();
+    const SDL_Rect rectangle{x - left, y - top, width, height};
+    SDL_SetWindowMouseRect(state.windowHandle, &rectangle);
+    SDL_SetWindowMouseGrab(state.windowHandle, SDL_TRUE); // else the rectangle does not hold
+}
+
+void GLWindow::unRestrictMouse() {
+    TARNWICK_LOCATION("GLWindow::unRestrictMouse");
+    if (state.windowHandle != nullptr) {
+        SDL_SetWindowMouseRect(state.windowHandle, nullptr);
+        SDL_SetWindowMouseGrab(state.windowHandle, SDL_FALSE);
+    }
+}
+
+bool GLWindow::mouseButtonPressed(std::uint32_t button) {
+    TARNWICK_LOCATION("GLWindow::mouseButtonPressed");
+    if (button != 1 && button != 2 && button != 4) {
+        return false;
+    }
+    if (state.windowHandle == nullptr || offscreen()) {
+        return (state.mouseButtons & button) != 0;
+    }
+    const std::uint32_t pressed = SDL_GetGlobalMouseState(nullptr, nullptr);
+    const std::uint32_t mask = button == 1   ? SDL_BUTTON_LMASK
+                               : button == 2 ? SDL_BUTTON_RMASK
+                                             : SDL_BUTTON_MMASK;
+    return (pressed & mask) != 0;
+}
+
+} // namespace tarnwick
