@@ -67,7 +67,7 @@ FAR_OUTLINE = "0E222B"
 
 # Water in pictures (surface to depth), ice, grass, light
 WATER_RAMP = ("8CF4FF", "2CCBF2", "12A0D8", "0B6E9E")
-WATER_SHALLOW = "99E6F7"
+WATER_SHALLOW = "C2F0FA"
 FOAM = "E8FDFF"
 WATER_RIM = "0A4A62"
 ICE_RAMP = ("3F93C2", "7CC3E2", "BDE6F4", "F4FCFF")

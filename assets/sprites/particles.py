@@ -21,11 +21,11 @@ def disc():
 
 
 def water():
-    """A plateau, so that the outline shows as a rim, with an edge soft enough that drops melt together."""
+    """A wide plateau: neighbours overlap so far that a pool is one calm body, and the outline shows as a rim."""
     _, _, radius = disc()
     colour = shade.mix(shade.flat(radius.shape, palette.WATER_SHALLOW), palette.WHITE,
                        shade.smoothstep(0.62, 0.0, radius))
-    return np.dstack([colour, shade.smoothstep(0.94, 0.40, radius)])
+    return np.dstack([colour, shade.smoothstep(0.95, 0.64, radius)])
 
 
 def steam():
