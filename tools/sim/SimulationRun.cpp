@@ -12,9 +12,9 @@
 #include "level/SurfaceTypeManager.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
-#include "tools/sim/DataFolder.h"
 #include "tools/sim/HeldKeys.h"
 #include "tools/state/SimulationState.h"
+#include "tools/support/DataFolder.h"
 
 #include <cmath>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "tools/sim/DataFolder.h"
+#include "tools/support/DataFolder.h"
 
 namespace tarnwick {
 
@@ -6,8 +6,8 @@ std::filesystem::path dataFolderBesideProgram() {
     namespace fs = std::filesystem;
     std::error_code error;
     fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
-    while (!error && folder.has_relative_path()) {
-        if (fs::is_directory(folder / "data" / "cfg", error)) {
+    while (folder.has_relative_path()) {
+        if (fs::is_directory(folder / "data" / "cfg", error)) { // a folder that is missing sets the error too
             return folder / "data";
         }
         folder = folder.parent_path();

@@ -1,0 +1,120 @@
+// The committed files of the level maker: they must agree with the tool and with one another.
+
+#include "level/LevelFile.h"
+#include "support/ModuleTest.h"
+#include "support/TiledText.h"
+#include "tools/level/LevelCompiler.h"
+#include "tools/level/LevelNames.h"
+#include "tools/level/LevelValidator.h"
+#include "tools/level/LevelWriter.h"
+
+#include <nlohmann/json.hpp>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+
+namespace tarnwick {
+
+namespace {
+
+using Json = nlohmann::json;
+
+/// A file of the repository; tests run in its root.
+std::string readRepositoryFile(const std::string& name) {
+    std::ifstream file(TARNWICK_SOURCE_DIR "/" + name, std::ios::binary);
+    EXPECT_TRUE(file.is_open()) << name;
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
+
+/// The type of this name in the Tiled project.
+Json projectType(const std::string& name) {
+    const Json project = Json::parse(readRepositoryFile("assets/levels/tarnwick.tiled-project"));
+    for (const Json& type : project.at("propertyTypes")) {
+        if (type.at("name") == name) {
+            return type;
+        }
+    }
+    ADD_FAILURE() << name;
+    return {};
+}
+
+/// The value that the project shows for a member of class polygon.
+Json shownDefault(const std::string& name) {
+    const Json polygon = projectType("polygon");
+    for (const Json& member : polygon.at("members")) {
+        if (member.at("name") == name) {
+            return member.at("value");
+        }
+    }
+    ADD_FAILURE() << name;
+    return {};
+}
+
+} // namespace
+
+class LevelDataTest : public ModuleTest {};
+
+TEST_F(LevelDataTest, TheTestLevelIsWhatItsMapCompilesTo) {
+    const std::string map = readRepositoryFile("assets/levels/testLevel.tmj");
+
+    const std::string fresh = writeLevel(compileText(map)); // throws for a warning
+
+    EXPECT_TRUE(fresh == readRepositoryFile("data/maps/testLevel.rivl"))
+        << "the map has changed: build the target \"levels\" and commit data/maps";
+}
+
+TEST_F(LevelDataTest, NothingIsWrongWithTheTestLevel) {
+    const LevelFile level = compileText(readRepositoryFile("assets/levels/testLevel.tmj"));
+
+    EXPECT_EQ(validateLevel(level, nullptr), std::vector<std::string>{});
+}
+
+TEST_F(LevelDataTest, TheTestLevelHasSolidSlopesOfAllSurfaces) {
+    const LevelFile level = compileText(readRepositoryFile("assets/levels/testLevel.tmj"));
+    for (std::int32_t surface = 1; surface <= 5; ++surface) {
+        const auto isSlope = [&](const LevelFile::PolygonRecord& polygon) {
+            return polygon.surfaceType == surface && modeIsSolid(polygon.polygonMode);
+        };
+        EXPECT_TRUE(std::any_of(level.polygons.begin(), level.polygons.end(), isSlope)) << surface;
+    }
+}
+
+TEST_F(LevelDataTest, TheTiledProjectOffersTheNamesThatTheToolKnows) {
+    const Json surfaces = projectType("surface").at("values");
+    const Json modes = projectType("mode").at("values");
+
+    EXPECT_EQ(surfaces, Json(surfaceNames));
+    EXPECT_EQ(modes, Json(modeNames));
+}
+
+TEST_F(LevelDataTest, TheTiledProjectShowsTheDefaultsThatTheToolTakes) {
+    EXPECT_EQ(shownDefault("surface"), PolygonDefaults::surface);
+    EXPECT_EQ(shownDefault("mode"), PolygonDefaults::mode);
+    EXPECT_EQ(shownDefault("texture"), PolygonDefaults::texture);
+    EXPECT_EQ(shownDefault("id"), PolygonDefaults::id);
+}
+
+TEST_F(LevelDataTest, TheTiledProjectHasTheClassesThatTheToolKnows) {
+    EXPECT_EQ(projectType("waterStart").at("type"), "class");
+    EXPECT_EQ(projectType("cameraStart").at("type"), "class");
+    EXPECT_EQ(projectType("notes").at("useAs"), Json::array({"layer"}));
+}
+
+TEST_F(LevelDataTest, TheExamplesOfTheGuideCompile) {
+    const std::string guide = readRepositoryFile("docs/level-making.md");
+    const std::string fence = "```json\n";
+    int examples = 0;
+    for (std::size_t start = guide.find(fence); start != std::string::npos;
+         start = guide.find(fence, start)) {
+        start += fence.size();
+        const std::string example = guide.substr(start, guide.find("```", start) - start);
+        EXPECT_FALSE(compileText(example).polygons.empty()); // throws for a warning
+        ++examples;
+    }
+    EXPECT_GT(examples, 0);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,279 @@
+#include "tools/level/LevelCompiler.h"
+
+#include "tools/level/LevelNames.h"
+#include "tools/level/TiledMap.h"
+#include "tools/level/ToolError.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <set>
+#include <string_view>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr double unnoticedRounding =
+    1e-6; ///< World units; digits lost on the way through text, not a fraction.
+constexpr std::int64_t deepestLayer = 4; ///< Layers are numbered from 0.
+
+[[noreturn]] void refuse(const TiledObject& object, const std::string& reason) {
+    throw ToolError(object.label() + ": " + reason);
+}
+
+/// Takes the properties of one object by name and knows afterwards which nobody asked for.
+class PropertyReader {
+public:
+    explicit PropertyReader(const TiledObject& read)
+        : object(read) {}
+
+    std::string text(std::string_view name, std::string_view otherwise) {
+        const TiledProperty* const property = find(name);
+        if (property == nullptr) {
+            return std::string(otherwise);
+        }
+        if (const auto* const value = std::get_if<std::string>(&property->value)) {
+            return *value;
+        }
+        refuse(object, "property " + inQuotes(name) + " must be a text");
+    }
+
+    std::optional<std::int64_t> wholeNumber(std::string_view name) {
+        const TiledProperty* const property = find(name);
+        if (property == nullptr) {
+            return std::nullopt;
+        }
+        if (const auto* const value = std::get_if<std::int64_t>(&property->value)) {
+            return *value;
+        }
+        refuse(object, "property " + inQuotes(name) + " must be a whole number");
+    }
+
+    /// One of `names`, as its place in the list.
+    template <std::size_t size>
+    std::int32_t choice(std::string_view name,
+                        std::string_view otherwise,
+                        const std::array<std::string_view, size>& names) {
+        const std::string value = text(name, otherwise);
+        const std::optional<std::int32_t> place = placeOf(value, names);
+        if (!place) {
+            refuse(object,
+                   "unknown " + std::string(name) + " " + inQuotes(value) + " (" + choiceOf(names) + ")");
+        }
+        return *place;
+    }
+
+    void warnOfOthers(std::vector<std::string>& warnings) const {
+        for (const TiledProperty& property : object.properties) {
+            if (!asked.contains(property.name)) {
+                warnings.push_back(object.label() + ": unknown property " + inQuotes(property.name) +
+                                   " is left out");
+            }
+        }
+    }
+
+private:
+    const TiledProperty* find(std::string_view name) {
+        asked.emplace(name);
+        const auto found = std::find_if(object.properties.begin(), object.properties.end(),
+                                        [&](const TiledProperty& property) { return property.name == name; });
+        return found == object.properties.end() ? nullptr : &*found;
+    }
+
+    const TiledObject& object;
+    std::set<std::string, std::less<>> asked;
+};
+
+/// The number in a layer's name, "2", "2 grass" or "layer 2, grass"; none in any other name.
+std::optional<std::int64_t> layerInName(std::string_view name) {
+    constexpr std::string_view prefix = "layer";
+    constexpr std::size_t mostDigits = 9; // more cannot be a layer, and would overflow
+    const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
+    const auto isLetter = [](char character) {
+        return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+    };
+    const bool prefixed = name.size() >= prefix.size() &&
+                          std::equal(prefix.begin(), prefix.end(), name.begin(), [](char wanted, char found) {
+                              return found == wanted || found == wanted - 'a' + 'A';
+                          });
+    if (prefixed) {
+        name.remove_prefix(prefix.size());
+        name.remove_prefix(std::min(name.find_first_not_of(' '), name.size()));
+    }
+    std::int64_t number = 0;
+    std::size_t digits = 0;
+    while (digits < name.size() && isDigit(name[digits]) && digits < mostDigits) {
+        number = number * 10 + (name[digits] - '0');
+        ++digits;
+    }
+    const bool runsOn = digits < name.size() && (isDigit(name[digits]) || isLetter(name[digits]));
+    return digits == 0 || runsOn ? std::nullopt : std::optional(number);
+}
+
+std::uint32_t layerOf(const TiledLayer& layer, const TiledObject& object, PropertyReader& properties) {
+    std::optional<std::int64_t> number = properties.wholeNumber("layer");
+    for (const TiledProperty& property : layer.properties) {
+        if (!number && property.name == "layer") {
+            const auto* const value = std::get_if<std::int64_t>(&property.value);
+            if (value == nullptr) {
+                throw ToolError("layer " + inQuotes(layer.name) +
+                                ": property \"layer\" must be a whole number");
+            }
+            number = *value;
+        }
+    }
+    if (!number) {
+        number = layerInName(layer.name);
+    }
+    if (!number) {
+        refuse(object, "its layer " + inQuotes(layer.name) +
+                           " has no number: begin its name with 0 to 4 or give it a property \"layer\"");
+    }
+    if (*number < 0 || *number > deepestLayer) {
+        refuse(object, "layer " + std::to_string(*number) + " is outside 0 to 4");
+    }
+    return static_cast<std::uint32_t>(*number);
+}
+
+/// Rounds the object's places to whole units; tells when one was not whole.
+std::vector<LevelFile::Point> wholePoints(const TiledObject& object, std::vector<std::string>& warnings) {
+    constexpr double lowest = std::numeric_limits<std::int32_t>::min();
+    constexpr double highest = std::numeric_limits<std::int32_t>::max();
+    std::vector<LevelFile::Point> points;
+    points.reserve(object.points.size());
+    std::size_t fractional = 0;
+    for (const TiledPoint& point : object.points) {
+        const double x = std::round(point.x);
+        const double y = std::round(point.y);
+        // Written so that "not a number" fails as well.
+        if (!(x >= lowest && x <= highest && y >= lowest && y <= highest)) {
+            refuse(object, "a point lies beyond the 2,147,483,647 units that a level file can hold");
+        }
+        if (std::max(std::abs(point.x - x), std::abs(point.y - y)) > unnoticedRounding) {
+            ++fractional;
+        }
+        points.push_back({static_cast<std::int32_t>(x), static_cast<std::int32_t>(y)});
+    }
+    if (fractional > 0) {
+        warnings.push_back(object.label() + ": " + std::to_string(fractional) + " of " +
+                           std::to_string(points.size()) + " points rounded to whole units");
+    }
+    return points;
+}
+
+class LevelCompiler {
+public:
+    explicit LevelCompiler(std::vector<std::string>& warningList)
+        : warnings(warningList) {}
+
+    LevelFile compile(const TiledMap& map) {
+        for (const TiledLayer& layer : map.layers) {
+            if (layer.kind == "notes") {
+                continue;
+            }
+            for (const TiledObject& object : layer.objects) {
+                compileObject(layer, object);
+            }
+        }
+        if (waterStart == nullptr) {
+            throw ToolError("the map has no waterStart point");
+        }
+        if (cameraStart == nullptr) {
+            throw ToolError("the map has no cameraStart point");
+        }
+        return std::move(level);
+    }
+
+private:
+    void compileObject(const TiledLayer& layer, const TiledObject& object) {
+        if (object.kind == "waterStart") {
+            compileStartPoint(object, waterStart, level.waterStart);
+        } else if (object.kind == "cameraStart") {
+            compileStartPoint(object, cameraStart, level.cameraStart);
+        } else if (object.kind == "polygon" || object.kind.empty()) {
+            compilePolygon(layer, object);
+        } else {
+            refuse(object,
+                   "unknown class " + inQuotes(object.kind) + " (polygon, waterStart or cameraStart)");
+        }
+    }
+
+    void compileStartPoint(const TiledObject& object, const TiledObject*& found, LevelFile::Point& target) {
+        if (object.shape != TiledShape::point) {
+            refuse(object, "a " + object.kind + " must be a point object");
+        }
+        if (found != nullptr) {
+            refuse(object, "a second " + object.kind + "; the first is " + found->label());
+        }
+        found = &object;
+        PropertyReader(object).warnOfOthers(warnings);
+        target = wholePoints(object, warnings).front();
+    }
+
+    void compilePolygon(const TiledLayer& layer, const TiledObject& object) {
+        testShape(object);
+        PropertyReader properties(object);
+        LevelFile::PolygonRecord record;
+        record.layer = layerOf(layer, object, properties);
+        const std::int64_t id = properties.wholeNumber("id").value_or(PolygonDefaults::id);
+        if (id < std::numeric_limits<std::int32_t>::min() || id > std::numeric_limits<std::int32_t>::max()) {
+            refuse(object, "id " + std::to_string(id) + " does not fit into 32 bits");
+        }
+        record.polygonId = static_cast<std::int32_t>(id);
+        record.textureName = properties.text("texture", PolygonDefaults::texture);
+        if (record.textureName.size() > LevelFile::longestName) {
+            refuse(object, "its texture name is longer than 65535 bytes");
+        }
+        record.surfaceType = properties.choice("surface", PolygonDefaults::surface, surfaceNames) + 1;
+        record.polygonMode = properties.choice("mode", PolygonDefaults::mode, modeNames);
+        properties.warnOfOthers(warnings);
+        if (object.points.size() > LevelFile::largestCount) {
+            refuse(object, "has more than 65535 points");
+        }
+        record.points = wholePoints(object, warnings);
+        if (level.polygons.size() == LevelFile::largestCount) {
+            refuse(object, "a level holds no more than 65535 polygons, and this is one more");
+        }
+        level.polygons.push_back(std::move(record));
+    }
+
+    static void testShape(const TiledObject& object) {
+        switch (object.shape) {
+        case TiledShape::polygon:
+            return;
+        case TiledShape::rectangle:
+            if (object.points[0] == object.points[1] || object.points[1] == object.points[2]) {
+                refuse(object, "a rectangle without width or height");
+            }
+            return;
+        case TiledShape::point:
+            refuse(object, "a point must be of class waterStart or cameraStart");
+        case TiledShape::polyline:
+            refuse(object, "a line cannot be a polygon: close it");
+        case TiledShape::ellipse:
+            refuse(object, "an ellipse cannot be written: draw it as a polygon");
+        case TiledShape::text:
+            refuse(object, "a text cannot be written: move it to a layer of class \"notes\"");
+        case TiledShape::tile:
+            refuse(object, "a tile object cannot be written");
+        }
+    }
+
+    std::vector<std::string>& warnings;
+    LevelFile level;
+    const TiledObject* waterStart = nullptr;
+    const TiledObject* cameraStart = nullptr;
+};
+
+} // namespace
+
+LevelFile compileLevel(const TiledMap& map, std::vector<std::string>& warnings) {
+    warnings.insert(warnings.end(), map.warnings.begin(), map.warnings.end());
+    return LevelCompiler(warnings).compile(map);
+}
+
+} // namespace tarnwick
