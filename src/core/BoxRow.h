@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <vector>
 
@@ -39,7 +40,8 @@ struct Box {
 /// row, so that a search through the row in its order steps over whole blocks that cannot hold what it looks
 /// for.
 ///
-/// It pays where neighbours in the row are neighbours in the plane, like the sides of an outline.
+/// It pays where neighbours in the row are neighbours in the plane, like the sides of an outline, or things
+/// sorted by `orderInPlane`.
 class BoxRow {
 public:
     void clear() {
@@ -120,5 +122,8 @@ private:
         return 0;
     }
 };
+
+/// The indices of `boxes` in an order in which neighbours in the plane are mostly neighbours.
+std::vector<std::uint32_t> orderInPlane(const std::vector<Box>& boxes);
 
 } // namespace tarnwick

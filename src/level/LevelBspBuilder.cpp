@@ -53,29 +53,45 @@ void addEdge(std::vector<LevelBspNode>& edges, Polygon2D& polygon, Vector2 start
 }
 
 bool coincide(Vector2 a, Vector2 b) {
+    TARNWICK_LOCATION("LevelBspBuilder::coincide");
+
     return std::abs(a.x - b.x) < nearDistance && std::abs(a.y - b.y) < nearDistance;
 }
 
 bool overlaps(float position, float length) {
+    TARNWICK_LOCATION("LevelBspBuilder::overlaps");
+
     return position >= overlapMargin && position < length - overlapMargin;
 }
 
 bool liesInside(float position, float length) {
+    TARNWICK_LOCATION("LevelBspBuilder::liesInside");
+
     return position > cutMargin && position < length - cutMargin;
 }
 
 /// The pass of `optimiseInitialNodeList` over its list.
 ///
 /// Something happens to a pair only if the second edge starts where the first ends, or if it lies in the
-/// first one's line with both ends. The boxes of blocks of edges tell where neither can be the case.
+/// first one's line with both ends. The boxes of blocks of edges that lie near one another tell where neither
+/// can be the case. What is left is looked at in no particular order, and of the edges to which something
+/// happens the first in the list is taken.
 class EdgeMerger {
 public:
     explicit EdgeMerger(std::vector<LevelBspNode>& edgeList)
         : edges(edgeList)
         , deleted(edgeList.size(), false) {
         TARNWICK_LOCATION("EdgeMerger::EdgeMerger");
+        std::vector<Box> boxes;
+        boxes.reserve(edges.size());
         for (const LevelBspNode& edge : edges) {
-            row.append(Box::around(edge.start, edge.end));
+            boxes.push_back(Box::around(edge.start, edge.end));
+        }
+        edgeAt = orderInPlane(boxes);
+        slotOf.resize(edges.size());
+        for (std::uint32_t slot = 0; slot < edgeAt.size(); ++slot) {
+            slotOf[edgeAt[slot]] = slot;
+            row.append(boxes[edgeAt[slot]]);
         }
     }
 
@@ -96,90 +112,108 @@ public:
     }
 
 private:
+    enum class Outcome { nothing, bothVanish, secondContinuesFirst, bothAreCut };
+
     std::vector<LevelBspNode>& edges;
     std::vector<bool> deleted; ///< Those that are deleted keep their place until the end.
-    BoxRow row;                ///< The edges, with at least the room they take up now.
+    BoxRow row;                ///< The edges, with at least the room they take up now, by place in the plane.
+    std::vector<std::uint32_t> edgeAt; ///< For each slot of the row, its edge.
+    std::vector<std::uint32_t> slotOf; ///< For each edge, its slot.
 
-    /// Compares an edge with those behind it until something happens, which always ends the edge.
+    /// Does to an edge what its pair with the first edge behind it asks for that asks for anything; that
+    /// always ends the edge.
     void treatPairsOf(std::size_t first) {
         TARNWICK_LOCATION("EdgeMerger::treatPairsOf");
-        const LevelBspNode e1 = edges[first];
+        const LevelBspNode& e1 = edges[first];
         // The values tested below, rounding included, only grow or only fall along either axis: a box holds
         // no value beyond those of two of its corners.
         const bool rightUp = e1.normal.x >= 0.0f;
         const bool frontUp = e1.normal.y >= 0.0f;
         const auto mayMatter = [&](const Box& box, std::size_t) {
-            const bool nearEnd =
-                !(e1.end.x - box.maxX >= nearDistance || e1.end.x - box.minX <= -nearDistance ||
-                  e1.end.y - box.maxY >= nearDistance || e1.end.y - box.minY <= -nearDistance);
             const Vector2 low{rightUp ? box.minX : box.maxX, frontUp ? box.minY : box.maxY};
             const Vector2 high{rightUp ? box.maxX : box.minX, frontUp ? box.maxY : box.minY};
-            return nearEnd || !(dotProduct(low - e1.start, e1.normal) >= nearDistance ||
-                                dotProduct(high - e1.start, e1.normal) <= -nearDistance);
-        };
-        for (std::size_t i = row.next(first + 1, mayMatter); i < edges.size();
-             i = row.next(i + 1, mayMatter)) {
-            if (!deleted[i] && !edges[i].polygon->destructable && treatPair(first, i)) {
-                return;
+            if (!(dotProduct(low - e1.start, e1.normal) >= nearDistance ||
+                  dotProduct(high - e1.start, e1.normal) <= -nearDistance)) {
+                return true;
             }
+            return !(e1.end.x - box.maxX >= nearDistance || e1.end.x - box.minX <= -nearDistance ||
+                     e1.end.y - box.maxY >= nearDistance || e1.end.y - box.minY <= -nearDistance);
+        };
+        std::size_t second = edges.size();
+        for (std::size_t slot = row.next(0, mayMatter); slot < row.size();
+             slot = row.next(slot + 1, mayMatter)) {
+            const std::size_t other = edgeAt[slot];
+            if (other > first && other < second && !deleted[other] && !edges[other].polygon->destructable &&
+                outcomeOf(e1, edges[other]) != Outcome::nothing) {
+                second = other;
+            }
+        }
+        if (second < edges.size()) {
+            treatPair(first, second);
         }
     }
 
-    /// False when nothing happens to the pair.
-    bool treatPair(std::size_t first, std::size_t second) {
-        TARNWICK_LOCATION("EdgeMerger::treatPair");
-        const LevelBspNode& e1 = edges[first];
-        LevelBspNode& e2 = edges[second];
+    static Outcome outcomeOf(const LevelBspNode& e1, const LevelBspNode& e2) {
+        TARNWICK_LOCATION("EdgeMerger::outcomeOf");
         if (coincide(e1.end, e2.start)) {
             if (coincide(e1.start, e2.end)) {
-                deleted[first] = true;
-                deleted[second] = true;
-                return true;
+                return Outcome::bothVanish;
             }
             if (dotProduct(e1.direction, e2.direction) > sameDirection) {
-                e2.start = e1.start;
-                e2.length += e1.length;
-                row.grow(second, Box::around(e2.start, e2.end));
-                deleted[first] = true;
-                return true;
+                return Outcome::secondContinuesFirst;
             }
         }
-        if (!(std::abs(dotProduct(e2.start - e1.start, e1.normal)) < nearDistance &&
-              std::abs(dotProduct(e2.end - e1.start, e1.normal)) < nearDistance)) {
-            return false;
-        }
-        return cutOverlap(first, second);
+        const bool inLine = std::abs(dotProduct(e2.start - e1.start, e1.normal)) < nearDistance &&
+                            std::abs(dotProduct(e2.end - e1.start, e1.normal)) < nearDistance;
+        return inLine && shareStretch(e1, e2) ? Outcome::bothAreCut : Outcome::nothing;
     }
 
-    /// Replaces two edges in one line by what the other leaves of each, the two taken as opposite in
-    /// direction. False when they share nothing.
-    bool cutOverlap(std::size_t first, std::size_t second) {
-        TARNWICK_LOCATION("EdgeMerger::cutOverlap");
+    /// Whether two edges that lie in one line overlap there.
+    static bool shareStretch(const LevelBspNode& e1, const LevelBspNode& e2) {
+        TARNWICK_LOCATION("EdgeMerger::shareStretch");
+        return overlaps(dotProduct(e1.start - e2.start, e2.direction), e2.length) ||
+               overlaps(dotProduct(e1.end - e2.start, e2.direction), e2.length) ||
+               overlaps(dotProduct(e2.start - e1.start, e1.direction), e1.length) ||
+               overlaps(dotProduct(e2.end - e1.start, e1.direction), e1.length);
+    }
+
+    void treatPair(std::size_t first, std::size_t second) {
+        TARNWICK_LOCATION("EdgeMerger::treatPair");
         const LevelBspNode e1 = edges[first];
-        const LevelBspNode e2 = edges[second];
-        const float s1 = dotProduct(e1.start - e2.start, e2.direction);
-        const float s2 = dotProduct(e1.end - e2.start, e2.direction);
-        const float t1 = dotProduct(e2.start - e1.start, e1.direction);
-        const float t2 = dotProduct(e2.end - e1.start, e1.direction);
-        if (!overlaps(s1, e2.length) && !overlaps(s2, e2.length) && !overlaps(t1, e1.length) &&
-            !overlaps(t2, e1.length)) {
-            return false;
+        LevelBspNode& e2 = edges[second];
+        deleted[first] = true;
+        switch (outcomeOf(e1, e2)) {
+        case Outcome::secondContinuesFirst:
+            e2.start = e1.start;
+            e2.length += e1.length;
+            row.grow(slotOf[second], Box::around(e2.start, e2.end));
+            break;
+        case Outcome::bothAreCut:
+            deleted[second] = true;
+            cutOverlap(e1, LevelBspNode(e2));
+            break;
+        default:
+            deleted[second] = true;
+            break;
         }
-        if (liesInside(s1, e2.length)) {
+    }
+
+    /// Puts in the place of two edges in one line what the other leaves of each, the two taken as opposite in
+    /// direction.
+    void cutOverlap(const LevelBspNode& e1, const LevelBspNode& e2) {
+        TARNWICK_LOCATION("EdgeMerger::cutOverlap");
+        if (liesInside(dotProduct(e1.start - e2.start, e2.direction), e2.length)) {
             addPiece(e2, e1.start, e2.end);
         }
-        if (liesInside(s2, e2.length)) {
+        if (liesInside(dotProduct(e1.end - e2.start, e2.direction), e2.length)) {
             addPiece(e2, e2.start, e1.end);
         }
-        if (liesInside(t1, e1.length)) {
+        if (liesInside(dotProduct(e2.start - e1.start, e1.direction), e1.length)) {
             addPiece(e1, e2.start, e1.end);
         }
-        if (liesInside(t2, e1.length)) {
+        if (liesInside(dotProduct(e2.end - e1.start, e1.direction), e1.length)) {
             addPiece(e1, e1.start, e2.end);
         }
-        deleted[first] = true;
-        deleted[second] = true;
-        return true;
     }
 
     void addPiece(const LevelBspNode& parent, Vector2 start, Vector2 end) {
@@ -188,6 +222,8 @@ private:
         piece.start = start;
         piece.end = end;
         piece.length = distanceBetween(start, end);
+        slotOf.push_back(static_cast<std::uint32_t>(row.size()));
+        edgeAt.push_back(static_cast<std::uint32_t>(edges.size()));
         edges.push_back(piece);
         deleted.push_back(false);
         row.append(Box::around(start, end));

@@ -19,17 +19,6 @@ constexpr float splitterSlack =
     0.1f; ///< World units: an end may lie this far on the other side of a splitter.
 constexpr float largestOrderly = 0x1p60f; ///< World units: up to here no product of two distances overflows.
 
-/// Two coordinates of 16 bits with their bits dealt out in turn, the first one's lowest: points that are near
-/// one another mostly have numbers near one another.
-std::uint32_t interleave(std::uint32_t x, std::uint32_t y) {
-    TARNWICK_LOCATION("LevelBspPartition::interleave");
-    std::uint32_t result = 0;
-    for (unsigned bit = 0; bit < 16; ++bit) {
-        result |= (x >> bit & 1u) << (2 * bit) | (y >> bit & 1u) << (2 * bit + 1);
-    }
-    return result;
-}
-
 Box boxOf(const LevelBspNode& edge) {
     TARNWICK_LOCATION("LevelBspPartition::boxOf");
     return Box::around(edge.start, edge.end);
@@ -39,14 +28,6 @@ bool isOrderly(const LevelBspNode& edge) {
     TARNWICK_LOCATION("LevelBspPartition::isOrderly");
     return std::abs(edge.start.x) <= largestOrderly && std::abs(edge.start.y) <= largestOrderly &&
            std::abs(edge.end.x) <= largestOrderly && std::abs(edge.end.y) <= largestOrderly;
-}
-
-/// The share of the way from `low` to `high` at which `value` lies, in 65535ths; 0 if there is none.
-std::uint32_t gridPosition(float value, float low, float high) {
-    TARNWICK_LOCATION("LevelBspPartition::gridPosition");
-    constexpr float largest = 65535.0f;
-    const float position = (value - low) / (high - low) * largest;
-    return position > 0.0f ? static_cast<std::uint32_t>(std::min(position, largest)) : 0u;
 }
 
 /// Scores the candidates of one list of edges.
@@ -136,21 +117,14 @@ LevelBspPartition::LevelBspPartition(const std::vector<LevelBspNode>& edges) {
     if (edges.empty()) {
         return;
     }
-    Box all;
+    std::vector<Box> boxes;
+    boxes.reserve(edges.size());
     for (const LevelBspNode& edge : edges) {
-        all.add(boxOf(edge));
+        boxes.push_back(boxOf(edge));
     }
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> order; // where in the plane, where in the list
-    order.reserve(edges.size());
-    for (std::uint32_t i = 0; i < edges.size(); ++i) {
-        order.emplace_back(interleave(gridPosition(edges[i].start.x, all.minX, all.maxX),
-                                      gridPosition(edges[i].start.y, all.minY, all.maxY)),
-                           i);
-    }
-    std::sort(order.begin(), order.end());
     Side root;
     root.entries.reserve(edges.size());
-    for (const auto& [cell, place] : order) {
+    for (const std::uint32_t place : orderInPlane(boxes)) {
         root.entries.push_back({edges[place], place});
     }
     pending.push_back(std::move(root));

@@ -86,7 +86,7 @@ void handOver(const LevelFile& file, LevelBuilder& builder) {
 
 bool LevelLoader::loadLevel(const std::string& fileName) {
     TARNWICK_LOCATION("LevelLoader::loadLevel");
-    std::ifstream stream(DataFiles::find(fileName), std::ios::binary);
+    std::ifstream stream = DataFiles::open(fileName);
     if (!stream.is_open()) {
         GLConsole::print("\nUnable to open level file '" + fileName + "'");
         return false;

@@ -6,13 +6,30 @@
 
 namespace tarnwick {
 
-std::vector<Vector2> RandomOutlines::star(std::size_t points, double reach) {
+namespace {
+
+/// The i-th of `count` directions round (0, 0), followed for `length` and rounded to whole coordinates.
+Vector2 onCircle(std::size_t i, std::size_t count, double length) {
+    const double angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(count);
+    return {static_cast<float>(std::nearbyint(std::cos(angle) * length)),
+            static_cast<float>(std::nearbyint(std::sin(angle) * length))};
+}
+
+} // namespace
+
+std::vector<Vector2> RandomOutlines::star(std::size_t points, double reach, double roughness) {
     std::vector<Vector2> outline;
     for (std::size_t i = 0; i < points; ++i) {
-        const double angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(points);
-        const double length = reach * (0.5 + 0.5 * static_cast<double>(below(1000)) / 1000.0);
-        outline.push_back({static_cast<float>(std::nearbyint(std::cos(angle) * length)),
-                           static_cast<float>(std::nearbyint(std::sin(angle) * length))});
+        outline.push_back(
+            onCircle(i, points, reach * (1.0 - roughness * static_cast<double>(below(1000)) / 1000.0)));
+    }
+    return outline;
+}
+
+std::vector<Vector2> RandomOutlines::circle(std::size_t points, double radius) {
+    std::vector<Vector2> outline;
+    for (std::size_t i = 0; i < points; ++i) {
+        outline.push_back(onCircle(i, points, radius));
     }
     return outline;
 }

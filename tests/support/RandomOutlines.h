@@ -16,8 +16,11 @@ public:
     explicit RandomOutlines(std::uint32_t seed)
         : random(seed) {}
 
-    /// A star-shaped outline round (0, 0), counter-clockwise, with whole coordinates up to `reach`.
-    std::vector<Vector2> star(std::size_t points, double reach);
+    /// A star-shaped outline round (0, 0), counter-clockwise, with whole coordinates up to `reach`. Its
+    /// points lie between the share `1 - roughness` of `reach` and all of it away from the middle.
+    std::vector<Vector2> star(std::size_t points, double reach, double roughness = 0.5);
+    /// The corners of a regular polygon round (0, 0), counter-clockwise, rounded to whole coordinates.
+    static std::vector<Vector2> circle(std::size_t points, double radius);
     /// A back with `points` / 4 teeth of random lengths, counter-clockwise, with whole coordinates.
     std::vector<Vector2> comb(std::size_t points);
     /// Points on a grid of `cells` by `cells` in random order: mostly crossing itself, with many in line and
