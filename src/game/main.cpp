@@ -1,4 +1,5 @@
 #include "console/GLConsole.h"
+#include "core/CrashReport.h"
 #include "core/LocationStack.h"
 #include "game/Game.h"
 #include "graphics/GLTextureManager.h"
@@ -33,7 +34,9 @@ void smoothEdges() {
 
 /// The program's start and stop. It takes no command line and no environment of its own, and reads its data
 /// from the working directory. Modules stop in the reverse order of their start.
+// no location: the first act empties the stack
 int main() {
+    installCrashHandlers();
     TARNWICK_LOCATION("main");
     openWindow();
     GLTextureManager::initialise();

@@ -2,6 +2,7 @@
 
 #include "console/GLConsole.h"
 #include "core/Clock.h"
+#include "core/CrashReport.h"
 #include "core/DataFiles.h"
 #include "core/Random.h"
 #include "game/Camera.h"
@@ -24,6 +25,7 @@ void ModuleReset::all() {
     Camera::state = {};
     CircleCollision::state = {};
     Clock::state = {};
+    CrashReport::state = {};
     DataFiles::state = {};
     GLConsole::state = {};
     GLConsole::outputBuffer.fill('\n');

@@ -1,0 +1,269 @@
+#include "core/CrashReport.h"
+
+#include "core/LocationStack.h"
+#include "graphics/GLWindow.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <string_view>
+#include <system_error>
+
+namespace tarnwick {
+
+// The functions that run in a handler open no location scope: the report lists the locations at the moment of
+// the fault, so nothing may be pushed over them before they are copied.
+
+namespace {
+
+/// A signal that is reported, and its line in the report.
+struct CrashSignal {
+    int number = 0;
+    const char* errorLine = nullptr;
+};
+
+/// In the order in which the handlers are registered.
+constexpr std::array<CrashSignal, 6> crashSignals{{
+    {SIGABRT, "\nError type: Abnormal program termination by program.\n"},
+    {SIGFPE, "\nError type: Arithmetic error. Divide by zero or invalid arithmetic operation.\n"},
+    {SIGILL, "\nError type: Attempted execution of unknown processor instruction.\n"},
+    {SIGINT, "\nError type: Abnormal interuption of program by user.\n"},
+    {SIGSEGV, "\nError type: Read or write to memory not owned by program.\n"},
+    {SIGTERM, "\nError type: Program requested to terminate abnormally.\n"},
+}};
+
+/// Bytes taken for the report at the start: the fixed text has some 1150, sixteen locations have a few
+/// hundred.
+constexpr std::size_t reportCapacity = 64 * 1024;
+
+constexpr const char* boxProgramName = "tarnwick-crash-box";
+
+/// The text that every report starts with.
+std::string fixedText() {
+    TARNWICK_LOCATION("CrashReport::fixedText");
+    const std::string lines[] = {
+        "We are very sorry but 'Tarnwick' has encountered a techincal problem and must close as a result.",
+        "",
+        std::string("Please help us to improve our software by reporting the error to '") +
+            CrashReport::supportContact + "' .",
+        "Any information you can provide relating to the problem would be extremely helpful in resolving the",
+        "issue. Such information includes when the problem occurred, the specification of the PC being used "
+        "to",
+        "run the game, and what version of Windows is installed on your computer.",
+        "The information below relates to the problem that occcured and should also be included in your "
+        "report.",
+        "Thank you very much for your help.",
+        "",
+        std::string(CrashReport::lineLength, '*'),
+        std::string(CrashReport::lineLength, '*'),
+    };
+    std::string text;
+    for (const std::string& line : lines) {
+        text += line;
+        text.append(CrashReport::lineLength - line.size(), ' ');
+        text += '\n';
+    }
+    return text;
+}
+
+/// `name` in the folder of this program.
+std::string besideThisProgram(const char* name) {
+    TARNWICK_LOCATION("CrashReport::besideThisProgram");
+    std::error_code ignored; // without the link the name alone is left, and no box is shown
+    return (std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path() / name).string();
+}
+
+/// Whether the user asked the program to end: no thread made a mistake.
+// no location: runs in a signal handler
+bool isRequest(int signalNumber) {
+    return signalNumber == SIGINT || signalNumber == SIGTERM;
+}
+
+// no location: runs in a signal handler
+const char* errorLineOf(int signalNumber) {
+    const auto* found =
+        std::find_if(crashSignals.begin(), crashSignals.end(),
+                     [&](const CrashSignal& candidate) { return candidate.number == signalNumber; });
+    return found == crashSignals.end() ? "" : found->errorLine;
+}
+
+/// Leaves the end of the program to another thread.
+// no location: runs in a signal handler
+[[noreturn]] void waitForTheEnd() {
+    while (true) {
+        pause();
+    }
+}
+
+// no location: runs in a signal handler
+void writeAll(int file, std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = write(file, text.data(), text.size());
+        if (written > 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (written == 0 || errno != EINTR) {
+            return; // nobody reads it
+        }
+    }
+}
+
+// no location: runs in a signal handler
+bool isSet(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+/// Whether a message box would be seen. The two video drivers named here draw nowhere.
+// no location: runs in a signal handler
+bool hasDisplay() {
+    const char* driver = std::getenv("SDL_VIDEODRIVER");
+    const std::string_view driverName = driver == nullptr ? "" : driver;
+    return driverName != "offscreen" && driverName != "dummy" &&
+           (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY"));
+}
+
+} // namespace
+
+CrashReport::State CrashReport::state;
+alignas(64) std::array<std::byte, CrashReport::signalStackSize> CrashReport::signalStack;
+
+// no location: it empties the stack
+void installCrashHandlers() {
+    CrashReport::prepareReport();
+    std::fill(std::begin(LocationStack::names), std::end(LocationStack::names) - 1, nullptr);
+    LocationStack::count = 0;
+
+    stack_t stack{};
+    stack.ss_sp = CrashReport::signalStack.data();
+    stack.ss_size = CrashReport::signalStack.size();
+    sigaltstack(&stack, nullptr);
+
+    struct sigaction action {};
+    action.sa_handler = CrashReport::onSignal;
+    // A second fault is let in and cuts the window's closing short; blocked, it would end the program without
+    // a report. A second request to end changes nothing.
+    action.sa_flags = SA_ONSTACK | SA_NODEFER;
+    sigemptyset(&action.sa_mask);
+    sigaddset(&action.sa_mask, SIGINT);
+    sigaddset(&action.sa_mask, SIGTERM);
+    for (const CrashSignal& crashSignal : crashSignals) {
+        sigaction(crashSignal.number, &action, nullptr);
+    }
+}
+
+// no location: runs in a signal handler
+void appendBacktrace(std::string& report) {
+    report += "\nBacktrace of locations visited by program: \n";
+    int line = 1;
+    for (int i = LocationStack::count - 1; i >= 0 && line <= CrashReport::mostLocations; --i, ++line) {
+        const char* name = LocationStack::names[i];
+        report += '\n';
+        report += std::to_string(line);
+        report += " - ";
+        report += name == nullptr ? "Unknown location." : name;
+    }
+}
+
+void CrashReport::prepareReport() {
+    TARNWICK_LOCATION("CrashReport::prepareReport");
+    state.report.clear();
+    state.report.reserve(reportCapacity);
+    state.report += fixedText();
+    state.boxProgram = besideThisProgram(boxProgramName);
+}
+
+// no location: runs in a signal handler
+void CrashReport::onSignal(int signalNumber) {
+    const pid_t thread = gettid();
+    const pid_t mainThread = getpid();
+    if (isRequest(signalNumber) && thread != mainThread) {
+        const int errorBefore = errno;
+        tgkill(mainThread, mainThread, signalNumber);
+        errno = errorBefore;
+        return;
+    }
+    pid_t reporter = 0;
+    if (!std::atomic_ref(state.reporter).compare_exchange_strong(reporter, thread)) {
+        if (reporter == thread) {
+            deliver(); // a fault while the window closed: the report is complete
+        }
+        waitForTheEnd();
+    }
+    state.report += errorLineOf(signalNumber);
+    appendBacktrace(state.report);
+    closeWindow();
+    deliver();
+}
+
+// no location: runs in a signal handler
+void CrashReport::onStandstill(int /*signalNumber*/) {
+    deliver();
+}
+
+// no location: runs in a signal handler
+void CrashReport::closeWindow() {
+    struct sigaction action {};
+    action.sa_handler = onStandstill;
+    action.sa_flags = SA_ONSTACK;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGALRM, &action, nullptr);
+    alarm(longestClose);
+    GLWindow::close();
+    alarm(0);
+}
+
+// no location: runs in a signal handler
+void CrashReport::deliver() {
+    const pid_t thread = gettid();
+    pid_t deliverer = 0;
+    if (!std::atomic_ref(state.deliverer).compare_exchange_strong(deliverer, thread)) {
+        if (deliverer == thread) {
+            _exit(1); // a fault while the report went out
+        }
+        waitForTheEnd();
+    }
+    std::signal(SIGPIPE, SIG_IGN); // nobody may be reading
+    writeAll(STDERR_FILENO, state.report);
+    writeAll(STDERR_FILENO, "\n");
+    if (hasDisplay()) {
+        showBox();
+    }
+    _exit(1);
+}
+
+/// Hands the report to the program that shows it, and waits until the player has closed the box.
+// no location: runs in a signal handler
+void CrashReport::showBox() {
+    int ends[2];
+    if (pipe(ends) != 0) {
+        return;
+    }
+    const pid_t child = _Fork(); // unlike `fork` takes no lock of the heap
+    if (child == 0) {
+        sigset_t none;
+        sigemptyset(&none);
+        sigprocmask(SIG_SETMASK, &none, nullptr);
+        std::signal(SIGPIPE, SIG_DFL);
+        dup2(ends[0], STDIN_FILENO);
+        close(ends[0]);
+        close(ends[1]);
+        execl(state.boxProgram.c_str(), boxProgramName, nullptr);
+        _exit(127);
+    }
+    close(ends[0]);
+    if (child > 0) {
+        writeAll(ends[1], state.report);
+    }
+    close(ends[1]);
+    while (child > 0 && waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
+} // namespace tarnwick

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+namespace tarnwick {
+
+/// From here on a fatal signal ends in the crash report. Empties the location stack but for its last entry,
+/// and prepares all that a report needs. The very first act of the entry function; a scope opened before it
+/// is lost.
+void installCrashHandlers();
+
+/// Appends the list of locations: the newest first, numbered from 1, at most sixteen, each on a line of its
+/// own after a heading. A null entry is an unknown location and takes a line as well.
+void appendBacktrace(std::string& report);
+
+/// What happens on SIGABRT, SIGFPE, SIGILL, SIGINT, SIGSEGV and SIGTERM: the window is closed; the report,
+/// made of a fixed text, the kind of error and the locations at the moment of the fault, goes to standard
+/// error and, where there is a display, into a message box; the program ends with status 1.
+///
+/// The box is shown by a small program of its own, `tarnwick-crash-box` beside this one, which is handed the
+/// report: after damage to the heap this process could not show one, for a lock of the heap may be held. For
+/// the same reason the report takes no memory. A handler runs on a stack of its own, so that a stack overflow
+/// is reported too. A fault or a standstill while the window closes cuts the closing short, and the report
+/// follows. SIGINT and SIGTERM are reported by the main thread whichever thread receives them, a fault by its
+/// own thread.
+class CrashReport {
+public:
+    CrashReport() = delete;
+
+    /// The mail address in the report.
+    static constexpr const char* supportContact = "support@tarnwick.example";
+    /// Characters of each line of the fixed text, blanks at its end included.
+    static constexpr std::size_t lineLength = 103;
+    /// Locations that a report lists at most.
+    static constexpr int mostLocations = 16;
+    /// Seconds that the window may take to close.
+    static constexpr unsigned longestClose = 5;
+
+private:
+    friend class ModuleReset;
+    friend void installCrashHandlers();
+
+    struct State {
+        std::string report;     ///< Starts as the fixed text; with room for the rest.
+        std::string boxProgram; ///< Path of the program that shows the message box.
+        pid_t reporter = 0;     ///< Thread that makes the report; 0: none does. Atomic.
+        pid_t deliverer = 0;    ///< Thread that hands the finished report out; 0: none does. Atomic.
+    };
+    static State state;
+
+    static constexpr std::size_t signalStackSize =
+        1024 * 1024; ///< Bytes: closing a window calls the GL driver.
+    alignas(64) static std::array<std::byte, signalStackSize> signalStack;
+
+    static void prepareReport();
+    static void onSignal(int signalNumber);
+    static void onStandstill(int signalNumber);
+    static void closeWindow();
+    [[noreturn]] static void deliver();
+    static void showBox();
+};
+
+} // namespace tarnwick

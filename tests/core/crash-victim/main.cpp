@@ -1,0 +1,215 @@
+// Installs the crash handlers and crashes in the way that its argument names. The tests of the crash report
+// start it and read what is left.
+
+#include "core/CrashReport.h"
+#include "core/LocationStack.h"
+#include "core/WorkerThread.h"
+#include "graphics/GLWindow.h"
+#include "graphics/GLWindowEventListener.h"
+
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace tarnwick {
+namespace {
+
+/// An address that belongs to nobody; not null, which the sanitisers would report themselves.
+volatile std::uintptr_t nobodysAddress = 64;
+volatile int zero = 0;
+volatile int seven = 7;
+
+[[gnu::noinline]] void writeToNobodysMemory() {
+    TARNWICK_LOCATION("Victim::writeToNobodysMemory");
+    *reinterpret_cast<int*>(nobodysAddress) = 1; // calls nothing: a function that an optimiser sees through
+}
+
+[[gnu::noinline, gnu::no_sanitize("undefined")]] int divideByZero() {
+    TARNWICK_LOCATION("Victim::divideByZero");
+    return seven / zero;
+}
+
+[[gnu::noinline]] void runUnknownInstruction() {
+    TARNWICK_LOCATION("Victim::runUnknownInstruction");
+    __builtin_trap();
+}
+
+[[gnu::noinline]] void abortProgram() {
+    TARNWICK_LOCATION("Victim::abortProgram");
+    std::abort();
+}
+
+[[gnu::noinline]] void interruptProgram() {
+    TARNWICK_LOCATION("Victim::interruptProgram");
+    kill(getpid(), SIGINT);
+}
+
+[[gnu::noinline]] void terminateProgram() {
+    TARNWICK_LOCATION("Victim::terminateProgram");
+    kill(getpid(), SIGTERM);
+}
+
+/// Pushes "Place 1" to "Place `count`", which stay.
+void pushPlaces(int count) {
+    static std::vector<std::string> names; // outlives every reader
+    names.reserve(static_cast<std::size_t>(count));
+    for (int place = 1; place <= count; ++place) {
+        LocationStack::push(names.emplace_back("Place " + std::to_string(place)).c_str());
+    }
+}
+
+void crashAfter100Places() {
+    pushPlaces(100);
+    *reinterpret_cast<int*>(nobodysAddress) = 1;
+}
+
+void crashWithoutPlaces() {
+    *reinterpret_cast<int*>(nobodysAddress) = 1;
+}
+
+void crashAfterANullPlace() {
+    pushPlaces(2);
+    LocationStack::push(nullptr);
+    writeToNobodysMemory();
+}
+
+void crashAfterTheStackWrappedRound() {
+    pushPlaces(65536 + 3);
+    *reinterpret_cast<int*>(nobodysAddress) = 1;
+}
+
+// NOLINTNEXTLINE(misc-no-recursion): it is what is tried
+[[gnu::noinline]] int overflowTheStack(int depth) { // NOLINT(readability-function-size)
+    TARNWICK_LOCATION("Victim::overflowTheStack");
+    volatile char frame[4096];
+    frame[0] = static_cast<char>(depth);
+    return depth < 0 ? 0 : overflowTheStack(depth + 1) + frame[0];
+}
+
+void overflow() {
+    std::exit(overflowTheStack(0));
+}
+
+/// What the C library finds damaged while it holds the lock of the heap, which it takes once a thread was
+/// started.
+[[gnu::noinline]] void damageTheHeap() {
+    TARNWICK_LOCATION("Victim::damageTheHeap");
+    std::thread([] {}).join();
+    constexpr std::size_t blockSize = 60'000; // from the end of the heap: the two lie side by side
+    auto* block = static_cast<volatile char*>(std::malloc(blockSize));
+    auto* next = static_cast<volatile char*>(std::malloc(blockSize));
+    for (volatile char* byte = block + blockSize; byte != next; ++byte) {
+        *byte = 0x41; // the size of the next block among them
+    }
+    std::free(const_cast<char*>(block));
+}
+
+/// The lock makes closing the window, which gives memory back, wait for ever.
+void damageTheHeapWithAWindowOpen() {
+    GLWindow::createHeadless(64, 64);
+    damageTheHeap();
+}
+
+void crashOnASecondThread() {
+    TARNWICK_LOCATION("Victim::crashOnASecondThread");
+    WorkerThread thread([](WorkerThread&) { writeToNobodysMemory(); });
+    thread.start();
+    pause();
+}
+
+void interruptFromAnotherThread() {
+    TARNWICK_LOCATION("Victim::interruptFromAnotherThread");
+    raise(SIGINT);
+    pause();
+}
+
+/// SIGINT may be given to any thread that does not block it.
+void interruptASecondThread() {
+    TARNWICK_LOCATION("Victim::interruptASecondThread");
+    std::thread thread(interruptFromAnotherThread);
+    pause();
+    thread.join();
+}
+
+/// Does harm while the window closes.
+class BadListener final : public GLWindowEventListener {
+public:
+    explicit BadListener(void (*badAct)())
+        : act(badAct) {}
+    void windowClosed() override { act(); }
+
+private:
+    void (*act)();
+};
+
+void crashAgainWhileTheWindowCloses() {
+    BadListener listener(writeToNobodysMemory);
+    GLWindow::createHeadless(64, 64);
+    GLWindow::setEventListener(&listener);
+    divideByZero();
+}
+
+/// As if the window had taken too long: what the alarm would do.
+void standStillWhileTheWindowCloses() {
+    BadListener listener([] {
+        raise(SIGALRM);
+        pause();
+    });
+    GLWindow::createHeadless(64, 64);
+    GLWindow::setEventListener(&listener);
+    divideByZero();
+}
+
+void tellThatTheWindowCloses() {
+    BadListener listener([] {
+        const char text[] = "window closed\n";
+        if (write(STDERR_FILENO, text, sizeof text - 1) < 0) {
+            _exit(3);
+        }
+    });
+    GLWindow::createHeadless(64, 64);
+    GLWindow::setEventListener(&listener);
+    writeToNobodysMemory();
+}
+
+const std::map<std::string, void (*)()> waysToCrash{
+    {"SIGSEGV", writeToNobodysMemory},
+    {"SIGFPE", [] { std::exit(divideByZero()); }},
+    {"SIGILL", runUnknownInstruction},
+    {"SIGABRT", abortProgram},
+    {"SIGINT", interruptProgram},
+    {"SIGTERM", terminateProgram},
+    {"100 places", crashAfter100Places},
+    {"no places", crashWithoutPlaces},
+    {"null place", crashAfterANullPlace},
+    {"wrapped", crashAfterTheStackWrappedRound},
+    {"stack overflow", overflow},
+    {"heap damage", damageTheHeap},
+    {"heap damage with a window", damageTheHeapWithAWindowOpen},
+    {"second thread", crashOnASecondThread},
+    {"interrupted thread", interruptASecondThread},
+    {"closing", tellThatTheWindowCloses},
+    {"fault while closing", crashAgainWhileTheWindowCloses},
+    {"standstill while closing", standStillWhileTheWindowCloses},
+};
+
+} // namespace
+} // namespace tarnwick
+
+int main(int argumentCount, char** arguments) {
+    const auto way = tarnwick::waysToCrash.find(argumentCount == 2 ? arguments[1] : "");
+    if (way == tarnwick::waysToCrash.end()) {
+        return 2;
+    }
+    tarnwick::installCrashHandlers();
+    way->second();
+    return 0; // it did not crash
+}
