@@ -500,6 +500,7 @@ void GLConsole::addBasicGLConsoleCommands() {
     addCommand("Memory", conCmdMemory);
     addCommand("LogConsole", conCmdLogConsole);
     addCommand("Map", conCmdMap);
+    addGraphicsCommands();
 }
 
 void GLConsole::conCmdCommands(const std::string& term) {

@@ -159,6 +159,19 @@ private:
     static void conCmdMemory();
     static bool conCmdLogConsole(bool value, bool set);
     static void conCmdMap(const std::string& levelFile);
+
+    static void addGraphicsCommands();
+    static bool conCmdFullscreen(bool value, bool set);
+    static void conCmdRenderer();
+    static void conCmdTextureList();
+    static void conCmdTextureMemory();
+    static void conCmdTextureReload();
+    static void conCmdExtensions();
+    static void conCmdIsExtension(const std::string& name);
+    static std::int32_t conCmdAntiAliasingSamples(std::int32_t value, bool set);
+    static std::int32_t conCmdAnisotropicFilteringLevel(std::int32_t value, bool set);
+    static bool conCmdVsyncEnable(bool value, bool set);
+    static std::int32_t conCmdTextureQuality(std::int32_t value, bool set);
 };
 
 } // namespace tarnwick

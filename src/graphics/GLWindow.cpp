@@ -19,7 +19,8 @@ namespace {
 
 constexpr std::int32_t firstWidth = 320; ///< Client pixels of a window before it gets its real size.
 constexpr std::int32_t firstHeight = 240;
-constexpr std::int32_t probeSize = 16; ///< Client pixels of a window that only asks for a pixel format.
+constexpr std::uint32_t mostSamples = 64; ///< Per pixel: no GL has more.
+constexpr std::int32_t probeSize = 16;    ///< Client pixels of a window that only asks for a pixel format.
 constexpr std::uint32_t placingMilliseconds = 60; ///< In which a desktop puts its frame round a new window.
 constexpr std::uint32_t placingPause = 5;         ///< Milliseconds between two looks.
 
@@ -321,6 +322,9 @@ bool GLWindow::antiAliasingModeAvailable(std::uint32_t samples) {
     TARNWICK_LOCATION("GLWindow::antiAliasingModeAvailable");
     if (samples < 2) {
         return true;
+    }
+    if (samples > mostSamples) {
+        return false;
     }
     std::string extension = "GL_ARB_multisample";
     if (!extensionSupported(extension)) {

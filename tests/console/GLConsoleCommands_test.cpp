@@ -208,9 +208,11 @@ protected:
 };
 
 TEST_F(GLConsoleListTest, AllCommandsAreListedInTheOrderOfTheirKeys) {
-    const std::string list = title +
-                             "\nClear\nCommands\nLogConsole\nMap\nMemory\nMover\nMoverCount\nmoverDraw\n"
-                             "Movie\nQuit\nVersion\nZoom\n_under\n";
+    const std::string list =
+        title + "\nAnisotropicFilteringLevel\nAntiAliasingSamples\nClear\nCommands\nExtensions\n"
+                "Fullscreen\nIsExtension\nLogConsole\nMap\nMemory\nMover\nMoverCount\nmoverDraw\n"
+                "Movie\nQuit\nRenderer\nTextureList\nTextureMemory\nTextureQuality\n"
+                "TextureReload\nVersion\nVsyncEnable\nZoom\n_under\n";
 
     EXPECT_EQ(answerTo("commands"), list);
     EXPECT_EQ(answerTo("commands     "), list);

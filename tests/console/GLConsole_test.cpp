@@ -178,8 +178,12 @@ TEST_F(GLConsoleTest, InitialisingRegistersTheBasicCommandsAlone) {
     for (const auto& [key, command] : GLConsole::commands()) {
         names += key + "=" + command.name + " ";
     }
-    EXPECT_EQ(names, "CLEAR=Clear COMMANDS=Commands LOGCONSOLE=LogConsole MAP=Map MEMORY=Memory QUIT=Quit "
-                     "VERSION=Version ");
+    EXPECT_EQ(names, "ANISOTROPICFILTERINGLEVEL=AnisotropicFilteringLevel "
+                     "ANTIALIASINGSAMPLES=AntiAliasingSamples CLEAR=Clear COMMANDS=Commands "
+                     "EXTENSIONS=Extensions FULLSCREEN=Fullscreen ISEXTENSION=IsExtension "
+                     "LOGCONSOLE=LogConsole MAP=Map MEMORY=Memory QUIT=Quit RENDERER=Renderer "
+                     "TEXTURELIST=TextureList TEXTUREMEMORY=TextureMemory TEXTUREQUALITY=TextureQuality "
+                     "TEXTURERELOAD=TextureReload VERSION=Version VSYNCENABLE=VsyncEnable ");
     EXPECT_EQ(GLConsole::outputText().find("old text"), std::string::npos);
 }
 
