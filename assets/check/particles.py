@@ -8,8 +8,7 @@ import sys
 import numpy as np
 from PIL import Image
 
-import palette
-from lib import shade, stage, tga
+from lib import stage, tga
 
 PANEL_WIDTH, PANEL_HEIGHT = 264, 300
 SPACING = 2.2  # units between drops in a settled pool
@@ -86,7 +85,7 @@ def panel(backdrop, scale, look, sprites):
 def contact_sheet(scale):
     look = stage.read_settings(tga.GFX.parent / "cfg" / "water.cfg")
     sprites = {name: tga.load(f"{name}.tga") for name in ("water", "steam", "ice")}
-    sky = shade.ramp(np.linspace(0.4, 1, 512)[:, None] * np.ones((1, 512)), palette.SKY_RAMP)
+    sky = tga.load("background.tga")[300:812, 900:1412, :3]
     backdrops = tga.load("stone.tga")[..., :3], sky, tga.load("sand.tga")[..., :3]
     return np.hstack([panel(backdrop, scale, look, sprites) for backdrop in backdrops])
 

@@ -3,12 +3,13 @@
 import numpy as np
 
 
-def fbm(shape, beta, seed, stretch_x=1.0, stretch_y=1.0):
+def fbm(shape, beta, seed, stretch_x=1.0, stretch_y=1.0, lowest=0.0):
     """Fractal noise, 0 to 1 about 0.5, periodic in both directions by construction.
 
     A random normal field is divided by f^(beta/2) in the frequency domain. `beta` 1.2 is grit, 2.4 blotches, 3.4 a
     slow swell. A large `stretch_x` with a small `stretch_y` gives streaks along x. `shape` is one side or (rows,
-    columns); the standard deviation is a fifth.
+    columns); the standard deviation is a fifth. Waves of a frequency below `lowest`, in waves over the shorter side
+    times the stretch, are left out.
     """
     rows, columns = (shape, shape) if np.isscalar(shape) else shape
     # The frequency of a whole picture's period is 1 on the shorter side, so that a long picture is not stretched.
@@ -20,6 +21,7 @@ def fbm(shape, beta, seed, stretch_x=1.0, stretch_y=1.0):
     field = np.random.default_rng(seed).standard_normal((rows, columns))
     spectrum = np.fft.rfft2(field) / frequency ** (beta / 2)
     spectrum[0, 0] = 0.0
+    spectrum[frequency < lowest] = 0.0
     noise = np.fft.irfft2(spectrum, s=(rows, columns))
     return np.clip(0.5 + noise / (5 * noise.std()), 0, 1)
 
