@@ -2,6 +2,8 @@
 
 #include "console/GLConsole.h"
 #include "core/LocationStack.h"
+#include "graphics/DynamicPolygonRenderer.h"
+#include "graphics/LevelGeometryRenderer.h"
 #include "level/LevelBspNode.h"
 #include "level/LevelBspTree.h"
 #include "level/LevelLoader.h"
@@ -20,6 +22,8 @@ bool Level::load(const std::string& fileName) {
     }
     state.drawTriangles = false;
     LevelBspTree::create();
+    LevelGeometryRenderer::initialise();
+    DynamicPolygonRenderer::initialise();
     buildPolyNodeMap();
     GLConsole::addCommand("DrawTriangles", conCmdDrawTriangles);
     return true;
@@ -29,7 +33,9 @@ void Level::clear() {
     TARNWICK_LOCATION("Level::clear");
     GLConsole::print("\nClearing level data...");
     GLConsole::removeCommand("DrawTriangles");
+    LevelGeometryRenderer::shutdown();
     LevelBspTree::clear();
+    DynamicPolygonRenderer::shutdown();
     polygons.clear(); // last: everything else points into them
     state.polygonNodes.clear();
 }
@@ -45,6 +51,16 @@ void Level::reset() {
         polygon.previousOffsetY = 0.0f;
     }
     LevelBspTree::resetTree();
+}
+
+void Level::debugDraw() {
+    TARNWICK_LOCATION("Level::debugDraw");
+    LevelBspTree::debugDraw();
+    if (state.drawTriangles) {
+        for (const Polygon2D& polygon : polygons) {
+            polygon.drawTrianglesOutline();
+        }
+    }
 }
 
 void Level::setPolygonCollideable(Polygon2D& polygon, bool collideable) {

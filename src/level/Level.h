@@ -30,6 +30,8 @@ public:
     /// again and its edges are back; its field `collideable` stays false until a trigger adds it or the level
     /// is loaded anew.
     static void reset();
+    /// Draws what the commands of the tree and `DrawTriangles` ask for, in the world.
+    static void debugDraw();
 
     /// Switches a polygon on or off: its edges in the tree, if it has any, and its field.
     static void setPolygonCollideable(Polygon2D& polygon, bool collideable);

@@ -46,6 +46,9 @@ public:
     static LevelBspNode* raycast(const Vector2& start, Vector2& end);
     /// Appends all nodes: of each node first those behind it, then the node, then those in front of it.
     static void getNodeList(std::vector<LevelBspNode*>& nodes);
+    /// Draws what the four commands ask for, in the world: splitting lines, the walked node, the rays cast
+    /// last, all edges.
+    static void debugDraw();
 
 private:
     friend class ModuleReset;
@@ -80,6 +83,8 @@ private:
     static void clearDrawSwitches();
     static bool hitsWhereItStarts(const LevelBspNode& node, const Vector2& start, Vector2& end);
     static void castTestRays(Vector2 start);
+
+    static void drawTestRays();
 
     static std::int32_t conCmdBspSize();
     static std::int32_t conCmdBspDepth();

@@ -11,7 +11,7 @@
 #include "level/SurfaceTypeManager.h"
 
 #include <fstream>
-#include <utility>
+#include <list>
 #include <vector>
 
 namespace tarnwick {
@@ -28,6 +28,9 @@ Polygon2D buildPolygon(const LevelFile::PolygonRecord& record) {
     TARNWICK_LOCATION("LevelLoader::buildPolygon");
     Polygon2D polygon;
     polygon.id = record.polygonId;
+    if (!record.textureName.empty()) {
+        polygon.texture = record.textureName;
+    }
     polygon.setFrictionLevel(SurfaceTypeManager::getSurfaceTypeFriction(record.surfaceType));
     polygon.collideable = record.polygonMode != 1 && record.polygonMode != 3;
     polygon.drawable = record.polygonMode != 2 && record.polygonMode != 3;
@@ -44,7 +47,7 @@ Polygon2D buildPolygon(const LevelFile::PolygonRecord& record) {
 /// Builds what a level is made of while its file is read.
 class LevelBuilder final : public LevelFile::Reader {
 public:
-    std::vector<Polygon2D> polygons;
+    std::list<Polygon2D> polygons;
 
     void wrongVersion(std::uint32_t found) override {
         TARNWICK_LOCATION("LevelBuilder::wrongVersion");
@@ -76,9 +79,7 @@ public:
 void handOver(const LevelFile& file, LevelBuilder& builder) {
     TARNWICK_LOCATION("LevelLoader::handOver");
     Level::clear(); // the old level goes only now
-    for (Polygon2D& polygon : builder.polygons) {
-        Level::polygons.push_back(std::move(polygon));
-    }
+    Level::polygons.splice(Level::polygons.end(), builder.polygons);
     Level::setStartPoints(toVector(file.waterStart), toVector(file.cameraStart));
 }
 

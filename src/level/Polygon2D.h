@@ -1,7 +1,9 @@
 #pragma once
 
 #include "core/Vector2.h"
+#include "graphics/GLTexture.h"
 
+#include <compare>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -40,6 +42,7 @@ public:
     float offsetY = 0.0f;
     float previousOffsetX = 0.0f; ///< The offset before the last step.
     float previousOffsetY = 0.0f;
+    GLTexture texture; ///< One pixel a unit, from the world's origin on; the default picture if it has none.
     std::vector<float> pointsX; ///< The outline, world units; always as long as `pointsY`.
     std::vector<float> pointsY;
     std::vector<float> trianglesX; ///< Three corners a triangle, `triangleCount` times 3.
@@ -85,6 +88,17 @@ public:
 
     /// Clamps into 0 to 1.
     void setFrictionLevel(float friction);
+
+    /// Debug drawing: the outline in white, where the level has it, without the offset.
+    void drawOutline() const;
+    /// Debug drawing: every triangle in red, where the polygon is now.
+    void drawTrianglesOutline() const;
+
+    /// Compare the GL names of the textures, so that polygons can be drawn texture by texture.
+    friend bool operator==(const Polygon2D& a, const Polygon2D& b) { return a.texture == b.texture; }
+    friend std::strong_ordering operator<=>(const Polygon2D& a, const Polygon2D& b) {
+        return a.texture <=> b.texture;
+    }
 
 private:
     void cutUp(std::vector<Edge> chain, bool counterClockwiseFirst);

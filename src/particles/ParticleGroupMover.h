@@ -44,6 +44,8 @@ public:
     static void doGroupMerging();
     /// Starts the fade of a group and its members; does nothing to one already dying.
     static void killGroup(ParticleGroup& group);
+    /// Draws every group's circle in red, if the command asks for it.
+    static void debugDraw();
 
 private:
     friend class ModuleReset;

@@ -7,8 +7,11 @@
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
+#include "graphics/DynamicPolygonRenderer.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
+#include "graphics/LevelGeometryRenderer.h"
+#include "graphics/ParticleRenderer.h"
 #include "level/Level.h"
 #include "level/LevelBspTree.h"
 #include "level/SurfaceTypeManager.h"
@@ -27,6 +30,7 @@ void ModuleReset::all() {
     Clock::state = {};
     CrashReport::state = {};
     DataFiles::state = {};
+    DynamicPolygonRenderer::state = {};
     GLConsole::state = {};
     GLConsole::outputBuffer.fill('\n');
     GLTextureManager::state = {};
@@ -34,6 +38,7 @@ void ModuleReset::all() {
     GLWindow::state = {};
     Game::state = {};
     LevelBspTree::state = {};
+    LevelGeometryRenderer::state = {};
     Level::polygons.clear();
     Level::state = {};
     ParticleGroupMover::groups.clear();
@@ -42,6 +47,7 @@ void ModuleReset::all() {
     ParticleManager::state = {};
     std::ranges::fill(ParticleMover::particleGrid, nullptr);
     ParticleMover::state = {};
+    ParticleRenderer::state = {};
     Random::state = {};
     SurfaceTypeManager::state = {};
 }

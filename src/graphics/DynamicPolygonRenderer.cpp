@@ -1,0 +1,117 @@
+#include "graphics/DynamicPolygonRenderer.h"
+
+#include "console/GLConsole.h"
+#include "core/LocationStack.h"
+#include "game/Camera.h"
+#include "game/Game.h"
+#include "graphics/GLTexture.h"
+#include "level/Level.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+
+namespace tarnwick {
+
+namespace {
+
+/// Half the side of the square that is drawn, in sides of the view: its half diagonal at 4:3 is 0.625.
+constexpr float reachOfView = 0.65f;
+
+/// True for a polygon that can move or vanish. One with a degenerate outline has no triangles.
+bool isDynamic(const Polygon2D& polygon) {
+    TARNWICK_LOCATION("DynamicPolygonRenderer::isDynamic");
+    return polygon.triangleCount != 0 && polygon.drawable && (polygon.moveable || polygon.destructable);
+}
+
+} // namespace
+
+DynamicPolygonRenderer::State DynamicPolygonRenderer::state;
+
+void DynamicPolygonRenderer::initialise() {
+    TARNWICK_LOCATION("DynamicPolygonRenderer::initialise");
+    shutdown();
+    GLConsole::print("\nIntialising dynamic polygon renderer..");
+    for (const Polygon2D& polygon : Level::polygons) {
+        if (isDynamic(polygon)) {
+            DynamicPolygonEntry& entry = state.dynamicPolygons.emplace_back();
+            entry.polygon = &polygon;
+            findPolygonBounds(entry);
+        }
+    }
+}
+
+void DynamicPolygonRenderer::shutdown() {
+    TARNWICK_LOCATION("DynamicPolygonRenderer::shutdown");
+    GLConsole::print("\nShuttrng down dynamic polygon renderer..");
+    state.dynamicPolygons.clear();
+}
+
+void DynamicPolygonRenderer::findPolygonBounds(DynamicPolygonEntry& entry) {
+    TARNWICK_LOCATION("DynamicPolygonRenderer::findPolygonBounds");
+    const Polygon2D& polygon = *entry.polygon;
+    const auto [left, right] = std::minmax_element(polygon.pointsX.begin(), polygon.pointsX.end());
+    const auto [top, bottom] = std::minmax_element(polygon.pointsY.begin(), polygon.pointsY.end());
+    entry.minX = *left;
+    entry.maxX = *right;
+    entry.minY = *top;
+    entry.maxY = *bottom;
+}
+
+void DynamicPolygonRenderer::prepareDraw() {
+    TARNWICK_LOCATION("DynamicPolygonRenderer::prepareDraw");
+    const Vector2 centre = Camera::position() + Camera::shakeOffset();
+    const float halfSize =
+        std::max(Game::getViewAreaX(), Game::getViewAreaY()) * reachOfView * Camera::zoom();
+    for (const DynamicPolygonEntry& entry : state.dynamicPolygons) {
+        const Polygon2D& polygon = *entry.polygon;
+        const bool inReach = entry.maxX + polygon.offsetX >= centre.x - halfSize &&
+                             entry.minX + polygon.offsetX <= centre.x + halfSize &&
+                             entry.maxY + polygon.offsetY >= centre.y - halfSize &&
+                             entry.minY + polygon.offsetY <= centre.y + halfSize;
+        if (polygon.visible && inReach) {
+            state.layerQueues[polygon.layer < layerCount ? polygon.layer : 0].push(polygon);
+        }
+    }
+}
+
+void DynamicPolygonRenderer::drawLayer(std::uint32_t layer) {
+    TARNWICK_LOCATION("DynamicPolygonRenderer::drawLayer");
+    PolygonQueue& queue = state.layerQueues[layer];
+    while (!queue.empty()) {
+        const std::uint32_t textureId = queue.top().texture.textureId;
+        glBindTexture(GL_TEXTURE_2D, textureId);
+        state.corners.clear();
+        while (!queue.empty() && queue.top().texture.textureId == textureId) {
+            addCorners(queue.top());
+            queue.pop();
+        }
+        drawCorners();
+    }
+}
+
+void DynamicPolygonRenderer::addCorners(const Polygon2D& polygon) {
+    TARNWICK_LOCATION("DynamicPolygonRenderer::addCorners");
+    // A picture of no size makes these infinite, and the coordinates with them: nothing to see, and harmless.
+    const float perPixelX = 1.0f / static_cast<float>(polygon.texture.width);
+    const float perPixelY = 1.0f / static_cast<float>(polygon.texture.height);
+    for (std::size_t corner = 0; corner < std::size_t{polygon.triangleCount} * 3; ++corner) {
+        const float x = polygon.trianglesX[corner];
+        const float y = polygon.trianglesY[corner];
+        state.corners.push_back({perPixelX * x, perPixelY * y, x + polygon.offsetX, y + polygon.offsetY});
+    }
+}
+
+void DynamicPolygonRenderer::drawCorners() {
+    TARNWICK_LOCATION("DynamicPolygonRenderer::drawCorners");
+    constexpr auto stride = static_cast<GLsizei>(sizeof(Corner));
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glTexCoordPointer(2, GL_FLOAT, stride, &state.corners[0].s);
+    glVertexPointer(2, GL_FLOAT, stride, &state.corners[0].x);
+    glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(state.corners.size()));
+    glPopClientAttrib();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "graphics/FramePicture.h"
+#include "support/DataFolder.h"
+#include "support/ModuleTest.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tarnwick {
+
+/// A test that draws: an off-screen window, a data folder of the test's own, and a look at the picture.
+class DrawingTest : public ModuleTest {
+protected:
+    static constexpr std::int32_t windowWidth = 80; ///< Client pixels, unless a test asks for others.
+    static constexpr std::int32_t windowHeight = 60;
+
+    explicit DrawingTest(std::int32_t width = windowWidth, std::int32_t height = windowHeight);
+
+    /// Writes a picture of one colour, 4 by 4 pixels; `name` is relative, with slashes.
+    void
+    writeFlatPicture(const std::string& name, FramePicture::Pixel colour, std::uint8_t alpha = 255) const;
+    /// The same with one colour in the left half and another in the right one.
+    void
+    writeSplitPicture(const std::string& name, FramePicture::Pixel left, FramePicture::Pixel right) const;
+
+    /// A black picture in client pixels, y downwards, with depth flattened as in the camera's view.
+    static void beginPicture();
+    /// What was drawn so far.
+    static FramePicture picture() { return FramePicture::ofBackBuffer(); }
+    /// One pixel of it.
+    static FramePicture::Pixel pixel(std::int32_t x, std::int32_t y) { return picture().at(x, y); }
+    /// Pixels of row `y` that are not black.
+    static std::int32_t litInRow(std::int32_t y);
+    /// Pixels of the whole picture that are not black.
+    static std::int32_t litPixels();
+
+    DataFolder data;
+};
+
+constexpr FramePicture::Pixel black{0, 0, 0};
+constexpr FramePicture::Pixel white{255, 255, 255};
+constexpr FramePicture::Pixel red{255, 0, 0};
+constexpr FramePicture::Pixel green{0, 255, 0};
+constexpr FramePicture::Pixel blue{0, 0, 255};
+constexpr FramePicture::Pixel yellow{255, 255, 0};
+
+/// Colours are compared with this much room a channel: what drivers round differently when they blend.
+constexpr int blendTolerance = 2;
+
+/// Whether two colours are the same but for a driver's rounding.
+bool alike(FramePicture::Pixel a, FramePicture::Pixel b);
+
+/// For messages of failed tests.
+void PrintTo(const FramePicture::Pixel& pixel, std::ostream* stream);
+
+} // namespace tarnwick
