@@ -56,11 +56,13 @@ void GLConsole::initialise() {
     TARNWICK_LOCATION("GLConsole::initialise");
     clear();
     clearCommands();
+    state.fontTexture.reset();
     loadConfiguration();
 }
 
 void GLConsole::shutdown() {
     TARNWICK_LOCATION("GLConsole::shutdown");
+    state.fontTexture.reset();
     state.commands.clear();
     state.commandHistory.fill({});
     state.historyIndex = -1;
@@ -85,6 +87,7 @@ void GLConsole::clearCommands() {
 void GLConsole::loadConfiguration() {
     TARNWICK_LOCATION("GLConsole::loadConfiguration");
     const ConfigFile config("cfg//console.cfg");
+    state.fontTexture = std::make_unique<GLTexture>(config.getVarAsString("fontTextureName"));
     state.fontSize = static_cast<std::uint32_t>(std::max(config.getVarAsInt("fontSize"), 1));
     state.outputBackground = {config.getVarAsFloat("output_background_r"),
                               config.getVarAsFloat("output_background_g"),

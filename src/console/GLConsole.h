@@ -2,12 +2,15 @@
 
 #include "console/ConsoleCommand.h"
 #include "console/InputLine.h"
+#include "graphics/GLTexture.h"
+#include "graphics/QuadArray.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -106,11 +109,19 @@ public:
     static void enableLogging();
     static void disableLogging();
 
+    /// Draws the console over the whole client area: the newest rows of the output, and below them the line
+    /// being typed with its cursor, which is flat while typing inserts and high while it overwrites. Leaves
+    /// the GL as it was. Without a character sheet only the panels are drawn.
+    static void draw();
+    /// The character sheet; the default picture if there is none.
+    static GLTexture getFontTexture();
+    static void setFontTexture(const GLTexture& texture);
+
 private:
     friend class ModuleReset;
     friend class GLConsoleTest;
 
-    using Colour = std::array<float, 3>; ///< Red, green, blue, 0 to 1.
+    using Rgb = std::array<float, 3>; ///< Red, green, blue, 0 to 1.
 
     struct State {
         std::uint32_t outputWriteIndex = 0; ///< Next byte of the ring to write.
@@ -125,15 +136,17 @@ private:
         bool loggingEnabled = false;
         std::string logFileName = "ConsoleLog.txt";
 
-        std::uint32_t fontSize = 8; ///< Width and height of a character cell, pixels; at least 1.
-        std::uint32_t columns = 80; ///< Characters a row, at least 80.
-        std::uint32_t rows = 16;    ///< Rows of output, at least 16.
-        Colour outputBackground{};
+        std::uint32_t fontSize = 8;             ///< Width and height of a character cell, pixels; at least 1.
+        std::uint32_t columns = 80;             ///< Characters a row, at least 80.
+        std::uint32_t rows = 16;                ///< Rows of output, at least 16.
+        std::unique_ptr<GLTexture> fontTexture; ///< The character sheet: 16 by 16 cells. May be null.
+        QuadArray textQuads;                    ///< Of the text being drawn; kept for its memory.
+        Rgb outputBackground{};
         float outputBackgroundAlpha = 0.0f; ///< 0 to 1.
-        Colour outputText{};
-        Colour inputBackground{};
-        Colour inputBorder{};
-        Colour inputText{};
+        Rgb outputText{};
+        Rgb inputBackground{};
+        Rgb inputBorder{};
+        Rgb inputText{};
     };
     static State state;
     /// The ring; newlines where nothing was printed yet. Outside `State` for its size.
@@ -143,6 +156,13 @@ private:
     static void writeToLog(std::string_view text);
     static std::uint32_t getOutputBufferDrawStart();
     static void loadConfiguration();
+
+    static void fitToWindow();
+    static void drawBackground();
+    static void drawOutputText();
+    static void advance(std::uint8_t character, std::uint32_t& column, std::uint32_t& row);
+    static void drawInputLine();
+    static void drawText();
 
     static void addBasicGLConsoleCommands();
     static void addCommandInternal(const ConsoleCommand& command);

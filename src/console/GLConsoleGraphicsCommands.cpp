@@ -3,8 +3,10 @@
 #include "console/GLConsole.h"
 #include "core/FrameTimer.h"
 #include "core/LocationStack.h"
+#include "game/Game.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
+#include "graphics/LevelGeometryRenderer.h"
 
 #include <GL/gl.h>
 
@@ -110,6 +112,9 @@ std::int32_t GLConsole::conCmdAntiAliasingSamples(std::int32_t value, bool /*set
     if (value != 0) {
         GLWindow::setAntiAliasingMode(static_cast<std::uint32_t>(value));
         GLTextureManager::reloadAllTextures();
+        if (Game::running()) {
+            LevelGeometryRenderer::initialise(); // the display lists went with the old context
+        }
     }
     return static_cast<std::int32_t>(GLWindow::getAntiAliasingMode());
 }

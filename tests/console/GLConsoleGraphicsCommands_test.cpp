@@ -9,7 +9,10 @@ namespace tarnwick {
 
 class GLConsoleGraphicsCommandsTest : public GLTest {
 protected:
-    GLConsoleGraphicsCommandsTest() { GLConsole::initialise(); }
+    GLConsoleGraphicsCommandsTest() {
+        data.write("cfg/console.cfg", "fontTextureName = gfx\\a.tga");
+        GLConsole::initialise();
+    }
 
     static std::string title(const std::string& text) {
         const std::string bar = "\n\n****************************************************************\n\n";

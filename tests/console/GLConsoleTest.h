@@ -26,12 +26,12 @@ protected:
     static void setLogFileName(std::string name) { GLConsole::state.logFileName = std::move(name); }
     static std::uint32_t writeIndex() { return GLConsole::state.outputWriteIndex; }
     static std::uint32_t fontSize() { return GLConsole::state.fontSize; }
-    using Colour = GLConsole::Colour;
-    static Colour outputTextColour() { return GLConsole::state.outputText; }
-    static Colour outputBackground() { return GLConsole::state.outputBackground; }
-    static Colour inputBackground() { return GLConsole::state.inputBackground; }
-    static Colour inputBorder() { return GLConsole::state.inputBorder; }
-    static Colour inputTextColour() { return GLConsole::state.inputText; }
+    using Rgb = GLConsole::Rgb;
+    static Rgb outputTextColour() { return GLConsole::state.outputText; }
+    static Rgb outputBackground() { return GLConsole::state.outputBackground; }
+    static Rgb inputBackground() { return GLConsole::state.inputBackground; }
+    static Rgb inputBorder() { return GLConsole::state.inputBorder; }
+    static Rgb inputTextColour() { return GLConsole::state.inputText; }
     static float outputBackgroundAlpha() { return GLConsole::state.outputBackgroundAlpha; }
 
     static void add(const ConsoleCommand& command) { GLConsole::addCommandInternal(command); }

@@ -236,12 +236,12 @@ TEST_F(GLConsoleConfigTest, TheColoursAndTheCellAreRead) {
     GLConsole::initialise();
 
     EXPECT_EQ(fontSize(), 12u);
-    EXPECT_EQ(outputBackground(), (Colour{0.1f, 0.2f, 0.3f}));
+    EXPECT_EQ(outputBackground(), (Rgb{0.1f, 0.2f, 0.3f}));
     EXPECT_EQ(outputBackgroundAlpha(), 0.4f);
-    EXPECT_EQ(outputTextColour(), (Colour{0.5f, 0.6f, 0.7f}));
-    EXPECT_EQ(inputBackground(), (Colour{0.8f, 0.9f, 0.11f}));
-    EXPECT_EQ(inputBorder(), (Colour{0.12f, 0.13f, 0.14f}));
-    EXPECT_EQ(inputTextColour(), (Colour{0.15f, 0.16f, 0.17f}));
+    EXPECT_EQ(outputTextColour(), (Rgb{0.5f, 0.6f, 0.7f}));
+    EXPECT_EQ(inputBackground(), (Rgb{0.8f, 0.9f, 0.11f}));
+    EXPECT_EQ(inputBorder(), (Rgb{0.12f, 0.13f, 0.14f}));
+    EXPECT_EQ(inputTextColour(), (Rgb{0.15f, 0.16f, 0.17f}));
     EXPECT_FALSE(logging());
     EXPECT_EQ(GLConsole::outputText(), "");
 }
@@ -260,7 +260,7 @@ TEST_F(GLConsoleConfigTest, WithoutAFileTheCellIsOnePixelAndEverythingBlack) {
     GLConsole::initialise();
 
     EXPECT_EQ(fontSize(), 1u);
-    EXPECT_EQ(outputTextColour(), Colour{});
+    EXPECT_EQ(outputTextColour(), Rgb{});
     EXPECT_EQ(GLConsole::outputText(), "\nCould not open config file: cfg//console.cfg");
 }
 
