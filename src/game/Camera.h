@@ -38,6 +38,9 @@ public:
     /// shake targets only.
     static void doMovements(bool turningEnabled, float dt);
 
+    /// Sets the GL's modelview to the world as the camera sees it, in client pixels.
+    static void viewFrom();
+
     /// World units, without the shake.
     static Vector2 position() { return {state.cameraX, state.cameraY}; }
     static void setPosition(float x, float y);

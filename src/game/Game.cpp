@@ -2,11 +2,13 @@
 
 #include "console/GLConsole.h"
 #include "core/Clock.h"
+#include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "game/Camera.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
 #include "graphics/KeyMap.h"
+#include "graphics/ParticleRenderer.h"
 #include "level/Level.h"
 #include "level/SurfaceTypeManager.h"
 #include "particles/ParticleGroupMover.h"
@@ -114,15 +116,29 @@ bool Game::initialise(const std::string& levelFile) {
     state.freeCameraX = 0.0f;
     state.freeCameraY = 0.0f;
     state.showGameSpeeds = false;
+    state.showDrawSpeeds = false;
     state.showSimSpeeds = false;
     state.freeCameraEnabled = false;
     addCommands();
     GLConsole::printTitle("Game initialisation");
     ParticleManager::initialise();
+    ParticleRenderer::initialise();
     Camera::initialise();
     startLevel();
+    const ConfigFile config("cfg\\game.cfg");
+    readBackground(config);
     state.frameTimer.reset();
+    if (state.gameFont == nullptr) {
+        state.gameFont = std::make_unique<GLFont>(config.getVarAsString("font"));
+    }
     return true;
+}
+
+void Game::readBackground(const ConfigFile& config) {
+    TARNWICK_LOCATION("Game::readBackground");
+    state.backgroundRed = config.getVarAsFloat("background_r");
+    state.backgroundGreen = config.getVarAsFloat("background_g");
+    state.backgroundBlue = config.getVarAsFloat("background_b");
 }
 
 /// Water at its start, the camera at its own, flying to the water.
@@ -141,7 +157,9 @@ void Game::shutdown() {
     removeCommands();
     Level::clear();
     ParticleManager::shutdown();
+    ParticleRenderer::shutdown();
     state.gameRunning = false;
+    state.gameFont.reset();
 }
 
 void Game::resetLevel() {
@@ -152,6 +170,7 @@ void Game::resetLevel() {
     state.freeCameraX = 0.0f;
     state.freeCameraY = 0.0f;
     state.showGameSpeeds = false;
+    state.showDrawSpeeds = false;
     state.showSimSpeeds = false;
     state.freeCameraEnabled = false;
     ParticleManager::particles.clear();
@@ -177,6 +196,9 @@ void Game::gameLoop() {
     if (state.tickAccumulator >= tickThreshold) {
         tick(state.tickAccumulator);
         state.tickAccumulator = 0.0f; // the remainder is not carried over
+    }
+    if (!GLWindow::isMinimised()) {
+        draw();
     }
     serveRequests();
 }
@@ -229,21 +251,27 @@ void Game::runSimulation(float dt) {
     measureSimulation(Clock::performanceCounter() - before);
 }
 
-/// Adds the cost of one run; after 32 runs the batch's mean stands and is printed if asked for.
+/// Adds the cost of one run; a batch of 32 gives the average, printed if asked for.
 void Game::measureSimulation(std::uint64_t ticks) {
     TARNWICK_LOCATION("Game::measureSimulation");
-    state.simTicksSum += static_cast<double>(static_cast<std::uint32_t>(ticks));
-    ++state.simTicksCount;
-    if (state.simTicksCount < runsInBatch) {
-        return;
-    }
-    state.simTicksAverage = state.simTicksSum * runBatchShare;
-    state.simTicksSum = 0.0;
-    state.simTicksCount = 0;
-    if (state.showSimSpeeds) {
+    const bool batchDone = averageTicks(ticks, state.simTicksCount, state.simTicksSum, state.simTicksAverage);
+    if (batchDone && state.showSimSpeeds) {
         GLConsole::print("\nSimulation - clock tics: ");
         GLConsole::print(static_cast<std::int32_t>(state.simTicksAverage));
     }
+}
+
+bool Game::averageTicks(std::uint64_t ticks, std::int32_t& count, double& sum, double& average) {
+    TARNWICK_LOCATION("Game::averageTicks");
+    sum += static_cast<double>(static_cast<std::uint32_t>(ticks));
+    ++count;
+    if (count < runsInBatch) {
+        return false;
+    }
+    average = sum * runBatchShare;
+    sum = 0.0;
+    count = 0;
+    return true;
 }
 
 void Game::checkFreeCameraInput() {
@@ -297,6 +325,7 @@ void Game::windowFocusLost() {
 void Game::addCommands() {
     TARNWICK_LOCATION("Game::addCommands");
     GLConsole::addCommand("ShowGameSpeeds", conCmdShowGameSpeeds);
+    GLConsole::addCommand("ShowDrawSpeeds", conCmdShowDrawSpeeds);
     GLConsole::addCommand("ShowSimSpeeds", conCmdShowSimSpeeds);
     GLConsole::addCommand("FreeCamera", conCmdFreeCamera);
     GLConsole::addCommand("ZoomCamera", conCmdZoomCamera);
@@ -308,6 +337,7 @@ void Game::addCommands() {
 void Game::removeCommands() {
     TARNWICK_LOCATION("Game::removeCommands");
     GLConsole::removeCommand("ShowGameSpeeds");
+    GLConsole::removeCommand("ShowDrawSpeeds");
     GLConsole::removeCommand("ShowSimSpeeds");
     GLConsole::removeCommand("FreeCamera");
     GLConsole::removeCommand("ZoomCamera");

@@ -1,11 +1,15 @@
 #pragma once
 
 #include "core/FrameTimer.h"
+#include "graphics/GLFont.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace tarnwick {
+
+class ConfigFile;
 
 /// The conductor: runs the frame loop, decides when a tick happens and how long it is, and calls every
 /// module's function of a tick in a fixed order.
@@ -45,13 +49,18 @@ public:
     static void shutdown();
     /// Starts the loaded level again, without reading its file.
     static void resetLevel();
-    /// One frame: the frame average, a tick when it is due, then the requests.
+    /// One frame: the frame average, a tick when it is due, the picture, then the requests.
     static void gameLoop();
     /// One tick of `dt` seconds, in the order simulation, camera. The headless runner calls it too.
     static void tick(float dt);
     /// Acts on what was asked for since the last frame: the end of the game before a change of level before a
     /// restart. The headless runner calls it after each tick.
     static void serveRequests();
+
+    /// Draws the picture of this moment and presents it. Touches nothing of the simulation.
+    static void draw();
+    /// The same without presenting it: the picture stands in the back buffer, for who wants to read it.
+    static void drawPicture();
 
     /// The listener's half: what keys and the loss of focus do while a level is played.
     static void keyboardPressed(std::uint32_t key);
@@ -71,9 +80,14 @@ private:
         bool consoleOpen = false; ///< The console has the keyboard.
         bool freeCameraEnabled = false;
         bool showGameSpeeds = false; ///< Print speeds to the console.
+        bool showDrawSpeeds = false;
         bool showSimSpeeds = false;
         std::string currentMapName;
         std::string nextMapName;
+        float backgroundRed = 0.0f; ///< What the picture is cleared to, 0 to 1.
+        float backgroundGreen = 0.0f;
+        float backgroundBlue = 0.0f;
+        std::unique_ptr<GLFont> gameFont; ///< Null until the first level is loaded.
 
         FrameTimer frameTimer;           ///< Measures each frame.
         float frameTimeSum = 0.0f;       ///< Seconds of the current batch of frames.
@@ -85,9 +99,12 @@ private:
         float freeCameraY = 0.0f;
         float freeCameraZoom = 1.0f;
 
-        std::int32_t simTicksCount = 0; ///< Runs of the simulation in the current batch.
-        double simTicksSum = 0.0;       ///< Their cost in performance counter ticks.
-        double simTicksAverage = 0.0;   ///< Of the last finished batch.
+        std::int32_t simTicksCount = 0;  ///< Runs of the simulation in the current batch.
+        double simTicksSum = 0.0;        ///< Their cost in performance counter ticks.
+        double simTicksAverage = 0.0;    ///< Of the last finished batch.
+        std::int32_t drawTicksCount = 0; ///< The same three for `draw`.
+        double drawTicksSum = 0.0;
+        double drawTicksAverage = 0.0;
     };
     static State state;
 
@@ -96,10 +113,19 @@ private:
     static void updateFrameSpeed();
     static void runSimulation(float dt);
     static void measureSimulation(std::uint64_t ticks);
+    /// Adds the cost of one run to a batch of 32. True when it was the last: `average` is new then.
+    static bool averageTicks(std::uint64_t ticks, std::int32_t& count, double& sum, double& average);
+    static void readBackground(const ConfigFile& config);
+    static void viewFromFreeCamera();
+    static void drawLevel();
+    static void drawFreeCamera();
+    static void drawPausedText();
+    static void measureDrawing(std::uint64_t ticks);
     static void checkFreeCameraInput();
     static void addCommands();
     static void removeCommands();
     static bool conCmdShowGameSpeeds(bool value, bool set);
+    static bool conCmdShowDrawSpeeds(bool value, bool set);
     static bool conCmdShowSimSpeeds(bool value, bool set);
     static bool conCmdFreeCamera(bool value, bool set);
     static void conCmdZoomCamera();
