@@ -18,7 +18,10 @@ constexpr int bitsPerPixel = 24;
 
 /// An SDL surface, freed at the end of its life.
 struct FreeSurface {
-    void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+    void operator()(SDL_Surface* surface) const {
+        TARNWICK_LOCATION("FreeSurface::operator()");
+        SDL_FreeSurface(surface);
+    }
 };
 using Surface = std::unique_ptr<SDL_Surface, FreeSurface>;
 

@@ -33,6 +33,7 @@ public:
     };
     /// A rectangle at `place`, corners left top, right top, right bottom, left bottom, with the part
     /// `picture` of the texture on it, in shares of the texture.
+    // no location: called for every particle of a frame
     void addRectangle(Rectangle place, Rectangle picture, Colour colour) {
         assert(used + cornersPerQuad <= corners.size());
         Corner* const quad = corners.data() + used;

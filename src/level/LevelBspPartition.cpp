@@ -104,6 +104,7 @@ private:
     BoxRow row;
     bool orderly = true; ///< No coordinate is so large that distances may overflow.
 
+    // no location: asked again and again for every candidate
     template <typename IsDivided>
     std::size_t next(std::size_t index, const IsDivided& isDivided) const {
         return orderly ? row.next(index, isDivided) : index;

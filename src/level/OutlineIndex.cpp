@@ -31,6 +31,7 @@ struct TriangleSide {
     /// The largest value that the test of `pointInConvexPolygon`, dx (y - y0) - dy (x - x0), takes in a box.
     /// Every float operation rounds monotonically, so the test as a whole, rounding included, only grows or
     /// only falls along either axis, and one corner of the box has the largest value of all points in it.
+    // no location: asked for every block of edges
     float largestIn(const Box& box) const {
         const float farY = dx >= 0.0f ? box.maxY : box.minY;
         const float farX = dy >= 0.0f ? box.minX : box.maxX;
@@ -61,11 +62,13 @@ OutlineIndex::OutlineIndex(const std::vector<Polygon2D::Edge>& edges)
 /// exact. The point of intersection and the parameter are each off by one rounding, a relative 2^-53; for the
 /// parameter to come out within 0 to 1 the point must lie within 2^-30 units of the segment, and so of its
 /// box, for both segments. Boxes with whole corners that do not touch are a whole unit apart.
+// no location: asked for every pair of edges
 bool OutlineIndex::mayCross(const Polygon2D::Edge& edge, const Polygon2D::Edge& other) const {
     return !exact || Box::around(edge.start, edge.end).touches(Box::around(other.start, other.end));
 }
 
 /// The first edge at or behind `index` whose block touches `box`.
+// no location: asked for every pair of edges
 std::size_t OutlineIndex::nextNear(std::size_t index, const Box& box) const {
     if (row.size() == 0) {
         return index;

@@ -138,7 +138,8 @@ TEST_F(GLWindowTest, MouseButtonsAreBits) {
     sendButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_RIGHT);
     GLWindow::run();
 
-    EXPECT_EQ(listener.heard, (std::vector<std::string>{"pressed 1", "pressed 2", "pressed 4", "released 2"}));
+    EXPECT_EQ(listener.heard,
+              (std::vector<std::string>{"pressed 1", "pressed 2", "pressed 4", "released 2"}));
 }
 
 TEST_F(GLWindowTest, AMouseLeftOfTheClientAreaIsALargeNumber) {

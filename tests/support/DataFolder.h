@@ -5,7 +5,8 @@
 
 namespace tarnwick {
 
-/// A data folder of a test's own: a fresh, empty folder that is the working directory until the end of its life.
+/// A data folder of a test's own: a fresh, empty folder that is the working directory until the end of its
+/// life.
 class DataFolder {
 public:
     DataFolder();

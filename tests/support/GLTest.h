@@ -1,10 +1,9 @@
 #pragma once
 
-#include "support/DataFolder.h"
-#include "support/ModuleTest.h"
-
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
+#include "support/DataFolder.h"
+#include "support/ModuleTest.h"
 
 #include <GL/gl.h>
 
@@ -22,7 +21,8 @@ struct PixelColour {
 
     friend bool operator==(const PixelColour&, const PixelColour&) = default;
     friend std::ostream& operator<<(std::ostream& stream, const PixelColour& colour) {
-        return stream << '(' << int{colour.red} << ", " << int{colour.green} << ", " << int{colour.blue} << ')';
+        return stream << '(' << int{colour.red} << ", " << int{colour.green} << ", " << int{colour.blue}
+                      << ')';
     }
 };
 
@@ -56,7 +56,8 @@ protected:
     static std::vector<std::uint8_t> allPixels() {
         const std::int32_t width = GLWindow::getClientWidth();
         const std::int32_t height = GLWindow::getClientHeight();
-        std::vector<std::uint8_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 3);
+        std::vector<std::uint8_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
+                                         3);
         glPixelStorei(GL_PACK_ALIGNMENT, 1);
         glReadBuffer(GL_BACK);
         glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, pixels.data());

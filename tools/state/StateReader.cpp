@@ -136,7 +136,8 @@ Particle asParticle(const Json& row, const std::string& what) {
 /// Puts a particle at the head of the cell that its numbers name, which need not be the one under it now: the
 /// grid's window has followed the camera since the cell was given.
 void linkIntoCell(Particle& particle) {
-    Particle*& head = ParticleMover::particleGrid[particle.gridCellX * ParticleMover::gridSize + particle.gridCellY];
+    Particle*& head =
+        ParticleMover::particleGrid[particle.gridCellX * ParticleMover::gridSize + particle.gridCellY];
     particle.gridNext = head;
     if (head != nullptr) {
         head->gridPrev = &particle;

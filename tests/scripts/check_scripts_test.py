@@ -1,0 +1,270 @@
+"""Shows that the checks of the sources find the slips they are for, by planting them in a small tree."""
+
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+SCRIPTS = pathlib.Path(__file__).resolve().parents[2] / "scripts"
+
+CORE_LISTS = """add_library(tarnwick_leaf STATIC
+    Clock.cpp)
+target_sources(tarnwick_leaf PUBLIC FILE_SET HEADERS BASE_DIRS src FILES
+    Clock.h)
+tarnwick_subsystem(core
+    SOURCES
+        Pump.cpp)
+"""
+
+PUMP_HEADER = """#pragma once
+
+namespace tarnwick {
+class Pump {
+public:
+    Pump();
+    ~Pump();
+    Pump(const Pump&) = delete;
+    Pump& operator=(const Pump& other);
+    bool runs() const { return running; }
+    static void stop();
+
+private:
+    bool running = false;
+    struct State {
+        int level = 0;
+    };
+    static State state;
+};
+} // namespace tarnwick
+"""
+
+PUMP_SOURCE = """#include "core/Pump.h"
+
+#include "core/LocationStack.h"
+
+namespace tarnwick {
+namespace {
+
+/// Braces { in comments, "strings" and initialisers do not count.
+int halved(
+    int value) { // }
+    TARNWICK_LOCATION("Pump::halved");
+    const char* brace = "}{";
+    return value / 2 + (brace == nullptr ? 1 : 0);
+}
+
+struct Valve {
+    template <typename T>
+    void turn(T by) {
+        TARNWICK_LOCATION("Valve::turn");
+        auto twice = [by] { return by * 2; };
+        twice();
+    }
+};
+
+} // namespace
+
+Pump::Pump()
+    : running{halved(2) == 1} {
+    TARNWICK_LOCATION("Pump::Pump");
+}
+
+Pump::~Pump() {
+    TARNWICK_LOCATION("Pump::~Pump");
+}
+
+Pump& Pump::operator=(const Pump& other) {
+    // a comment may come first
+    TARNWICK_LOCATION("Pump::operator=");
+    running = other.running;
+    return *this;
+}
+
+// no location: runs in a signal handler
+void Pump::stop() {
+    Valve().turn(1);
+}
+
+} // namespace tarnwick
+"""
+
+RESETS = """void ModuleReset::all() {
+    Pump::state = {};
+}
+"""
+
+
+class CheckTest(unittest.TestCase):
+    """A tree without a slip, into which each test plants one."""
+
+    script = ""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = pathlib.Path(folder.name)
+        self.write("src/core/CMakeLists.txt", CORE_LISTS)
+        self.write("src/core/Clock.h", "#pragma once\nnamespace tarnwick {\nint now();\n}\n")
+        self.write("src/core/Clock.cpp", '#include "core/Clock.h"\nint tarnwick::now() {\n    return 1;\n}\n')
+        self.write("src/core/LocationStack.h", "#pragma once\n")
+        self.write("src/core/Pump.h", PUMP_HEADER)
+        self.write("src/core/Pump.cpp", PUMP_SOURCE)
+        self.write("tests/support/ModuleReset.cpp", RESETS)
+
+    def write(self, name, text):
+        """Writes a file of the tree."""
+        file = self.root / name
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_text(text)
+
+    def replace(self, name, old, new):
+        """Plants a slip."""
+        text = (self.root / name).read_text()
+        self.assertIn(old, text)
+        self.write(name, text.replace(old, new, 1))
+
+    def check(self):
+        """Runs the script; its status and what it printed."""
+        command = [SCRIPTS / self.script, "--root", self.root]
+        done = subprocess.run(command, capture_output=True, text=True, check=False)
+        self.assertEqual(done.stderr, "")
+        return done.returncode, done.stdout
+
+    def expect_slip(self, *parts):
+        """The check must fail with one line that has all the parts."""
+        status, output = self.check()
+        self.assertEqual(status, 1, output)
+        self.assertTrue(any(all(part in line for part in parts) for line in output.splitlines()), output)
+
+    def expect_clean(self):
+        """The check must pass."""
+        status, output = self.check()
+        self.assertEqual(status, 0, output)
+
+
+class LocationsTest(CheckTest):
+    """scripts/check-locations"""
+
+    script = "check-locations"
+
+    def test_a_tree_without_slip_passes(self):
+        self.expect_clean()
+
+    def test_a_missing_scope_is_found_in_every_kind_of_function(self):
+        for name in ("Pump::halved", "Pump::Pump", "Pump::~Pump", "Pump::operator=", "Valve::turn"):
+            with self.subTest(name):
+                self.write("src/core/Pump.cpp", PUMP_SOURCE.replace(f'TARNWICK_LOCATION("{name}");', ""))
+                self.expect_slip("Pump.cpp", f'does not open with TARNWICK_LOCATION("{name}")')
+
+    def test_a_wrong_name_is_found(self):
+        self.replace("src/core/Pump.cpp", '("Pump::~Pump")', '("Pump::Pump")')
+        self.expect_slip('"Pump::Pump" instead of "Pump::~Pump"')
+
+    def test_a_helper_without_its_class_is_found(self):
+        self.replace("src/core/Pump.cpp", '("Pump::halved")', '("halved")')
+        self.expect_slip('"halved" instead of "Pump::halved"')
+
+    def test_a_scope_behind_another_statement_is_found(self):
+        self.replace("src/core/Pump.cpp", '    TARNWICK_LOCATION("Pump::halved");\n    const char* brace = "}{";\n',
+                     '    const char* brace = "}{";\n    TARNWICK_LOCATION("Pump::halved");\n')
+        self.expect_slip("does not open with", "Pump::halved")
+
+    def test_a_scope_that_is_commented_out_is_missing(self):
+        self.replace("src/core/Pump.cpp", '    TARNWICK_LOCATION("Pump::halved");', '    // TARNWICK_LOCATION("Pump::halved");')
+        self.expect_slip("does not open with", "Pump::halved")
+
+    def test_an_exception_without_a_reason_is_none(self):
+        self.replace("src/core/Pump.cpp", "// no location: runs in a signal handler", "// no location:")
+        self.expect_slip("does not open with", "Pump::stop")
+
+    def test_a_function_of_several_statements_in_a_header_is_found(self):
+        self.replace("src/core/Pump.h", "{ return running; }", "{ if (running) { return true; } return false; }")
+        self.expect_slip("Pump.h", "Pump::runs")
+
+    def test_a_second_source_of_a_class_uses_the_name_of_the_class(self):
+        self.write("src/core/PumpValves.cpp", '#include "core/Pump.h"\nnamespace tarnwick {\nnamespace {\n'
+                   'void open() {\n    TARNWICK_LOCATION("Pump::open");\n}\n}\n}\n')
+        self.expect_clean()
+
+    def test_a_source_without_a_header_uses_plain_names(self):
+        self.write("src/game/main.cpp", 'namespace {\nvoid open() {\n    TARNWICK_LOCATION("open");\n}\n}\n'
+                   'int main() {\n    TARNWICK_LOCATION("main");\n    open();\n    return 0;\n}\n')
+        self.expect_clean()
+
+    def test_the_files_of_the_leaf_library_take_no_part(self):
+        self.replace("src/core/CMakeLists.txt", "    Clock.cpp)", "    Other.cpp)")
+        self.expect_slip("Clock.cpp", "now")
+
+    def test_an_empty_tree_does_not_pass(self):
+        for file in (self.root / "src").rglob("*.*"):
+            if file.suffix in (".h", ".cpp"):
+                file.unlink()
+        self.assertEqual(self.check()[0], 1)
+
+
+class IncludesTest(CheckTest):
+    """scripts/check-includes"""
+
+    script = "check-includes"
+
+    def test_a_tree_without_slip_passes(self):
+        self.expect_clean()
+
+    def test_a_circle_of_headers_is_found(self):
+        self.replace("src/core/Pump.h", "#pragma once\n", '#pragma once\n#include "core/Valve.h"\n')
+        self.write("src/core/Valve.h", '#pragma once\n#include "core/Tap.h"\n')
+        self.write("src/core/Tap.h", '#pragma once\n#include "core/Pump.h"\n')
+        self.expect_slip("in a circle", "core/Pump.h", "core/Valve.h", "core/Tap.h")
+
+    def test_sources_may_include_in_circles(self):
+        self.replace("src/core/Pump.cpp", '#include "core/LocationStack.h"', '#include "core/Clock.h"')
+        self.replace("src/core/Clock.cpp", '#include "core/Clock.h"', '#include "core/Clock.h"\n#include "core/Pump.h"')
+        self.expect_clean()
+
+    def test_a_platform_library_in_a_header_is_found(self):
+        for library in ("<SDL.h>", "<SDL2/SDL.h>", "<SDL_opengl.h>", "<GL/gl.h>", "<AL/al.h>", "<libavcodec/avcodec.h>",
+                        "<libswscale/swscale.h>", '"SDL.h"'):
+            with self.subTest(library):
+                self.write("src/core/Pump.h", PUMP_HEADER.replace("#pragma once\n", f"#pragma once\n#include {library}\n"))
+                self.expect_slip("src/core/Pump.h", "platform library")
+
+    def test_a_platform_library_in_a_source_is_allowed(self):
+        self.replace("src/core/Pump.cpp", '#include "core/LocationStack.h"', "#include <SDL.h>")
+        self.expect_clean()
+
+    def test_a_path_that_does_not_start_at_src_is_found(self):
+        self.replace("src/core/Pump.cpp", '"core/LocationStack.h"', '"LocationStack.h"')
+        self.expect_slip("src/core/Pump.cpp", '"LocationStack.h"')
+
+    def test_a_header_that_may_be_read_twice_is_found(self):
+        self.replace("src/core/Pump.h", "#pragma once\n", "")
+        self.expect_slip("src/core/Pump.h", "#pragma once")
+
+    def test_a_header_that_opens_a_namespace_for_all_is_found(self):
+        self.replace("src/core/Pump.h", "namespace tarnwick {", "using namespace std;\nnamespace tarnwick {")
+        self.expect_slip("src/core/Pump.h", "using namespace")
+
+    def test_a_source_that_does_not_begin_with_its_header_is_found(self):
+        self.replace("src/core/Pump.cpp", '#include "core/Pump.h"', '#include "core/Clock.h"\n#include "core/Pump.h"')
+        self.expect_slip("src/core/Pump.cpp", "core/Pump.h")
+
+
+class ResetsTest(CheckTest):
+    """scripts/check-resets"""
+
+    script = "check-resets"
+
+    def test_a_tree_without_slip_passes(self):
+        self.expect_clean()
+
+    def test_a_module_that_is_not_put_back_is_found(self):
+        self.replace("tests/support/ModuleReset.cpp", "    Pump::state = {};\n", "")
+        self.expect_slip("src/core/Pump.h", "Pump::state")
+
+    def test_a_reset_that_is_commented_out_is_none(self):
+        self.replace("tests/support/ModuleReset.cpp", "    Pump::state = {};", "    // Pump::state = {};")
+        self.expect_slip("src/core/Pump.h", "Pump::state")
+
+
+if __name__ == "__main__":
+    unittest.main()
