@@ -54,10 +54,10 @@ public:
     }
 
     /// One of `names`, as its place in the list.
-    template <std::size_t size>
+    template <std::size_t Size>
     std::int32_t choice(std::string_view name,
                         std::string_view otherwise,
-                        const std::array<std::string_view, size>& names) {
+                        const std::array<std::string_view, Size>& names) {
         const std::string value = text(name, otherwise);
         const std::optional<std::int32_t> place = placeOf(value, names);
         if (!place) {

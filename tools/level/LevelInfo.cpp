@@ -28,11 +28,11 @@ std::ostream& label(std::ostream& output, const char* text) {
 }
 
 /// "3 solid, 1 caulk": the names with their counts, without those that are 0; "none" when all are.
-template <std::size_t size>
-std::string countsOf(const std::array<std::size_t, size>& counts,
-                     const std::array<std::string_view, size>& names) {
+template <std::size_t Size>
+std::string countsOf(const std::array<std::size_t, Size>& counts,
+                     const std::array<std::string_view, Size>& names) {
     std::string text;
-    for (std::size_t place = 0; place < size; ++place) {
+    for (std::size_t place = 0; place < Size; ++place) {
         if (counts[place] > 0) {
             text += text.empty() ? "" : ", ";
             text += std::to_string(counts[place]) + " " + std::string(names[place]);

@@ -16,9 +16,9 @@ constexpr std::array<std::string_view, 5> surfaceNames = {"metal", "wood", "ston
 constexpr std::array<std::string_view, 4> modeNames = {"solid", "seen-only", "invisible", "caulk"};
 
 /// Place of a name in a list of names; exactly as written, capitals count.
-template <std::size_t size>
-std::optional<std::int32_t> placeOf(std::string_view name, const std::array<std::string_view, size>& names) {
-    for (std::size_t place = 0; place < size; ++place) {
+template <std::size_t Size>
+std::optional<std::int32_t> placeOf(std::string_view name, const std::array<std::string_view, Size>& names) {
+    for (std::size_t place = 0; place < Size; ++place) {
         if (names[place] == name) {
             return static_cast<std::int32_t>(place);
         }
@@ -27,12 +27,12 @@ std::optional<std::int32_t> placeOf(std::string_view name, const std::array<std:
 }
 
 /// "a, b or c", for messages.
-template <std::size_t size>
-std::string choiceOf(const std::array<std::string_view, size>& names) {
+template <std::size_t Size>
+std::string choiceOf(const std::array<std::string_view, Size>& names) {
     std::string text;
-    for (std::size_t place = 0; place < size; ++place) {
+    for (std::size_t place = 0; place < Size; ++place) {
         if (place > 0) {
-            text += place + 1 < size ? ", " : " or ";
+            text += place + 1 < Size ? ", " : " or ";
         }
         text += names[place];
     }
