@@ -19,7 +19,7 @@ SHORE = 652  # the tarn's far shore
 MOON = (1210, 236, 27)  # x, y and radius
 STARS = 170
 
-FAR = terrain.Range(seed=101, foot=640, height=330, depth=60, smoothness=4.1, spurs=1.6, relief=(0.66, 0.28, 0.06), ramp=palette.FAR_RIDGE_RAMP,
+FAR = terrain.Range(seed=101, foot=640, height=330, depth=60, smoothness=4.1, spurs=1.6, relief=(0.67, 0.28, 0.05), ramp=palette.FAR_RIDGE_RAMP,
                     haze=palette.FAR_RIDGE_HAZE, haze_strength=0.85, snow_line=0.50, dip=(1180, 0.30, 210))
 MIDDLE = terrain.Range(seed=211, foot=662, height=170, depth=40, smoothness=4.1, spurs=2.4, relief=(0.62, 0.30, 0.08), ramp=palette.MIDDLE_RIDGE_RAMP,
                        haze=palette.MIDDLE_RIDGE_HAZE, haze_strength=0.75)

@@ -89,7 +89,7 @@ def painted(field, design, slices, rows):
         uneven = noise.fbm((rows, columns), 2.2, design.seed + 5)
         lies = shade.smoothstep(-0.06, 0.07, height - design.snow_line + (uneven - 0.5) * 0.35
                                 - steep[index, column] * 0.035)
-        colour = shade.mix(colour, shade.ramp(tone, palette.SNOW_RAMP), lies * 0.75)
+        colour = shade.mix(colour, shade.ramp(tone, palette.SNOW_RAMP), lies * 0.5)
     foot = np.arange(rows)[:, None] / OVERSAMPLING
     depth = np.clip((foot - (design.foot - design.depth - design.height * 0.75)) / (design.height + design.depth), 0, 1)
     return shade.mix(colour, design.haze, (depth**1.3 * design.haze_strength))
@@ -102,4 +102,4 @@ def draw(picture, design):
     slices = seen(field, design, rows)
     cover = shapes.shrink((slices >= 0).astype(float), OVERSAMPLING)
     colour = shapes.shrink(painted(field, design, slices, rows), OVERSAMPLING)
-    return shade.mix(picture, shade.brush(colour, 3.0, share=0.85), cover)
+    return shade.mix(picture, shade.brush(colour, 3.6, share=0.9), cover)

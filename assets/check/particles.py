@@ -11,8 +11,8 @@ from PIL import Image
 from lib import stage, tga
 
 PANEL_WIDTH, PANEL_HEIGHT = 264, 300
-SPACING = 2.2  # units between drops in a settled pool
-GRAVITY = 98.1
+SPACING = 1.2  # units between drops in a settled pool; gravity packs them far closer than their radius of 2
+GRAVITY = 700.0
 
 
 def pool(random, left, right, surface, bottom):
@@ -27,23 +27,23 @@ def pool(random, left, right, surface, bottom):
 
 def stream(random, x, top, bottom, speed, count):
     """Drops falling off a ledge, with the trails of a 75 Hz tick."""
-    drops, longest = [], (-20 + np.sqrt(400 + 2 * GRAVITY * (bottom - top))) / GRAVITY
+    drops, longest = [], (-60 + np.sqrt(3600 + 2 * GRAVITY * (bottom - top))) / GRAVITY
     for age in np.linspace(0, longest, count):
         age += random.uniform(0, longest / count)
-        wander = random.normal(0, 2.4)
+        wander = random.normal(0, 3.0)
 
         def place(t):
-            return x + wander + speed * t, top + 20 * t + GRAVITY * t * t / 2
+            return x + wander + speed * t, top + 60 * t + GRAVITY * t * t / 2
 
-        drops.append(stage.Drop(*place(age), np.hypot(speed, 20 + GRAVITY * age),
+        drops.append(stage.Drop(*place(age), np.hypot(speed, 60 + GRAVITY * age),
                                 tuple(place(max(age - back / 75, 0)) for back in (1, 2, 3))))
     return drops
 
 
 def spray(random, x, y, count):
     drops = []
-    for angle, speed, age in zip(random.uniform(-2.9, -0.25, count), random.uniform(20, 75, count),
-                                 random.uniform(0.1, 0.6, count)):
+    for angle, speed, age in zip(random.uniform(-2.9, -0.25, count), random.uniform(60, 220, count),
+                                 random.uniform(0.04, 0.35, count)):
         vx, vy = speed * np.cos(angle), speed * np.sin(angle)
 
         def place(t):
@@ -75,9 +75,9 @@ def panel(backdrop, scale, look, sprites):
     picture = stage.Stage(PANEL_WIDTH, PANEL_HEIGHT, scale)
     picture.polygon([(0, 0), (PANEL_WIDTH, 0), (PANEL_WIDTH, PANEL_HEIGHT), (0, PANEL_HEIGHT)], backdrop)
     random = np.random.default_rng(1)
-    water = pool(random, 0, PANEL_WIDTH, 252, PANEL_HEIGHT) + stream(random, 20, 30, 256, 42, 330)
-    water += spray(random, 112, 252, 40)
-    ice = ice_disc(random, 216, 236, 100) + ice_disc(random, 168, 244, 25)
+    water = pool(random, 0, PANEL_WIDTH, 272, PANEL_HEIGHT) + stream(random, 20, 30, 276, 110, 330)
+    water += spray(random, 112, 272, 40)
+    ice = ice_disc(random, 216, 252, 100) + ice_disc(random, 168, 262, 25)
     picture.particles(look, sprites, water, plume(random, 200, 180, 150), ice)
     return picture.picture
 

@@ -21,11 +21,11 @@ def disc():
 
 
 def water():
-    """A wide plateau: neighbours overlap so far that a pool is one calm body, and the outline shows as a rim."""
+    """Wide and soft: in a pool a dozen sprites lie on one another, so the body is even, and only its rim is darker."""
     _, _, radius = disc()
     colour = shade.mix(shade.flat(radius.shape, palette.WATER_SHALLOW), palette.WHITE,
                        shade.smoothstep(0.62, 0.0, radius))
-    return np.dstack([colour, shade.smoothstep(0.95, 0.64, radius)])
+    return np.dstack([colour, shade.smoothstep(0.96, 0.42, radius)])
 
 
 def steam():
