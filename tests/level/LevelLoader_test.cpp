@@ -71,9 +71,11 @@ TEST_F(LevelLoaderTest, ALevelIsHandedOverAndAnnounced) {
     const std::string printed = load(smallLevel());
 
     EXPECT_TRUE(loaded);
-    EXPECT_EQ(printed, "\nLevel 'maps\\test.rivl' loaded successfully.."
-                       "\nLevel loading took 0.000000 seconds."
-                       "\nClearing level data...");
+    // The managers of the old level tell their own end behind this.
+    EXPECT_TRUE(printed.starts_with("\nLevel 'maps\\test.rivl' loaded successfully.."
+                                    "\nLevel loading took 0.000000 seconds."
+                                    "\nClearing level data..."))
+        << printed;
     ASSERT_EQ(Level::polygons.size(), 2u);
     const Polygon2D& polygon = Level::polygons.front();
     EXPECT_EQ(polygon.id, 7);

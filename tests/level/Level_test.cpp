@@ -53,13 +53,16 @@ TEST_F(LevelTest, ALoadTellsItsSteps) {
     const bool loaded = load();
 
     EXPECT_TRUE(loaded);
-    EXPECT_EQ(GLConsole::outputText(), std::string(titleBar) + "Level loading" + titleBar +
-                                           "\nLoading level data..."
-                                           "\nLevel 'maps\\test.rivl' loaded successfully.."
-                                           "\nLevel loading took 0.000000 seconds."
-                                           "\nClearing level data..."
-                                           "\nCreating the level bsp tree..."
-                                           "\nBsp Tree created in 0.000000 seconds.");
+    const std::string printed = GLConsole::outputText();
+    EXPECT_TRUE(printed.starts_with(std::string(titleBar) + "Level loading" + titleBar +
+                                    "\nLoading level data..."
+                                    "\nLevel 'maps\\test.rivl' loaded successfully.."
+                                    "\nLevel loading took 0.000000 seconds."
+                                    "\nClearing level data..."))
+        << printed;
+    EXPECT_TRUE(printed.find("\nCreating the level bsp tree..."
+                             "\nBsp Tree created in 0.000000 seconds.") != std::string::npos)
+        << printed;
     EXPECT_EQ(Level::waterStart(), (Vector2{5.0f, -5.0f}));
     EXPECT_EQ(Level::cameraStart(), (Vector2{6.0f, -6.0f}));
 }
@@ -123,7 +126,7 @@ TEST_F(LevelTest, ClearingTakesTheLevelAndItsCommandsAway) {
 
     Level::clear();
 
-    EXPECT_EQ(GLConsole::outputText(), "\nClearing level data...");
+    EXPECT_TRUE(GLConsole::outputText().starts_with("\nClearing level data..."));
     EXPECT_TRUE(Level::polygons.empty());
     EXPECT_EQ(LevelBspTree::rootNode(), nullptr);
     EXPECT_FALSE(GLConsole::commands().contains("DRAWTRIANGLES"));
