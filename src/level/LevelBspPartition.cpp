@@ -104,8 +104,7 @@ private:
     std::vector<Segment> segments;
     BoxRow row;
     bool orderly = true; ///< No coordinate is so large that distances may overflow.
-
-    // no location: asked again and again for every candidate};
+};
 
 } // namespace
 
