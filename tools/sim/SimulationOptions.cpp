@@ -7,6 +7,25 @@
 
 namespace tarnwick {
 
+namespace {
+
+/// Refuses what is not all digits or lies below `smallest`: the parser alone would read -5 as a number near
+/// 2^64.
+CLI::Validator wholeNumber(std::uint64_t smallest, const char* wanted) {
+    return {[=](std::string& word) -> std::string {
+                constexpr std::size_t mostDigits = 18; // below 2^63
+                const bool digits =
+                    !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
+                if (digits && word.size() <= mostDigits && std::stoull(word) >= smallest) {
+                    return {};
+                }
+                return "'" + word + "' is not " + wanted;
+            },
+            ""};
+}
+
+} // namespace
+
 std::optional<SimulationOptions> SimulationOptions::fromCommandLine(int argc, char** argv, int& exitStatus) {
     CLI::App app{"Plays a level without window and sound at a fixed tick, and prints a summary.\n"
                  "Two runs of one command give the same bytes.",
@@ -17,7 +36,9 @@ std::optional<SimulationOptions> SimulationOptions::fromCommandLine(int argc, ch
     app.add_option("--data", options.dataFolder,
                    "folder with cfg, maps, gfx and snd [the one beside the build]")
         ->type_name("DIR");
-    app.add_option("--ticks", options.ticks, "ticks to run [750]")->type_name("N");
+    app.add_option("--ticks", options.ticks, "ticks to run [750]")
+        ->type_name("N")
+        ->check(wholeNumber(0, "a whole number"));
     app.add_option("--dt", options.dt, "tick length in seconds [1/75]")->type_name("SECONDS");
     app.add_option("--input", options.inputFile,
                    "held keys: lines of TICK left|right|none|both, from that tick on")
@@ -26,7 +47,7 @@ std::optional<SimulationOptions> SimulationOptions::fromCommandLine(int argc, ch
         ->type_name("FILE");
     app.add_option("--dump-every", options.dumpEvery, "dump every N-th tick [1]")
         ->type_name("N")
-        ->check(CLI::PositiveNumber);
+        ->check(wholeNumber(1, "a whole number above 0"));
     app.add_option("--state", options.stateFile, "restore the last line of FILE before the first tick")
         ->type_name("FILE");
     app.add_flag("--no-flight", options.noFlight,
