@@ -4,7 +4,9 @@
 #include "core/LocationStack.h"
 #include "level/LevelBspNode.h"
 #include "level/LevelBspTree.h"
+#include "particles/Particle.h"
 
+#include <cmath>
 #include <ranges>
 
 namespace tarnwick {
@@ -26,50 +28,112 @@ bool CircleCollision::collisionTest(Vector2& centre, float radius) {
 
 bool CircleCollision::collisionTestStatic(Vector2& centre, float radius) {
     TARNWICK_LOCATION("CircleCollision::collisionTestStatic");
+    state.contactCount = 0;
+    state.contactNormal = {};
+    state.contactFriction = 1.0f;
+    if (state.fieldGeneration != LevelBspTree::generation()) {
+        state.field.build(LevelBspTree::rootNode());
+        state.fieldGeneration = LevelBspTree::generation();
+    }
+    const CollisionField::Start start = radius == particleRadius
+                                            ? state.field.startAt(centre)
+                                            : CollisionField::Start{LevelBspTree::rootNode()};
+    if (start.node == nullptr) {
+        return false;
+    }
     state.collisionCentre = &centre;
     state.collisionRadius = radius;
-    buildPointsAndNodesListRecursive(LevelBspTree::rootNode());
-    return resolve();
+    buildPointsAndNodesList(start.node, start.alone);
+    return !state.collisionPoints.empty() && resolveCollisions(); // without a point there is no edge either
 }
 
-void CircleCollision::buildPointsAndNodesListRecursive(const LevelBspNode* node) {
-    TARNWICK_LOCATION("CircleCollision::buildPointsAndNodesListRecursive");
+void CircleCollision::buildPointsAndNodesList(const LevelBspNode* node, bool alone) {
+    TARNWICK_LOCATION("CircleCollision::buildPointsAndNodesList");
     const Vector2 centre = *state.collisionCentre;
     const float radius = state.collisionRadius;
-    while (node != nullptr) { // the last recursion of a node is the next turn of the loop
+    for (;;) {
         const Vector2 fromStart = centre - node->start;
         const float d = dotProduct(fromStart, node->normal);
+        const LevelBspNode* next = nullptr;
         if (d >= radius) {
-            node = node->inFront;
+            next = node->inFront;
         } else if (d < -radius) {
-            node = node->behind;
+            next = node->behind;
         } else {
             if (node->hasEdge) {
                 const float t = dotProduct(fromStart, node->direction);
-                addCandidates(*node, t, t > 0.0f);
+                if (t >= 0.0f && t <= node->length) {
+                    state.collisionNodes.push_back(node);
+                    state.collisionPoints.push_back({node->start + node->direction * t, node->friction});
+                } else if (t >= -radius && t <= node->length + radius) { // past an end: only that can be hit
+                    const Vector2 corner =
+                        t > 0.0f ? node->start + node->direction * node->length : node->start;
+                    state.collisionPoints.push_back({corner, node->friction});
+                }
             }
-            buildPointsAndNodesListRecursive(node->behind);
-            node = node->inFront;
+            next = node->behind;
+            if (!alone && node->inFront != nullptr) {
+                state.openNodes.push_back(node->inFront); // after all that is behind
+            }
         }
+        if (alone) {
+            return;
+        }
+        if (next == nullptr) {
+            if (state.openNodes.empty()) {
+                return;
+            }
+            next = state.openNodes.back();
+            state.openNodes.pop_back();
+        }
+        node = next;
     }
 }
 
-void CircleCollision::addCandidates(const CollisionNode& edge, float t, bool pastFarEnd) {
-    TARNWICK_LOCATION("CircleCollision::addCandidates");
-    if (t >= 0.0f && t <= edge.length) {
-        state.collisionNodes.push_back(&edge);
-        state.collisionPoints.push_back({edge.start + edge.direction * t, edge.friction});
-    } else if (t >= -state.collisionRadius && t <= edge.length + state.collisionRadius) {
-        const Vector2 corner = pastFarEnd ? edge.start + edge.direction * edge.length : edge.start;
-        state.collisionPoints.push_back({corner, edge.friction});
-    }
-}
+bool CircleCollision::resolveCollisions() {
+    TARNWICK_LOCATION("CircleCollision::resolveCollisions");
+    const float radius = state.collisionRadius;
+    const float radiusSquared = radius * radius;
+    Vector2 centre = *state.collisionCentre;
+    Vector2 normalSum;
+    float frictionSum = 0.0f;
+    std::uint32_t count = 0;
 
-bool CircleCollision::resolve() {
-    TARNWICK_LOCATION("CircleCollision::resolve");
-    state.contactCount = 0;
-    state.contactNormal = {};
-    state.contactFriction = 0.0f;
+    const auto resolvePointCollisions = [&] {
+        bool moved = false;
+        for (const CollisionPoint& point : std::views::reverse(state.collisionPoints)) {
+            const Vector2 toPoint = point.position - centre;
+            const float distanceSquared = dotProduct(toPoint, toPoint);
+            if (distanceSquared >= radiusSquared) {
+                continue; // its root cannot round to less than the radius: spares most roots
+            }
+            const float distance = std::sqrt(distanceSquared);
+            if (distance > 0.0f && distance < radius) { // on the point itself there is no way out
+                const Vector2 normal = toPoint / distance;
+                centre -= normal * (radius - distance);
+                normalSum += normal;
+                frictionSum += point.friction;
+                ++count;
+                moved = true;
+            }
+        }
+        return moved;
+    };
+    const auto resolveLineCollisions = [&] {
+        bool moved = false;
+        for (const CollisionNode* edge : std::views::reverse(state.collisionNodes)) {
+            const float d = dotProduct(centre - edge->start, edge->normal);
+            if (d >= -radius) { // no upper bound: an edge in the list catches a centre however deep
+                centre -= edge->normal * (radius + d);
+                normalSum += edge->normal;
+                frictionSum += edge->friction;
+                ++count;
+                moved = true;
+            }
+        }
+        return moved;
+    };
+
     bool anyMoved = false;
     for (int pass = 0; pass < largestPassCount; ++pass) {
         const bool pointMoved = resolvePointCollisions();
@@ -79,53 +143,16 @@ bool CircleCollision::resolve() {
         }
         anyMoved = true;
     }
-    if (state.contactCount == 0) {
-        state.contactFriction = 1.0f;
-    } else {
-        const float share = 1.0f / static_cast<float>(state.contactCount);
-        state.contactNormal *= share;
-        state.contactFriction *= share;
+    if (count > 0) {
+        const float share = 1.0f / static_cast<float>(count);
+        *state.collisionCentre = centre;
+        state.contactCount = count;
+        state.contactNormal = normalSum * share;
+        state.contactFriction = frictionSum * share;
     }
     state.collisionPoints.clear();
     state.collisionNodes.clear();
     return anyMoved;
-}
-
-bool CircleCollision::resolvePointCollisions() {
-    TARNWICK_LOCATION("CircleCollision::resolvePointCollisions");
-    Vector2& centre = *state.collisionCentre;
-    bool moved = false;
-    for (const CollisionPoint& point : std::views::reverse(state.collisionPoints)) {
-        const Vector2 toPoint = point.position - centre;
-        const float distance = vectorLength(toPoint);
-        if (distance > 0.0f && distance < state.collisionRadius) { // on the point itself there is no way out
-            const Vector2 normal = toPoint / distance;
-            centre -= normal * (state.collisionRadius - distance);
-            state.contactNormal += normal;
-            state.contactFriction += point.friction;
-            ++state.contactCount;
-            moved = true;
-        }
-    }
-    return moved;
-}
-
-bool CircleCollision::resolveLineCollisions() {
-    TARNWICK_LOCATION("CircleCollision::resolveLineCollisions");
-    Vector2& centre = *state.collisionCentre;
-    bool moved = false;
-    for (const CollisionNode* edge : std::views::reverse(state.collisionNodes)) {
-        const float d = dotProduct(centre - edge->start, edge->normal);
-        if (d >=
-            -state.collisionRadius) { // no upper bound: an edge in the list catches a centre however deep
-            centre -= edge->normal * (state.collisionRadius + d);
-            state.contactNormal += edge->normal;
-            state.contactFriction += edge->friction;
-            ++state.contactCount;
-            moved = true;
-        }
-    }
-    return moved;
 }
 
 } // namespace tarnwick

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Vector2.h"
+#include "particles/CollisionField.h"
 
 #include <cstdint>
 #include <vector>
@@ -43,28 +44,28 @@ private:
     friend class SimulationState;
 
     struct State {
+        CollisionField field;               ///< Of the tree of `fieldGeneration`.
+        std::uint32_t fieldGeneration = 0;  ///< Of `LevelBspTree`; 0 for none.
         Vector2* collisionCentre = nullptr; ///< The position under test, moved in place; not owned.
         float collisionRadius = 0.0f;       ///< World units.
         /// Candidates of the test that runs, in the order found; they are resolved from the last to the
         /// first. Empty between tests, but their memory stays.
         std::vector<CollisionPoint> collisionPoints;
         std::vector<const CollisionNode*> collisionNodes; ///< Not owned.
-        std::uint32_t contactCount = 0;                   ///< Contacts resolved in the last test.
+        std::vector<const LevelBspNode*>
+            openNodes;                  ///< Subtrees that the walk comes back to, the next one last.
+        std::uint32_t contactCount = 0; ///< Contacts resolved in the last test.
         Vector2 contactNormal;
         float contactFriction = 1.0f;
     };
     static State state;
 
-    /// Gathers the candidates among `node` and its subtrees: first its own, then those behind, then those in
-    /// front.
-    static void buildPointsAndNodesListRecursive(const LevelBspNode* node);
-    /// Adds what the circle may touch of one edge, for a centre at `t` world units along it: the edge and its
-    /// nearest point, or one end (the far one when `pastFarEnd`), or nothing.
-    static void addCandidates(const CollisionNode& edge, float t, bool pastFarEnd);
-    /// Moves the circle out of all candidates, derives the means, and empties the lists.
-    static bool resolve();
-    static bool resolvePointCollisions();
-    static bool resolveLineCollisions();
+    /// Gathers the candidates of the tree from `node` down: of each node first its own, then those behind,
+    /// then those in front. Of an edge that the centre projects onto, the edge and its nearest point; else
+    /// the end in reach.
+    static void buildPointsAndNodesList(const LevelBspNode* node, bool alone);
+    /// Moves the circle out of all candidates, points first, derives the means and empties the lists.
+    static bool resolveCollisions();
 };
 
 } // namespace tarnwick

@@ -79,21 +79,28 @@ void ParticleManager::runSimulation(float dt) {
             std::pow(static_cast<double>(1.0f - state.heatTransferRate), static_cast<double>(dt))),
         .view = ViewRectangle::ofCamera(),
     };
-    for (Particle& particle : particles) {
-        ParticleMover::removeGridParticle(particle);
-        ParticleMover::addGridParticle(particle);
+    ParticleMover::rebuildGrid(particles);
+    NeighbourField& field = state.field;
+    field.load(particles);
+    std::size_t index = 0;
+    for (auto place = particles.begin(); place != particles.end(); ++index) {
+        if (stepParticle(*place, field.slotOf(index), tick)) {
+            ++place;
+        } else {
+            field.drop(index);
+            place = removeParticle(place);
+        }
     }
-    for (auto place = particles.begin(); place != particles.end();) {
-        place = stepParticle(*place, tick) ? std::next(place) : removeParticle(place);
-    }
+    field.unload(particles);
     ParticleMover::runParticleAttractions(dt);
     ParticleGroupMover::doParticleGrouping(particles);
     ParticleGroupMover::runSimulation(dt, particles);
 }
 
-bool ParticleManager::stepParticle(Particle& particle, const Tick& tick) {
+bool ParticleManager::stepParticle(Particle& particle, std::uint32_t slot, const Tick& tick) {
     TARNWICK_LOCATION("ParticleManager::stepParticle");
-    if (tick.view.isBeyond(particle.position, viewMargin)) {
+    Body body = state.field.body(slot);
+    if (tick.view.isBeyond(body.position, viewMargin)) {
         ParticleMover::removeGridParticle(particle);
         return false;
     }
@@ -105,16 +112,20 @@ bool ParticleManager::stepParticle(Particle& particle, const Tick& tick) {
             gone = true;
         }
     }
-    particle.previousVelocity = particle.velocity;
-    applyGravity(particle.velocity, particle.temperature, tick.gravityStep);
-    particle.temperature =
-        particle.temperature * tick.heatKept + state.roomTemperature * (1.0f - tick.heatKept);
+    state.field.hide(slot);
+    particle.previousVelocity = body.velocity;
+    applyGravity(body.velocity, body.temperature, tick.gravityStep);
+    body.temperature = body.temperature * tick.heatKept + state.roomTemperature * (1.0f - tick.heatKept);
     particle.trail[2] = particle.trail[1];
     particle.trail[1] = particle.trail[0];
-    particle.trail[0] = particle.position;
-    ParticleMover::moveParticle(particle, tick.dt);
-    particle.speed = vectorLength(particle.velocity + particle.pushVelocity);
-    particle.pushVelocity = {};
+    particle.trail[0] = body.position;
+    if (ParticleMover::travel(body.position, body.velocity, body.pushVelocity, tick.dt)) {
+        const Overlap overlap = state.field.meetNeighbours(particle.gridCellX, particle.gridCellY, body);
+        ParticleMover::pushOut(body.position, overlap.direction, overlap.amount, tick.dt);
+    }
+    particle.speed = vectorLength(body.velocity + body.pushVelocity);
+    body.pushVelocity = {};
+    state.field.put(slot, body);
     return !gone;
 }
 

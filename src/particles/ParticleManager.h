@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Vector2.h"
+#include "particles/NeighbourField.h"
 #include "particles/ParticleList.h"
 #include "particles/ViewRectangle.h"
 
@@ -53,6 +54,7 @@ private:
         float steamRiseRate = 0.0f;    ///< Multiplier of gravity, upwards, for steam.
         float steamScatterRate = 0.0f; ///< Multiplier of gravity, in a random direction, for steam.
         float particleKillTime = 0.0f; ///< Seconds of a fade, at least 0.0001 once read; for groups too.
+        NeighbourField field;          ///< Filled only within a tick.
     };
     static State state;
 
@@ -66,7 +68,7 @@ private:
 
     /// Moves one particle by one tick. False when it is gone, out of view or at the end of its fade: unlinked
     /// from the grid, and to be erased.
-    static bool stepParticle(Particle& particle, const Tick& tick);
+    static bool stepParticle(Particle& particle, std::uint32_t slot, const Tick& tick);
     /// Water falls; steam rises, and scatters in a direction for which it draws `randomFloat` once.
     static void applyGravity(Vector2& velocity, float temperature, Vector2 gravityStep);
 

@@ -9,6 +9,7 @@
 #include "particles/ParticleManager.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 
 namespace tarnwick {
@@ -26,6 +27,8 @@ constexpr float attractionTimeBase = 0.75f; ///< Seconds.
 constexpr float largestAttraction = 1.5f;   ///< World units in one tick.
 constexpr float attractionJitter = 0.1f;    ///< World units: full width of the random offset on each axis.
 constexpr float onTheMiddle = 0.0001f;      ///< World units: below this there is no direction to the middle.
+constexpr std::uint32_t keptSpeedHash =
+    0x9E3779B1u; ///< 2^32 by the golden ratio: spreads the bits of a float.
 constexpr float gridReach =
     512.0f; ///< World units the grid reaches left of and above the camera; kept lopsided.
 static_assert(interactionDistance == 2.0f * particleRadius);
@@ -78,7 +81,16 @@ void ParticleMover::addGridParticle(Particle& particle) {
     if (particle.inGrid) {
         return;
     }
-    const Vector2 origin = Camera::position() + Camera::shakeOffset() - Vector2{gridReach, gridReach};
+    link(particle, gridOrigin());
+}
+
+Vector2 ParticleMover::gridOrigin() {
+    TARNWICK_LOCATION("ParticleMover::gridOrigin");
+    return Camera::position() + Camera::shakeOffset() - Vector2{gridReach, gridReach};
+}
+
+void ParticleMover::link(Particle& particle, Vector2 origin) {
+    TARNWICK_LOCATION("ParticleMover::link");
     const std::uint32_t column = cellUnder(particle.position.x - origin.x);
     const std::uint32_t row = cellUnder(particle.position.y - origin.y);
     if (column >= gridSize || row >= gridSize) {
@@ -112,6 +124,23 @@ void ParticleMover::removeGridParticle(Particle& particle) {
     particle.gridNext = nullptr;
     particle.gridPrev = nullptr;
     particle.inGrid = false;
+}
+
+void ParticleMover::rebuildGrid(ParticleList& particles) {
+    TARNWICK_LOCATION("ParticleMover::rebuildGrid");
+    // Nobody stays where he is: instead of mending the chains one particle at a time, all are dropped first.
+    for (Particle& particle : particles) {
+        if (particle.inGrid) {
+            particleGrid[particle.gridCellX * gridSize + particle.gridCellY] = nullptr;
+        }
+        particle.gridNext = nullptr;
+        particle.gridPrev = nullptr;
+        particle.inGrid = false;
+    }
+    const Vector2 origin = gridOrigin();
+    for (Particle& particle : particles) {
+        link(particle, origin);
+    }
 }
 
 void ParticleMover::particleRepulse(
@@ -222,7 +251,17 @@ void ParticleMover::pushOut(Vector2& position, Vector2 direction, float amount, 
 
 float ParticleMover::speedKept(float friction, float dt) {
     TARNWICK_LOCATION("ParticleMover::speedKept");
-    return static_cast<float>(std::pow(static_cast<double>(friction), static_cast<double>(dt)));
+    if (friction == 1.0f) { // exactly: no contact, or perfectly smooth
+        return 1.0f;
+    }
+    // A tick meets few frictions, but each of them thousands of times.
+    const auto bits = std::bit_cast<std::uint32_t>(friction);
+    KeptSpeed& entry = state.keptSpeeds[(bits * keptSpeedHash) >> (32u - keptSpeedBits)];
+    if (entry.friction != friction || entry.dt != dt) {
+        const double kept = std::pow(static_cast<double>(friction), static_cast<double>(dt));
+        entry = {friction, dt, static_cast<float>(kept)};
+    }
+    return entry.kept;
 }
 
 void ParticleMover::groupParticles(std::list<Particle*>& group, std::list<Particle*>& rest, float distance) {
@@ -255,24 +294,17 @@ void ParticleMover::getGroupCenter(const std::list<Particle*>& group, Vector2& c
 
 void ParticleMover::runParticleAttractions(float dt) {
     TARNWICK_LOCATION("ParticleMover::runParticleAttractions");
-    std::list<Particle*> rest;
-    for (Particle& particle : ParticleManager::particles) {
-        if (randomInt() % 2 == 1) {
-            rest.push_back(&particle);
-        } else {
-            rest.push_front(&particle);
+    ClusterSweep& sweep = state.sweep;
+    sweep.start(ParticleManager::particles);
+    for (auto cluster = sweep.nextCluster(); !cluster.empty(); cluster = sweep.nextCluster()) {
+        Vector2 sum;
+        for (const ClusterSweep::Entry& member : cluster) {
+            sum += member.position;
         }
-    }
-    std::list<Particle*> cluster;
-    while (!rest.empty()) {
-        cluster.splice(cluster.end(), rest, rest.begin());
-        groupParticles(cluster, rest, groupingDistance);
-        Vector2 centre;
-        getGroupCenter(cluster, centre);
-        for (Particle* particle : cluster) {
-            attract(particle->position, centre, dt);
+        const Vector2 centre = sum / static_cast<float>(cluster.size());
+        for (const ClusterSweep::Entry& member : cluster) {
+            attract(member.particle->position, centre, dt);
         }
-        cluster.clear();
     }
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "core/Vector2.h"
+#include "particles/ClusterSweep.h"
 #include "particles/Particle.h"
+#include "particles/ParticleList.h"
 
+#include <array>
 #include <cstdint>
 #include <list>
 
@@ -61,23 +64,41 @@ public:
     /// order.
     static void runParticleAttractions(float dt);
 
-private:
-    friend class ModuleReset;
-    friend class SimulationState;
-    friend class SceneAccess;
-
-    struct State {
-        float decayBase = 0.5f;       ///< Share left after 1 s.
-        float simulationDecay = 0.0f; ///< Share lost in a tick. Kept: computed each tick, read by nothing.
-    };
-    static State state;
-
+    /// The parts of `moveParticle` about its meetings with the neighbours.
     /// Walks a particle along its velocity, with a collision test after each move, and takes the contact's
     /// share out of `velocity`. False for one at rest, which does nothing.
     static bool travel(Vector2& position, Vector2& velocity, Vector2 pushVelocity, float dt);
     /// Moves a particle out of its neighbours, by what a tick of `dt` seconds gives of the mean overlap
     /// `amount`.
     static void pushOut(Vector2& position, Vector2 direction, float amount, float dt);
+    /// Links every particle anew, in list order, as `removeGridParticle` and `addGridParticle` of each would.
+    static void rebuildGrid(ParticleList& particles);
+
+private:
+    friend class ModuleReset;
+    friend class SimulationState;
+    friend class SceneAccess;
+
+    /// A power that was taken before.
+    struct KeptSpeed {
+        float friction = 1.0f;
+        float dt = 0.0f;
+        float kept = 1.0f;
+    };
+    static constexpr std::uint32_t keptSpeedBits = 6;
+
+    struct State {
+        float decayBase = 0.5f;       ///< Share left after 1 s.
+        float simulationDecay = 0.0f; ///< Share lost in a tick. Kept: computed each tick, read by nothing.
+        std::array<KeptSpeed, 1u << keptSpeedBits> keptSpeeds{}; ///< By a hash of the friction.
+        ClusterSweep sweep;                                      ///< Filled only within an attraction pass.
+    };
+    static State state;
+
+    /// World units: the corner of cell (0, 0).
+    static Vector2 gridOrigin();
+    static void link(Particle& particle, Vector2 origin);
+
     /// Share of speed left after `dt` seconds on a surface of `friction`.
     static float speedKept(float friction, float dt);
     /// Pulls a particle toward its cluster's middle.

@@ -11,10 +11,8 @@ ViewRectangle ViewRectangle::ofCamera() {
     TARNWICK_LOCATION("ViewRectangle::ofCamera");
     const float halfX = Game::getViewAreaX() * Camera::zoom() * 0.5f;
     const float halfY = Game::getViewAreaY() * Camera::zoom() * 0.5f;
-    ViewRectangle view{
-        .corners = {{-halfX, -halfY}, {halfX, -halfY}, {halfX, halfY}, {-halfX, halfY}},
-        .inwardNormals = {{0.0f, 1.0f}, {-1.0f, 0.0f}, {0.0f, -1.0f}, {1.0f, 0.0f}},
-    };
+    ViewRectangle view{{{-halfX, -halfY}, {halfX, -halfY}, {halfX, halfY}, {-halfX, halfY}},
+                       {{0.0f, 1.0f}, {-1.0f, 0.0f}, {0.0f, -1.0f}, {1.0f, 0.0f}}};
     const float angle = Camera::angle() * radiansPerDegree;
     const Vector2 centre = Camera::position() + Camera::shakeOffset();
     for (int i = 0; i < edgeCount; ++i) {
@@ -23,16 +21,6 @@ ViewRectangle ViewRectangle::ofCamera() {
         view.corners[i] += centre;
     }
     return view;
-}
-
-bool ViewRectangle::isBeyond(Vector2 point, float margin) const {
-    TARNWICK_LOCATION("ViewRectangle::isBeyond");
-    for (int i = 0; i < edgeCount; ++i) {
-        if (dotProduct(point - corners[i], inwardNormals[i]) < -margin) {
-            return true;
-        }
-    }
-    return false;
 }
 
 } // namespace tarnwick

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Geometry.h"
 #include "core/Vector2.h"
 
 namespace tarnwick {
@@ -19,7 +20,15 @@ struct ViewRectangle {
 
     /// True when the signed inward distance of `point` to any of the four edges is strictly below `-margin`.
     /// A point exactly `margin` outside is not beyond.
-    bool isBeyond(Vector2 point, float margin) const;
+    bool isBeyond(Vector2 point, float margin) const {
+        return distance(point, 0) < -margin || distance(point, 1) < -margin || distance(point, 2) < -margin ||
+               distance(point, 3) < -margin;
+    }
+
+private:
+    float distance(Vector2 point, int edge) const {
+        return dotProduct(point - corners[edge], inwardNormals[edge]);
+    }
 };
 
 } // namespace tarnwick

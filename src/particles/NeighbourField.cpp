@@ -1,0 +1,228 @@
+#include "particles/NeighbourField.h"
+
+#include "core/Geometry.h"
+#include "core/LocationStack.h"
+#include "core/Float4.h"
+#include "particles/ParticleMover.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tarnwick {
+
+namespace {
+
+/// A row of bodies: those of one cell.
+struct Row {
+    std::uint32_t begin = 0;
+    std::uint32_t end = 0;
+};
+
+constexpr std::uint32_t lanes = 4;
+constexpr float reach = 4.0f; ///< World units: two radii.
+constexpr float reachSquared =
+    reach * reach;                  ///< A root below 4 belongs to a float below 16, and no other does.
+constexpr float onOneSpot = 1e-05f; ///< World units: below this two particles have no direction apart.
+
+/// The cells, with a border of empty ones on each side, so that a visit tests no limits. A column is a little
+/// longer than a power of two: columns side by side would fall on the same few lines of the cache.
+constexpr std::uint32_t columnLength = ParticleMover::gridSize + 2 + 14;
+constexpr std::uint32_t columnCount = ParticleMover::gridSize + 2;
+/// All empty between two ticks.
+Row rows[columnCount * columnLength];
+
+constexpr std::uint32_t cellAt(std::uint32_t column, std::uint32_t row) {
+    return (column + 1) * columnLength + row + 1;
+}
+
+/// For each set of lanes: their numbers, packed to the front, and how many they are.
+struct LanePacking {
+    std::array<std::array<std::uint32_t, lanes>, 16> numbers{};
+    std::array<std::uint32_t, 16> count{};
+};
+constexpr LanePacking makeLanePacking() {
+    LanePacking packing;
+    for (std::uint32_t mask = 0; mask < 16; ++mask) {
+        for (std::uint32_t lane = 0; lane < lanes; ++lane) {
+            if ((mask >> lane & 1u) != 0) {
+                packing.numbers[mask][packing.count[mask]] = lane;
+                ++packing.count[mask];
+            }
+        }
+    }
+    return packing;
+}
+constexpr LanePacking lanePacking = makeLanePacking();
+
+constexpr std::uint32_t lowestLanes(std::uint32_t count) {
+    return (1u << count) - 1u;
+}
+
+Float4 gather(const float* from, const std::uint32_t* slots) {
+    return Float4::of(from[slots[0]], from[slots[1]], from[slots[2]], from[slots[3]]);
+}
+
+} // namespace
+
+void NeighbourField::load(const ParticleList& particles) {
+    TARNWICK_LOCATION("NeighbourField::load");
+    const std::size_t count = particles.size();
+    x.resize(count + lanes); // a visit reads up to three bodies past the end of a row
+    y.resize(count + lanes);
+    motions.resize(count + lanes);
+    temperatures.resize(count + lanes);
+    slots.resize(count);
+    inReach.resize(count + lanes);
+    touched.clear();
+    nodes.clear();
+    for (const Particle& particle : particles) {
+        nodes.push_back(&particle);
+        if (!particle.inGrid) {
+            continue;
+        }
+        const std::uint32_t cell = cellAt(particle.gridCellX, particle.gridCellY);
+        if (rows[cell].end == 0) {
+            touched.push_back(cell);
+        }
+        ++rows[cell].end;
+    }
+    std::uint32_t next = 0;
+    for (const std::uint32_t cell : touched) {
+        const std::uint32_t length = rows[cell].end;
+        rows[cell] = {next, next};
+        next += length;
+    }
+    // A chain holds its newest particle first, and the grid was filled in list order.
+    for (std::size_t index = count; index-- > 0;) {
+        const Particle& particle = *nodes[index];
+        const std::uint32_t slot =
+            particle.inGrid ? rows[cellAt(particle.gridCellX, particle.gridCellY)].end++ : next++;
+        slots[index] = slot;
+        put(slot, {particle.position, particle.velocity, particle.pushVelocity, particle.temperature});
+    }
+}
+
+void NeighbourField::unload(ParticleList& particles) {
+    TARNWICK_LOCATION("NeighbourField::unload");
+    std::size_t index = 0;
+    for (Particle& particle : particles) {
+        while (slots[index] == dropped) {
+            ++index;
+        }
+        const Body last = body(slots[index]);
+        particle.position = last.position;
+        particle.velocity = last.velocity;
+        particle.pushVelocity = last.pushVelocity;
+        particle.temperature = last.temperature;
+        ++index;
+    }
+    for (const std::uint32_t cell : touched) {
+        rows[cell] = {};
+    }
+}
+
+std::uint32_t NeighbourField::gatherInReach(std::uint32_t column, std::uint32_t row, Vector2 position) {
+    TARNWICK_LOCATION("NeighbourField::gatherInReach");
+    // Kept: not the cells above and below its own, nor any further off. It sets how stiff the water is on
+    // each axis.
+    constexpr std::uint32_t here = 0;
+    constexpr std::uint32_t left = 0u - columnLength;
+    constexpr std::uint32_t right = columnLength;
+    constexpr std::uint32_t visits[] = {here, left, left + 1, left - 1, right, right + 1, right - 1};
+    const std::uint32_t cell = cellAt(column, row);
+    const Float4 centreX = Float4::all(position.x);
+    const Float4 centreY = Float4::all(position.y);
+    const Float4 limit = Float4::all(reachSquared);
+    const float* const positionsX = x.data();
+    const float* const positionsY = y.data();
+    std::uint32_t* const found = inReach.data();
+    std::uint32_t count = 0;
+    for (const std::uint32_t visit : visits) {
+        const Row bodies = rows[cell + visit];
+        for (std::uint32_t slot = bodies.begin; slot < bodies.end; slot += lanes) {
+            const Float4 dx = centreX - Float4::load(positionsX + slot);
+            const Float4 dy = centreY - Float4::load(positionsY + slot);
+            const std::uint32_t mask =
+                notGreaterOrEqual(dx * dx + dy * dy, limit) & lowestLanes(std::min(bodies.end - slot, lanes));
+            const auto& numbers = lanePacking.numbers[mask];
+            std::uint32_t* const place = found + count;
+            place[0] = slot + numbers[0];
+            place[1] = slot + numbers[1];
+            place[2] = slot + numbers[2];
+            place[3] = slot + numbers[3];
+            count += lanePacking.count[mask];
+        }
+    }
+    return count;
+}
+
+Overlap NeighbourField::meetNeighbours(std::uint32_t column, std::uint32_t row, Body& body) {
+    TARNWICK_LOCATION("NeighbourField::meetNeighbours");
+    const std::uint32_t count = gatherInReach(column, row, body.position);
+    std::uint32_t* const others = inReach.data();
+    for (std::uint32_t lane = 0; lane < lanes; ++lane) {
+        others[count + lane] = 0; // the last four may be fewer
+    }
+    // The arrays' addresses, in registers: to the compiler each store below might have moved them.
+    const float* const positionsX = x.data();
+    const float* const positionsY = y.data();
+    float* const otherMotions = &motions.data()->velocity.x;
+    float* const otherTemperatures = temperatures.data();
+    const Float4 centreX = Float4::all(body.position.x);
+    const Float4 centreY = Float4::all(body.position.y);
+    const Float4 spot = Float4::all(onOneSpot);
+    const Float4 half = Float4::all(0.5f);
+    Float4 motion = Float4::of(body.velocity.x, body.velocity.y, body.pushVelocity.x, body.pushVelocity.y);
+    float temperature = body.temperature;
+    Vector2 direction;
+    float amount = 0.0f;
+    std::uint32_t pushCount = 0;
+    float apartX[lanes];
+    float apartY[lanes];
+    float overlap[lanes];
+    const auto meet = [&](std::uint32_t other, std::uint32_t lane) {
+        direction.x += apartX[lane];
+        direction.y += apartY[lane];
+        amount += overlap[lane];
+        float* const otherMotion = otherMotions + std::size_t{lanes} * other;
+        motion = (motion + Float4::load(otherMotion)) * half;
+        motion.store(otherMotion);
+        temperature = (temperature + otherTemperatures[other]) * 0.5f;
+        otherTemperatures[other] = temperature;
+    };
+    for (std::uint32_t first = 0; first < count; first += lanes) {
+        const std::uint32_t present = std::min(count - first, lanes);
+        const std::uint32_t* const four = others + first;
+        const Float4 dx = centreX - gather(positionsX, four);
+        const Float4 dy = centreY - gather(positionsY, four);
+        const Float4 r = squareRoot(dx * dx + dy * dy);
+        // Zero for two on one spot: a sum that began at zero stays as it is.
+        whereGreater(r, spot, dx / r).store(apartX);
+        whereGreater(r, spot, dy / r).store(apartY);
+        whereGreater(r, spot, Float4::all(reach) - r).store(overlap);
+        pushCount += lanePacking.count[greater(r, spot) & lowestLanes(present)];
+        if (present == lanes) {
+            meet(four[0], 0);
+            meet(four[1], 1);
+            meet(four[2], 2);
+            meet(four[3], 3);
+        } else {
+            for (std::uint32_t lane = 0; lane < present; ++lane) {
+                meet(four[lane], lane);
+            }
+        }
+    }
+    float velocities[lanes];
+    motion.store(velocities);
+    body.velocity = {velocities[0], velocities[1]};
+    body.pushVelocity = {velocities[2], velocities[3]};
+    body.temperature = temperature;
+    if (pushCount > 0) {
+        direction = direction / static_cast<float>(pushCount);
+        amount = amount / static_cast<float>(pushCount);
+        normaliseVector(direction);
+    }
+    return {direction, amount};
+}
+
+} // namespace tarnwick

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "core/Vector2.h"
+#include "particles/Particle.h"
+#include "particles/ParticleList.h"
+
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace tarnwick {
+
+/// What a step and its neighbours read and write of a particle.
+struct Body {
+    Vector2 position;
+    Vector2 velocity;
+    Vector2 pushVelocity;
+    float temperature = 0.0f;
+};
+
+/// The push that a particle gets from its neighbours.
+struct Overlap {
+    Vector2 direction;   ///< Unit, away from them; zero without any.
+    float amount = 0.0f; ///< Mean of the overlaps, world units.
+};
+
+/// The bodies of all free particles for the length of one tick, laid out for the one thing that costs time:
+/// the visit of a particle to everybody in the seven cells about it, in order, with the exchange of velocity
+/// and temperature.
+///
+/// The rule is `ParticleMover::doParticleRepulsions`, and this gives its results to the last bit. What is
+/// different is where the data lie. The bodies of a cell stand in a row, in the order of the cell's chain,
+/// and the rows are found by one look-up; so positions are compared four at a time, and no pointer is
+/// followed. During a visit nobody's position changes: all distances can be taken ahead. Only the exchange
+/// must go one by one, since each meeting starts from what the one before left.
+class NeighbourField {
+public:
+    /// Takes over the bodies of `particles`, whose grid cells must be those of this tick.
+    void load(const ParticleList& particles);
+    /// Gives the bodies back to their particles, and forgets them. `particles` has lost those that were
+    /// dropped.
+    void unload(ParticleList& particles);
+
+    /// Number of the body of the particle at `index` in the list that was loaded.
+    std::uint32_t slotOf(std::size_t index) const { return slots[index]; }
+
+    /// Leaves the body of a particle that is erased from the list out of account.
+    void drop(std::size_t index) {
+        hide(slots[index]);
+        slots[index] = dropped;
+    }
+
+    Body body(std::uint32_t slot) const {
+        return {{x[slot], y[slot]}, motions[slot].velocity, motions[slot].pushVelocity, temperatures[slot]};
+    }
+    /// Makes a body one that nobody meets: for its own visit, and for a particle that is gone.
+    void hide(std::uint32_t slot) { x[slot] = std::numeric_limits<float>::infinity(); }
+    /// Puts a body back, changed, and visible.
+    void put(std::uint32_t slot, const Body& body) {
+        x[slot] = body.position.x;
+        y[slot] = body.position.y;
+        motions[slot] = {body.velocity, body.pushVelocity};
+        temperatures[slot] = body.temperature;
+    }
+    /// Lets a hidden body in the cell (column, row) meet all neighbours. Changes its velocities and
+    /// temperature, and theirs.
+    Overlap meetNeighbours(std::uint32_t column, std::uint32_t row, Body& body);
+
+private:
+    /// Two velocities, world units per second: what one exchange of four floats averages.
+    struct alignas(16) Motion {
+        Vector2 velocity;
+        Vector2 pushVelocity;
+    };
+
+    static constexpr std::uint32_t dropped = ~0u; ///< Slot of a particle that is gone.
+
+    /// Fills `inReach` for a body at `position`, and gives its length.
+    std::uint32_t gatherInReach(std::uint32_t column, std::uint32_t row, Vector2 position);
+
+    std::vector<float> x;
+    std::vector<float> y;
+    std::vector<Motion> motions;
+    std::vector<float> temperatures;
+    std::vector<std::uint32_t> slots;   ///< By index in the list.
+    std::vector<const Particle*> nodes; ///< By index in the list; only while loading.
+    std::vector<std::uint32_t> touched; ///< Cells that hold bodies.
+    std::vector<std::uint32_t> inReach; ///< Slots of the neighbours of the visit that runs, in order.
+};
+
+} // namespace tarnwick
