@@ -134,9 +134,15 @@ protected:
             }
             polygon.setFrictionLevel(dice.between(0.0f, 1.0f));
         }
-        if (dice.chance(0.8f)) {
+        if (dice.chance(0.8f)) { // a box that is open at a corner, so that some water leaves
             SceneAccess::addPolygon(
                 {{-400.0f, 200.0f}, {350.0f, 180.0f}, {350.0f, 240.0f}, {-400.0f, 240.0f}}, 0.3f);
+            SceneAccess::addPolygon(
+                {{-400.0f, -250.0f}, {-360.0f, -250.0f}, {-360.0f, 200.0f}, {-400.0f, 200.0f}}, 0.9f);
+            SceneAccess::addPolygon(
+                {{320.0f, -180.0f}, {350.0f, -180.0f}, {350.0f, 180.0f}, {320.0f, 180.0f}}, 0.0f);
+            SceneAccess::addPolygon(
+                {{-360.0f, -250.0f}, {320.0f, -250.0f}, {320.0f, -240.0f}, {-360.0f, -240.0f}}, 1.0f);
         }
         SceneAccess::buildTree();
         plain.collision.root = LevelBspTree::rootNode();
@@ -145,7 +151,7 @@ protected:
     static void configure(Dice& dice) {
         SceneSettings settings;
         settings.gravity = dice.between(0.0f, 1500.0f);
-        settings.roomTemperature = dice.chance(0.3f) ? dice.between(-30.0f, 130.0f) : 20.0f;
+        settings.roomTemperature = dice.chance(0.3f) ? dice.between(-5.0f, 130.0f) : 20.0f;
         settings.heatTransferRate = dice.chance(0.2f) ? 1.0f : dice.between(0.0f, 0.5f);
         settings.steamRiseRate = dice.between(-0.5f, 2.0f);
         settings.steamScatterRate = dice.between(0.0f, 3.0f);
@@ -193,12 +199,14 @@ protected:
 
     static void moveCamera(Dice& dice) {
         view.position += Vector2{dice.between(-3.0f, 3.0f), dice.between(-3.0f, 3.0f)};
+        view.position = {std::clamp(view.position.x, -150.0f, 150.0f),
+                         std::clamp(view.position.y, -100.0f, 100.0f)};
         view.angle = std::clamp(view.angle + dice.between(-4.0f, 4.0f), -180.0f, 180.0f);
-        view.zoom = std::clamp(view.zoom + dice.between(-0.05f, 0.05f), 0.5f, 2.5f);
+        view.zoom = std::clamp(view.zoom + dice.between(-0.05f, 0.05f), 0.8f, 2.5f);
         view.shake =
             dice.chance(0.7f) ? Vector2{dice.between(-5.0f, 5.0f), dice.between(-5.0f, 5.0f)} : Vector2{};
-        if (dice.chance(0.01f)) {
-            view.position = {dice.between(-600.0f, 600.0f), dice.between(-600.0f, 600.0f)};
+        if (dice.chance(0.003f)) {
+            view.position = {dice.between(-400.0f, 400.0f), dice.between(-400.0f, 400.0f)};
         }
         SceneAccess::placeCamera(view.position, view.shake, view.angle, view.zoom);
         plain.view = {view.position, view.shake,           view.angle,
@@ -208,7 +216,7 @@ protected:
     /// What triggers and movers would do to particles, groups and edges between two ticks.
     static void meddle(Dice& dice) {
         const bool hot = dice.chance(0.02f);
-        const bool cold = dice.chance(0.02f);
+        const bool cold = dice.chance(0.01f);
         const bool push = dice.chance(0.1f);
         const bool kill = dice.chance(0.03f);
         const bool stop = dice.chance(0.02f);
@@ -237,8 +245,24 @@ protected:
             ++twin;
         }
         meddleWithGroups(dice);
+        refill(dice);
         if (dice.chance(0.05f)) {
             switchEdges(dice);
+        }
+    }
+
+    /// Water that has left comes back now and then, so that no scene runs dry.
+    static void refill(Dice& dice) {
+        std::size_t present = plain.particles.size();
+        for (const ParticleGroup& group : plain.groups) {
+            present += group.members.size();
+        }
+        if (present < wanted && dice.chance(0.05f)) {
+            const auto missing = static_cast<std::int32_t>(wanted - present);
+            const Vector2 middle{dice.between(-100.0f, 100.0f), dice.between(-150.0f, 0.0f)};
+            const float radius = dice.between(5.0f, 80.0f);
+            ParticleManager::createParticles(middle.x, middle.y, radius, missing);
+            plain.createParticles(middle.x, middle.y, radius, missing);
         }
     }
 
@@ -252,8 +276,8 @@ protected:
                     twin->killTimer = plain.settings.particleKillTime;
                 }
             }
-            if (dice.chance(0.02f)) {
-                group.temperature = twin->temperature = dice.between(-40.0f, 10.0f);
+            if (dice.chance(0.04f)) {
+                group.temperature = twin->temperature = dice.between(-40.0f, 40.0f);
             }
             if (dice.chance(0.05f)) {
                 group.pushVelocity =
@@ -344,6 +368,7 @@ protected:
         Level::polygons.clear();
         plain = {};
         view = {};
+        wanted = static_cast<std::size_t>(count);
         Dice dice(seed);
         buildLevel(dice);
         configure(dice);
@@ -364,10 +389,12 @@ protected:
 
     static PlainSimulation plain;
     static PlainView view;
+    static std::size_t wanted; ///< Particles of the scene, free or frozen.
 };
 
 PlainSimulation RandomScenesTest::plain;
 PlainView RandomScenesTest::view;
+std::size_t RandomScenesTest::wanted = 0;
 
 } // namespace
 
