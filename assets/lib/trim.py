@@ -6,8 +6,8 @@ the edge faces the light, dark where it faces away, so that walls look cut from 
 
 import math
 
-OUTLINE = 1.6  # units that an outline stands out
-STRIP = 1.8  # width of an edge strip
+OUTLINE = 2  # units that an outline stands out
+STRIP = 2  # width of an edge strip
 FACING_LIGHT, FACING_AWAY = 0.25, -0.2  # cosines to the light beyond which an edge gets a strip
 BRIGHT = 0.75  # cosine from which a light strip is the strong one
 TOWARDS_LIGHT = (-0.62, -0.78)
@@ -25,36 +25,39 @@ def outward(a, b, winding):
 
 
 def grown(points, distance):
-    """The outline moved outwards (inwards when negative), corners mitred."""
+    """The outline moved outwards (inwards when negative), corners mitred.
+
+    The points of a level are whole units, so each corner takes the whole place that keeps the wanted distance from its
+    two edges best: a band along an edge stays even.
+    """
     winding = 1 if signed_area(points) > 0 else -1
     result = []
     for index, point in enumerate(points):
         before = outward(points[index - 1], point, winding)
         after = outward(point, points[(index + 1) % len(points)], winding)
         mitre = max(1 + before[0] * after[0] + before[1] * after[1], SHORTEST_MITRE)
-        result.append((point[0] + distance * (before[0] + after[0]) / mitre,
-                       point[1] + distance * (before[1] + after[1]) / mitre))
+        dx, dy = (distance * (before[axis] + after[axis]) / mitre for axis in (0, 1))
+
+        def miss(move):
+            return sum((move[0] * normal[0] + move[1] * normal[1] - distance) ** 2 for normal in (before, after))
+
+        near = [(round(dx) + x, round(dy) + y) for x in (-1, 0, 1) for y in (-1, 0, 1)]
+        move = min(near, key=lambda place: (miss(place), math.hypot(place[0] - dx, place[1] - dy)))
+        result.append((point[0] + move[0], point[1] + move[1]))
     return result
 
 
-def strips(points, width=STRIP):
-    """The edge strips as (kind, four points), kind being "light", "light_soft" or "dark"."""
+def strip_kinds(points):
+    """For each edge "light", "light_soft" or "dark" by how it faces the light, or None when it gets no strip."""
     winding = 1 if signed_area(points) > 0 else -1
-    inner = grown(points, -width)
-    result = []
-    for index, point in enumerate(points):
-        following = (index + 1) % len(points)
-        normal = outward(point, points[following], winding)
+    kinds = []
+    for point, following in zip(points, points[1:] + points[:1]):
+        normal = outward(point, following, winding)
         facing = normal[0] * TOWARDS_LIGHT[0] + normal[1] * TOWARDS_LIGHT[1]
-        if FACING_AWAY <= facing <= FACING_LIGHT:
-            continue
-        kind = "dark" if facing < 0 else "light" if facing > BRIGHT else "light_soft"
-        result.append((kind, [point, points[following], inner[following], inner[index]]))
-    return result
-
-
-def bands(points, width):
-    """A band along every edge, for the dark that deepens towards the inside of stone."""
-    inner = grown(points, -width)
-    count = len(points)
-    return [[points[i], points[(i + 1) % count], inner[(i + 1) % count], inner[i]] for i in range(count)]
+        if facing < FACING_AWAY:
+            kinds.append("dark")
+        elif facing > FACING_LIGHT:
+            kinds.append("light" if facing > BRIGHT else "light_soft")
+        else:
+            kinds.append(None)
+    return kinds
