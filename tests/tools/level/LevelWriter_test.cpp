@@ -45,7 +45,7 @@ TEST(LevelWriterTest, AnEmptyLevelIsHeaderCountsAndStartPoints) {
 
     const std::string bytes = writeLevel(level);
 
-    EXPECT_EQ(bytes, bytesOf({0x97, 0x13, 0x8F, 0x00, 12, 0, 0, 0}) + std::string(7 * 4, '\0') +
+    EXPECT_EQ(bytes, bytesOf({0x97, 0x13, 0x8F, 0x00, 12, 0, 0, 0}) + std::string(28, '\0') +
                          bytesOf({5, 0, 0, 0, 0xFA, 0xFF, 0xFF, 0xFF, 70, 0, 0, 0, 0, 1, 0, 0}));
 }
 
@@ -68,7 +68,7 @@ TEST(LevelWriterTest, ACompiledTriangleIsThisByteForByte) {
                                   100, 0, 0, 0, 200, 0, 0, 0,    // (100, 200)
                                   130, 0, 0, 0, 210, 0, 0, 0,    // (130, 210)
                                   100, 0, 0, 0, 210, 0, 0, 0}) + // (100, 210)
-                         std::string(6 * 4, '\0') +              // the other sections
+                         std::string(24, '\0') +                 // the other six sections
                          bytesOf({5, 0, 0, 0, 0xFA, 0xFF, 0xFF, 0xFF, 70, 0, 0, 0, 80, 0, 0, 0}));
 }
 

@@ -185,7 +185,8 @@ TEST(TiledMapTest, AnUnknownLayerTypeIsRefused) {
 TEST(TiledMapTest, EndlesslyNestedGroupsAreRefused) {
     std::string layers;
     for (int depth = 0; depth < 100; ++depth) {
-        layers = R"({"type":"group","name":"g","layers":[)" + layers + "]}";
+        layers.insert(0, R"({"type":"group","name":"g","layers":[)");
+        layers += "]}";
     }
 
     EXPECT_EQ(readRefusal(mapOfLayers(layers)), "layer \"g\": too many groups inside one another");
