@@ -55,6 +55,11 @@ std::optional<SimulationOptions> SimulationOptions::fromCommandLine(int argc, ch
     app.add_option("--console", options.consoleFile,
                    "run each line of FILE as a console command before the first tick")
         ->type_name("FILE");
+    app.add_option("--screenshot", options.screenshotFile,
+                   "draw the last tick off screen at 800 by 600 and save it")
+        ->type_name("FILE.png");
+    app.add_option("--frames", options.framesFolder, "draw every dumped tick into DIR, as numbered PNG files")
+        ->type_name("DIR");
     try {
         app.parse(argc, argv);
         if (!std::isfinite(options.dt) || options.dt <= 0.0f) {

@@ -19,6 +19,9 @@ struct SimulationOptions {
     bool noFlight = false;   ///< Starts with the camera on the water, in state 1.
     std::string consoleFile; ///< Each line runs as a console command before the first tick; empty: none.
 
+    std::string screenshotFile; ///< PNG of the last tick; empty: none.
+    std::string framesFolder;   ///< PNG files of every dumped tick; empty: none.
+
     /// Reads the command line. Nothing when there is nothing left to do (`--help`, `--version`) or the
     /// command line is bad; `exitStatus` is then 0 or 2, and the text has been written.
     static std::optional<SimulationOptions> fromCommandLine(int argc, char** argv, int& exitStatus);

@@ -7,11 +7,13 @@
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
+#include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "level/SurfaceTypeManager.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
+#include "tools/sim/FrameWriter.h"
 #include "tools/sim/HeldKeys.h"
 #include "tools/state/SimulationState.h"
 #include "tools/support/DataFolder.h"
@@ -87,9 +89,9 @@ std::string findLevel(const std::string& asked, const fs::path& startFolder) {
     return !fs::exists(DataFiles::find(asked)) && fs::exists(DataFiles::find(asMap)) ? asMap : asked;
 }
 
-void startLevel(const SimulationOptions& options, const fs::path& startFolder) {
+void startLevel(const SimulationOptions& options, const fs::path& startFolder, const FrameWriter& frames) {
     const std::string level = findLevel(options.level, startFolder);
-    GLWindow::createHeadless(viewWidth, viewHeight);
+    frames.openWindow(viewWidth, viewHeight);
     Clock::drive(0);
     seedRandom(0);
     GLConsole::initialise();
@@ -135,9 +137,8 @@ void runConsoleFile(const std::string& fileName, std::ostream& log) {
 /// Where the state lines go.
 class Dump {
 public:
-    Dump(const std::string& fileName, std::uint64_t everyTick)
-        : every(everyTick)
-        , name(fileName) {
+    explicit Dump(const std::string& fileName)
+        : name(fileName) {
         if (name.empty() || name == "-") {
             return;
         }
@@ -157,14 +158,8 @@ public:
             fail(name, "could not be written to its end");
         }
     }
-    void writeIfDue(const RunPosition& position) {
-        if (position.tick % every == 0) {
-            write(position);
-        }
-    }
 
 private:
-    std::uint64_t every;
     std::string name;
     std::ofstream file;
 };
@@ -212,19 +207,26 @@ void runSimulation(const SimulationOptions& options, std::ostream& out, std::ost
     const std::string consoleFile = absolutePath(options.consoleFile);
     HeldKeys keys = inputFile.empty() ? HeldKeys() : HeldKeys::fromFile(inputFile);
     const std::string dumpFile = absolutePath(options.dumpFile);
+    FrameWriter frames(options);
     enterDataFolder(options.dataFolder);
-    startLevel(options, startFolder);
+    startLevel(options, startFolder, frames);
     RunPosition position = restoreState(stateFile);
     runConsoleFile(consoleFile, log);
-    Dump dump(dumpFile, options.dumpEvery);
+    Dump dump(dumpFile);
     dump.write(position);
+    frames.writeFrame();
     for (std::uint64_t i = 0; i < options.ticks && Game::running() && GLWindow::exists(); ++i) {
         runTick(position, options.dt, keys);
-        dump.writeIfDue(position);
+        if (position.tick % options.dumpEvery == 0) {
+            dump.write(position);
+            frames.writeFrame();
+        }
     }
+    frames.writeScreenshot();
     writeSummary(position, dumpFile == "-" ? log : out);
     Game::shutdown();
     GLConsole::shutdown();
+    GLTextureManager::shutdown();
     GLWindow::close();
 }
 
