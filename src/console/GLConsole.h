@@ -29,11 +29,8 @@ class GLConsole {
 public:
     GLConsole() = delete;
 
-    static constexpr std::size_t outputCapacity =
-        65'535; ///< Bytes; older text is overwritten without notice.
-    static constexpr std::size_t inputCapacity =
-        256; ///< Bytes; a line may fill them all, without terminator.
-    static constexpr std::size_t historyCapacity = 16; ///< Lines.
+    static constexpr std::size_t outputCapacity = 65'535; ///< Bytes; the oldest are overwritten unnoticed.
+    static constexpr std::size_t historyCapacity = 16;    ///< Lines.
 
     /// Empties output and input, registers the basic commands alone and reads `cfg//console.cfg`.
     static void initialise();
@@ -129,8 +126,8 @@ private:
         InputLine input;                    ///< The line being typed.
         std::array<std::string, historyCapacity> commandHistory; ///< Entry 0 is the latest line.
         std::int32_t historyIndex = -1;                          ///< Entry now shown; -1: none.
-        std::string
-            autoCompleteTerm; ///< Typed before the first Tab of a run, upper-cased; empty: no run is on.
+        /// What was typed before the first Tab of a completion run, upper-cased; empty: no run is on.
+        std::string autoCompleteTerm;
         std::map<std::string, ConsoleCommand> commands; ///< By upper-cased name.
         std::ofstream logFile;                          ///< Open while logging.
         bool loggingEnabled = false;

@@ -90,6 +90,13 @@ bool readText(const char* fileName, std::string& text) {
 
 } // namespace
 
+ConfigFile::State ConfigFile::state;
+
+void ConfigFile::setObserver(Observer* observer) {
+    TARNWICK_LOCATION("ConfigFile::setObserver");
+    state.observer = observer;
+}
+
 ConfigFile::ConfigFile(const char* fileName) {
     TARNWICK_LOCATION("ConfigFile::ConfigFile");
     loadConfigFile(fileName);
@@ -106,6 +113,9 @@ void ConfigFile::loadConfigFile(const char* fileName) {
     if (fileName == nullptr) {
         GLConsole::print("\nError in configuration Loader: no file name given");
         return;
+    }
+    if (state.observer != nullptr) {
+        state.observer->fileRead(fileName);
     }
     TokenList tokens;
     {
@@ -216,6 +226,9 @@ const std::string* ConfigFile::find(const char* name) const {
     }
     std::string key(name);
     slStringUpper(key);
+    if (state.observer != nullptr) {
+        state.observer->keyAsked(key);
+    }
     const auto variable = variables.find(key);
     return variable == variables.end() ? nullptr : &variable->second;
 }

@@ -19,6 +19,20 @@ namespace tarnwick {
 /// first.
 class ConfigFile {
 public:
+    /// Hears which files are read and which keys they are asked for: so the documents are held against what
+    /// the modules do. A file's keys are asked for between its reading and that of the next file.
+    class Observer {
+    public:
+        virtual ~Observer() = default;
+        /// `name` as the module gave it.
+        virtual void fileRead(const std::string& name) = 0;
+        /// `key` in upper case, present or missing.
+        virtual void keyAsked(const std::string& key) = 0;
+    };
+
+    /// One observer of all files until it is replaced, not owned; null for none.
+    static void setObserver(Observer* observer);
+
     /// A file above this size is refused as unreadable, bytes.
     static constexpr std::streamoff largestFile = 16 * 1024 * 1024;
 
@@ -55,6 +69,13 @@ public:
     bool getVarAsBool(const std::string& name) const;
 
 private:
+    friend class ModuleReset;
+
+    struct State {
+        Observer* observer = nullptr; ///< Not owned.
+    };
+    static State state;
+
     std::map<std::string, std::string> variables; ///< Upper-cased key to value.
 
     /// The value of `name`, null if it is missing. A null name is missing.

@@ -109,7 +109,7 @@ protected:
 
     /// Kinds that no signature gives.
     static void addOddCommand(std::uint32_t type, ConsoleCommand::Function function) {
-        add({"Odd", std::move(function), type, false, false});
+        add({"Odd", function, type, false, false});
     }
 };
 

@@ -220,7 +220,7 @@ TEST_F(GLConsoleTest, ShuttingDownForgetsEverythingButTheText) {
 /// Runs in a data folder of its own.
 class GLConsoleConfigTest : public GLConsoleTest {
 protected:
-    ~GLConsoleConfigTest() override { GLConsole::shutdown(); }
+    void TearDown() override { GLConsole::shutdown(); }
     void configure(const std::string& text) const { folder.write("cfg/console.cfg", text); }
 
     const DataFolder folder;
@@ -279,7 +279,7 @@ TEST_F(GLConsoleConfigTest, LoggingCanStartWithTheProgram) {
 class GLConsoleLogTest : public GLConsoleTest {
 protected:
     GLConsoleLogTest() { setLogFileName(fileName); }
-    ~GLConsoleLogTest() override {
+    void TearDown() override {
         GLConsole::shutdown();
         std::filesystem::remove(fileName);
     }

@@ -252,5 +252,25 @@ TEST_F(ConfigFileTest, TokensAreAppended) {
     EXPECT_EQ(tokens, (Tokens{"first", "a", "=", "b", "=", "=", "c"}));
 }
 
+TEST_F(ConfigFileTest, AnObserverHearsTheFilesAndTheKeysAskedFor) {
+    class Listener : public ConfigFile::Observer {
+    public:
+        void fileRead(const std::string& name) override { heard += "file " + name + "\n"; }
+        void keyAsked(const std::string& key) override { heard += "key " + key + "\n"; }
+        std::string heard;
+    };
+    Listener listener;
+    ConfigFile::setObserver(&listener);
+
+    const ConfigFile config = read("speed = 10");
+    config.getVarAsFloat("speed");
+    config.variableExists(std::string("Missing"));
+    const ConfigFile none("no\\file.cfg");
+    ConfigFile::setObserver(nullptr);
+    config.getVarAsInt("unheard");
+
+    EXPECT_EQ(listener.heard, "file test.cfg\nkey SPEED\nkey MISSING\nfile no\\file.cfg\n");
+}
+
 } // namespace
 } // namespace tarnwick

@@ -2,6 +2,7 @@
 
 #include "console/GLConsole.h"
 #include "core/Clock.h"
+#include "core/ConfigFile.h"
 #include "core/CrashReport.h"
 #include "core/DataFiles.h"
 #include "core/Random.h"
@@ -28,6 +29,7 @@ void ModuleReset::all() {
     Camera::state = {};
     CircleCollision::state = {};
     Clock::state = {};
+    ConfigFile::state = {};
     CrashReport::state = {};
     DataFiles::state = {};
     DynamicPolygonRenderer::state = {};

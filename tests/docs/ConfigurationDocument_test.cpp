@@ -1,0 +1,163 @@
+#include "core/ConfigFile.h"
+#include "core/Strings.h"
+#include "docs/Document.h"
+#include "docs/EveryModule.h"
+#include "support/DataFolder.h"
+#include "support/ModuleTest.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <list>
+#include <map>
+#include <set>
+#include <sstream>
+
+namespace tarnwick {
+
+namespace {
+
+using KeysOfFiles = std::map<std::string, std::set<std::string>>; ///< File to its keys in upper case.
+
+/// One line for each key: a difference is then shown by itself.
+std::string listOf(const KeysOfFiles& keysOfFiles) {
+    std::string list;
+    for (const auto& [file, keys] : keysOfFiles) {
+        for (const std::string& key : keys) {
+            list += file + ": " + key + "\n";
+        }
+    }
+    return list;
+}
+
+std::string upperCased(std::string text) {
+    slStringUpper(text);
+    return text;
+}
+
+KeysOfFiles documentedKeys() {
+    KeysOfFiles keys;
+    for (const DocumentRow& row : documentRows("docs/configuration.md")) {
+        keys[row.heading].insert(upperCased(row.cells[0]));
+    }
+    return keys;
+}
+
+/// The keys of a configuration file: the words in front of the equals signs.
+std::set<std::string> keysIn(const std::string& path) {
+    std::ifstream file(path);
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    std::list<std::string> tokens;
+    ConfigFile().separateTokens(text.c_str(), tokens);
+    std::set<std::string> keys;
+    for (auto token = tokens.begin(); token != tokens.end(); ++token) {
+        if (*token == "=" && token != tokens.begin()) {
+            keys.insert(upperCased(*std::prev(token)));
+        }
+    }
+    return keys;
+}
+
+KeysOfFiles keysInData() {
+    KeysOfFiles keys;
+    for (const auto& entry : std::filesystem::directory_iterator(projectPath("data/cfg"))) {
+        keys["cfg/" + entry.path().filename().string()] = keysIn(entry.path().string());
+    }
+    return keys;
+}
+
+/// Writes down which keys the modules ask of which file.
+class AskedKeys : public ConfigFile::Observer {
+public:
+    AskedKeys() { ConfigFile::setObserver(this); }
+    ~AskedKeys() override { ConfigFile::setObserver(nullptr); }
+    AskedKeys(const AskedKeys&) = delete;
+    AskedKeys& operator=(const AskedKeys&) = delete;
+
+    void fileRead(const std::string& name) override {
+        file.clear();
+        for (const char character : name) {
+            const bool slash = character == '\\' || character == '/';
+            if (!slash || !file.ends_with('/')) {
+                file += slash ? '/' : character;
+            }
+        }
+    }
+    void keyAsked(const std::string& key) override { keys[file].insert(key); }
+
+    KeysOfFiles keys;
+
+private:
+    std::string file; ///< The one that was read last, with single slashes.
+};
+
+bool readsAs(const std::string& type, const std::string& value) {
+    if (type == "integer") {
+        return slStringIsInteger(value);
+    }
+    if (type == "float") {
+        return slStringIsNumeric(value);
+    }
+    return type == "boolean" ? slStringIsBoolean(value) : type == "string";
+}
+
+/// Whether a number lies in a range given as "0 to 1", "1 or more" or nothing.
+bool liesIn(const std::string& range, float value) {
+    std::istringstream words(range);
+    float lowest = 0.0f;
+    std::string joint;
+    float highest = 0.0f;
+    if (!(words >> lowest >> joint)) {
+        return range.empty();
+    }
+    const bool bounded = joint == "to" && words >> highest;
+    return lowest <= value && (bounded ? value <= highest : joint == "or");
+}
+
+} // namespace
+
+class ConfigurationDocumentTest : public ModuleTest {
+protected:
+    const DataFolder folder; ///< Working directory of the modules.
+};
+
+TEST_F(ConfigurationDocumentTest, EveryDocumentedKeyStandsInItsFile) {
+    KeysOfFiles inData = keysInData();
+    KeysOfFiles missing;
+
+    for (const auto& [file, keys] : documentedKeys()) {
+        std::ranges::set_difference(keys, inData[file], std::inserter(missing[file], missing[file].end()));
+    }
+
+    EXPECT_EQ(listOf(missing),
+              ""); // a key that is there and not documented waits for the module that reads it
+}
+
+TEST_F(ConfigurationDocumentTest, TheDocumentNamesTheKeysThatTheModulesAskFor) {
+    const KeysOfFiles documented = documentedKeys();
+    const AskedKeys asked;
+
+    startEveryModule(folder);
+
+    EXPECT_EQ(listOf(documented), listOf(asked.keys));
+}
+
+TEST_F(ConfigurationDocumentTest, TheValuesInTheFilesFitTheirTypeAndRange) {
+    for (const DocumentRow& row : documentRows("docs/configuration.md")) {
+        ASSERT_EQ(row.cells.size(), 6u) << row.cells[0];
+        const std::string& key = row.cells[0];
+        const std::string& type = row.cells[1];
+        const ConfigFile file(projectPath("data/" + row.heading).c_str());
+
+        const std::string value = file.getVarAsString(key);
+
+        EXPECT_TRUE(readsAs(type, value)) << row.heading << ": " << key << " = " << value;
+        if (type == "integer" || type == "float") {
+            EXPECT_TRUE(liesIn(row.cells[3], file.getVarAsFloat(key)))
+                << row.heading << ": " << key << " = " << value << ", not " << row.cells[3];
+        }
+    }
+}
+
+} // namespace tarnwick

@@ -1,0 +1,24 @@
+#include "docs/EveryModule.h"
+
+#include "console/GLConsole.h"
+#include "game/Game.h"
+#include "graphics/GLWindow.h"
+#include "level/SurfaceTypeManager.h"
+#include "support/DataFolder.h"
+#include "support/LevelFileBuilder.h"
+
+#include <stdexcept>
+
+namespace tarnwick {
+
+void startEveryModule(const DataFolder& folder) {
+    folder.write("maps/empty.rivl", LevelFileBuilder::write(LevelFile()));
+    GLWindow::createHeadless(800, 600);
+    GLConsole::initialise();
+    SurfaceTypeManager::initialise();
+    if (!Game::initialise("maps\\empty.rivl")) {
+        throw std::runtime_error("the empty level was refused: " + GLConsole::outputText());
+    }
+}
+
+} // namespace tarnwick

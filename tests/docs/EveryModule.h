@@ -1,0 +1,12 @@
+#pragma once
+
+namespace tarnwick {
+
+class DataFolder;
+
+/// Starts every module of the program, as a game on a small level does. The level is written to `folder`,
+/// which holds no configuration: the modules ask for their keys all the same. A module that starts in another
+/// place of the program is added here.
+void startEveryModule(const DataFolder& folder);
+
+} // namespace tarnwick
