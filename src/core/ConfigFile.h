@@ -34,7 +34,7 @@ public:
     static void setObserver(Observer* observer);
 
     /// A file above this size is refused as unreadable, bytes.
-    static constexpr std::streamoff largestFile = 16 * 1024 * 1024;
+    static constexpr std::streamoff largestFile = 16'777'216;
 
     ConfigFile() = default;
     /// Loads the file. One that cannot be read gives an empty instance.

@@ -41,36 +41,38 @@ constexpr std::array<CrashSignal, 6> crashSignals{{
 
 /// Bytes taken for the report at the start: the fixed text has some 1150, sixteen locations have a few
 /// hundred.
-constexpr std::size_t reportCapacity = 64 * 1024;
+constexpr std::size_t reportCapacity = 65'536;
 
 constexpr const char* boxProgramName = "tarnwick-crash-box";
 
-/// The text that every report starts with.
+/// The text that every report starts with, line by line; two lines of asterisks follow.
+constexpr std::array<std::string_view, 9> openingLines{
+    "We are very sorry but 'Tarnwick' has encountered a techincal problem and must close as a result.",
+    "",
+    "Please help us to improve our software by reporting the error to 'support@tarnwick.example' .",
+    "Any information you can provide relating to the problem would be extremely helpful in resolving the",
+    "issue. Such information includes when the problem occurred, the specification of the PC being used to",
+    "run the game, and what version of Windows is installed on your computer.",
+    "The information below relates to the problem that occcured and should also be included in your report.",
+    "Thank you very much for your help.",
+    "",
+};
+
+static_assert(std::ranges::all_of(openingLines, [](std::string_view line) {
+    return line.size() <= CrashReport::lineLength;
+}));
+
+/// The opening lines and the asterisks, each line filled up with blanks.
 std::string fixedText() {
     TARNWICK_LOCATION("CrashReport::fixedText");
-    const std::string lines[] = {
-        "We are very sorry but 'Tarnwick' has encountered a techincal problem and must close as a result.",
-        "",
-        std::string("Please help us to improve our software by reporting the error to '") +
-            CrashReport::supportContact + "' .",
-        "Any information you can provide relating to the problem would be extremely helpful in resolving the",
-        "issue. Such information includes when the problem occurred, the specification of the PC being used "
-        "to",
-        "run the game, and what version of Windows is installed on your computer.",
-        "The information below relates to the problem that occcured and should also be included in your "
-        "report.",
-        "Thank you very much for your help.",
-        "",
-        std::string(CrashReport::lineLength, '*'),
-        std::string(CrashReport::lineLength, '*'),
-    };
     std::string text;
-    for (const std::string& line : lines) {
+    for (const std::string_view line : openingLines) {
         text += line;
         text.append(CrashReport::lineLength - line.size(), ' ');
         text += '\n';
     }
-    return text;
+    const std::string asterisks(CrashReport::lineLength, '*');
+    return text + asterisks + '\n' + asterisks + '\n';
 }
 
 /// `name` in the folder of this program.

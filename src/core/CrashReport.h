@@ -31,8 +31,6 @@ class CrashReport {
 public:
     CrashReport() = delete;
 
-    /// The mail address in the report.
-    static constexpr const char* supportContact = "support@tarnwick.example";
     /// Characters of each line of the fixed text, blanks at its end included.
     static constexpr std::size_t lineLength = 103;
     /// Locations that a report lists at most.
@@ -53,7 +51,7 @@ private:
     static State state;
 
     static constexpr std::size_t signalStackSize =
-        1024 * 1024; ///< Bytes: closing a window calls the GL driver.
+        1'048'576; ///< Bytes: closing a window calls the GL driver.
     alignas(64) static std::array<std::byte, signalStackSize> signalStack;
 
     static void prepareReport();

@@ -114,7 +114,7 @@ std::string DataFiles::find(const std::string& name) {
     if (name.starts_with('/')) {
         return name;
     }
-    const std::string plain = withPlainSlashes(name);
+    std::string plain = withPlainSlashes(name);
     if (plain.empty() || exists(plain)) {
         return plain;
     }

@@ -19,14 +19,14 @@ struct PrecisePoint {
 /// differences in float would miss by whole units. In double a point with whole coordinates comes out
 /// exactly.
 bool intersectLines(Vector2 a, Vector2 b, Vector2 c, Vector2 d, PrecisePoint& point) {
-    const double ax = a.x;
-    const double ay = a.y;
-    const double bx = b.x;
-    const double by = b.y;
-    const double cx = c.x;
-    const double cy = c.y;
-    const double dx = d.x;
-    const double dy = d.y;
+    const auto ax = static_cast<double>(a.x);
+    const auto ay = static_cast<double>(a.y);
+    const auto bx = static_cast<double>(b.x);
+    const auto by = static_cast<double>(b.y);
+    const auto cx = static_cast<double>(c.x);
+    const auto cy = static_cast<double>(c.y);
+    const auto dx = static_cast<double>(d.x);
+    const auto dy = static_cast<double>(d.y);
     const double denominator = (ax - bx) * (cy - dy) - (cx - dx) * (ay - by);
     if (denominator == 0.0) { // exactly: parallel
         return false;
@@ -40,7 +40,7 @@ bool intersectLines(Vector2 a, Vector2 b, Vector2 c, Vector2 d, PrecisePoint& po
 
 /// Whether `value`, which lies on the line from `start` to `end`, lies between them, both included.
 bool liesBetween(double value, float start, float end) {
-    const double from = start;
+    const auto from = static_cast<double>(start);
     const double parameter = (value - from) / (static_cast<double>(end) - from);
     return parameter >= 0.0 && parameter <= 1.0;
 }
@@ -79,13 +79,13 @@ void lineIntersection(Vector2 a, Vector2 b, Vector2 c, Vector2 d, Vector2& out) 
 }
 
 bool pointInConvexPolygon(float x, float y, const float* points, std::uint32_t count) {
+    const float* start = points;
     for (std::uint32_t i = 0; i < count; ++i) {
-        const std::uint32_t next = i + 1 == count ? 0 : i + 1;
-        const float* start = points + 2 * i;
-        const float* end = points + 2 * next;
+        const float* end = i + 1 == count ? points : start + 2;
         if (sideOf(start[0], start[1], end[0], end[1], x, y) < 0.0f) {
             return false;
         }
+        start = end;
     }
     return true;
 }

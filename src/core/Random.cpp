@@ -14,11 +14,11 @@ using Extended = std::conditional_t<LDBL_MANT_DIG == 64, long double, double>;
 Random::State Random::state;
 
 std::uint32_t Random::nextStateExtended(std::uint32_t s) {
-    const Extended a = factorA;
-    const Extended b = offsetB;
-    const Extended c = factorC;
+    const auto a = static_cast<Extended>(factorA);
+    const auto b = static_cast<Extended>(offsetB);
+    const auto c = static_cast<Extended>(factorC);
     const auto t = static_cast<std::int64_t>(static_cast<Extended>(s) * a + b);
-    const Extended s1 = static_cast<std::uint32_t>(t);
+    const auto s1 = static_cast<Extended>(static_cast<std::uint32_t>(t));
     const Extended f = s1 * a + b + s1 * c;
     return std::bit_cast<std::uint32_t>(static_cast<float>(f));
 }

@@ -47,7 +47,7 @@ private:
     static State state;
 
     /// The product of two 64-bit numbers: a type outside the standard, of GCC and clang on 64-bit machines.
-    __extension__ typedef unsigned __int128 Product;
+    __extension__ using Product = unsigned __int128;
 };
 
 /// One step; the new state, all 32 bits.
@@ -94,7 +94,8 @@ inline std::uint32_t Random::nextState(std::uint32_t s) {
     // Step 2 in units of 2^-7 with 64 bits: below, s1 stands 2^32 and A + C 2^39 too high, and the product is
     // cut by 2^64. Cutting it and B takes less than 2 units off, the three roundings of extended precision
     // add or take at most 1.5 (numbers below 2^57 are 1 unit apart).
-    constexpr auto sumAC39 = static_cast<std::uint64_t>(factorA * 0x1p28 + double{factorC} * 0x1p28) << 11;
+    constexpr auto sumAC39 =
+        static_cast<std::uint64_t>(factorA * 0x1p28 + static_cast<double>(factorC) * 0x1p28) << 11;
     constexpr auto b7 = static_cast<std::uint64_t>(offsetB * 0x1p7);
     constexpr std::uint64_t mostWrong = 4;
     const auto product = static_cast<Product>(s1 << 32) * sumAC39;

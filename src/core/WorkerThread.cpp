@@ -17,7 +17,7 @@ constexpr std::size_t ownStack = 65535;
 
 /// Bytes for what the thread calls: a GL driver may compile its shaders here. Only what is touched takes
 /// memory.
-constexpr std::size_t libraryStack = 8 * 1024 * 1024;
+constexpr std::size_t libraryStack = 8'388'608;
 
 /// The C library takes the thread-local variables out of the stack as well, above all the location stack.
 constexpr std::size_t threadLocals = sizeof(LocationStack::names);

@@ -130,6 +130,10 @@ INSTANTIATE_TEST_SUITE_P(
                     SignalCase{"SIGTERM", "Program requested to terminate abnormally.", "terminateProgram"}),
     [](const auto& parameter) { return std::string(parameter.param.name); });
 
+TEST_F(CrashReportTest, InstallingTheHandlersEmptiesTheStackButForItsLastEntry) {
+    EXPECT_EQ(crash("install again").exitStatus, 0);
+}
+
 TEST_F(CrashReportTest, EveryLineOfTheFixedTextHas103Characters) {
     const std::string text = crash("SIGSEGV").errorText;
 

@@ -5,9 +5,9 @@
 namespace tarnwick {
 
 std::uint32_t plainRandomStep(std::uint32_t s) {
-    const double a = 32452843.11;
-    const double b = 275604541.11;
-    const float c = 0.31830987f;
+    const auto a = static_cast<long double>(32452843.11); // the double, not the decimal
+    const auto b = static_cast<long double>(275604541.11);
+    const auto c = static_cast<long double>(0.31830987f);
 
     const long double t = static_cast<long double>(s) * a + b;
     const auto whole = static_cast<std::int64_t>(t);

@@ -9,11 +9,13 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <map>
 #include <string>
 #include <thread>
@@ -32,7 +34,7 @@ volatile int seven = 7;
     *reinterpret_cast<int*>(nobodysAddress) = 1; // calls nothing: a function that an optimiser sees through
 }
 
-[[gnu::noinline, gnu::no_sanitize("undefined")]] int divideByZero() {
+[[gnu::noinline]] __attribute__((no_sanitize("undefined"))) int divideByZero() {
     TARNWICK_LOCATION("Victim::divideByZero");
     return seven / zero;
 }
@@ -139,6 +141,19 @@ void interruptASecondThread() {
     thread.join();
 }
 
+/// Ends with status 0 if installing the handlers again empties the location stack but for its last entry.
+void installAgain() {
+    for (const char*& name : LocationStack::names) {
+        name = "Old::place";
+    }
+    LocationStack::count = 7;
+    installCrashHandlers();
+    const bool empty = std::all_of(std::begin(LocationStack::names), std::end(LocationStack::names) - 1,
+                                   [](const char* name) { return name == nullptr; });
+    const bool lastIsKept = LocationStack::names[LocationStack::capacity - 1] != nullptr;
+    _exit(empty && lastIsKept && LocationStack::count == 0 ? 0 : 3);
+}
+
 /// Does harm while the window closes.
 class BadListener final : public GLWindowEventListener {
 public:
@@ -196,6 +211,7 @@ const std::map<std::string, void (*)()> waysToCrash{
     {"heap damage with a window", damageTheHeapWithAWindowOpen},
     {"second thread", crashOnASecondThread},
     {"interrupted thread", interruptASecondThread},
+    {"install again", installAgain},
     {"closing", tellThatTheWindowCloses},
     {"fault while closing", crashAgainWhileTheWindowCloses},
     {"standstill while closing", standStillWhileTheWindowCloses},
