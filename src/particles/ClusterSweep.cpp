@@ -20,6 +20,7 @@ static_assert(static_cast<float>(border) * cellSize > 40.0f);
 constexpr float mostCells = 512.0f; ///< On a side: no view holds particles further apart.
 constexpr std::uint32_t none = ~0u; ///< No member.
 
+// no location: asked for every pair of members
 bool withinReach(Vector2 a, Vector2 b) {
     const Vector2 apart = a - b;
     return dotProduct(apart, apart) <= reachSquared;
@@ -71,6 +72,7 @@ void ClusterSweep::layCells() {
     }
 }
 
+// no location: asked for every particle of a sweep
 std::uint32_t ClusterSweep::cellOf(Vector2 position) const {
     const auto column = static_cast<std::uint32_t>((position.x - origin.x) / cellSize);
     const auto row = static_cast<std::uint32_t>((position.y - origin.y) / cellSize);
@@ -97,6 +99,7 @@ std::span<const ClusterSweep::Entry> ClusterSweep::nextCluster() {
     return cluster;
 }
 
+// no location: asked for every particle of a sweep
 bool ClusterSweep::joins(Vector2 position) const {
     if (columns == 0) {
         return std::ranges::any_of(
@@ -128,6 +131,7 @@ bool ClusterSweep::memberWithinReach(Vector2 position, std::uint32_t cell) const
     return false;
 }
 
+// no location: called for every particle of a sweep
 void ClusterSweep::addMember(const Entry& entry) {
     const auto number = static_cast<std::uint32_t>(cluster.size());
     cluster.push_back(entry);

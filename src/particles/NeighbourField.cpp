@@ -1,8 +1,8 @@
 #include "particles/NeighbourField.h"
 
+#include "core/Float4.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
-#include "core/Float4.h"
 #include "particles/ParticleMover.h"
 
 #include <algorithm>
@@ -58,6 +58,7 @@ constexpr std::uint32_t lowestLanes(std::uint32_t count) {
     return (1u << count) - 1u;
 }
 
+// no location: called for every pair of neighbours
 Float4 gather(const float* from, const std::uint32_t* slots) {
     return Float4::of(from[slots[0]], from[slots[1]], from[slots[2]], from[slots[3]]);
 }

@@ -45,6 +45,7 @@ public:
     std::uint32_t slotOf(std::size_t index) const { return slots[index]; }
 
     /// Leaves the body of a particle that is erased from the list out of account.
+    // no location: two stores
     void drop(std::size_t index) {
         hide(slots[index]);
         slots[index] = dropped;
@@ -56,6 +57,7 @@ public:
     /// Makes a body one that nobody meets: for its own visit, and for a particle that is gone.
     void hide(std::uint32_t slot) { x[slot] = std::numeric_limits<float>::infinity(); }
     /// Puts a body back, changed, and visible.
+    // no location: a handful of stores for every particle of a tick
     void put(std::uint32_t slot, const Body& body) {
         x[slot] = body.position.x;
         y[slot] = body.position.y;

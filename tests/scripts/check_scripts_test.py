@@ -181,6 +181,10 @@ class LocationsTest(CheckTest):
         self.replace("src/core/Pump.h", "{ return running; }", "{ if (running) { return true; } return false; }")
         self.expect_slip("Pump.h", "Pump::runs")
 
+    def test_a_constexpr_function_can_have_no_scope(self):
+        self.replace("src/core/Pump.cpp", "struct Valve {", "constexpr int turned(int by) {\n    return by;\n}\n\nstruct Valve {")
+        self.expect_clean()
+
     def test_a_second_source_of_a_class_uses_the_name_of_the_class(self):
         self.write("src/core/PumpValves.cpp", '#include "core/Pump.h"\nnamespace tarnwick {\nnamespace {\n'
                    'void open() {\n    TARNWICK_LOCATION("Pump::open");\n}\n}\n}\n')
