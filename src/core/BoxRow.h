@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -94,7 +95,10 @@ private:
     std::vector<std::vector<Box>> levels; ///< Blocks of 4, of 16 and so on; the last level is a single block.
     std::size_t count = 0;
 
-    static std::size_t blockLength(std::size_t level) { return std::size_t{1} << (fanOutBits * (level + 1)); }
+    static std::size_t blockLength(std::size_t level) {
+        assert(level < 31); // a row that long does not exist
+        return std::size_t{1} << (fanOutBits * (level + 1));
+    }
 
     /// A level above the others; its one block holds all that is there.
     void addLevel() {

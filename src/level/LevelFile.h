@@ -111,7 +111,7 @@ struct LevelFile {
         virtual void emitterRead(const EmitterRecord& /*record*/) {}
 
     protected:
-        ~Reader() = default;
+        virtual ~Reader() = default;
     };
 
     std::vector<PolygonRecord> polygons;
