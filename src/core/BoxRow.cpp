@@ -6,10 +6,10 @@ namespace tarnwick {
 
 namespace {
 
-/// The share of the way from `low` to `high` at which `value` lies, in 65535ths; 0 if there is none.
-std::uint32_t gridPosition(float value, float low, float high) {
+/// How far `value` lies above `low`, in 65535ths of `extent`; 0 if that is no number.
+std::uint32_t gridPosition(float value, float low, float extent) {
     constexpr float largest = 65535.0f;
-    const float position = (value - low) / (high - low) * largest;
+    const float position = (value - low) / extent * largest;
     return position > 0.0f ? static_cast<std::uint32_t>(std::min(position, largest)) : 0u;
 }
 
@@ -30,12 +30,13 @@ std::vector<std::uint32_t> orderInPlane(const std::vector<Box>& boxes) {
     for (const Box& box : boxes) {
         all.add(box);
     }
+    const float extent = std::max(all.maxX - all.minX, all.maxY - all.minY);
     std::vector<std::pair<std::uint32_t, std::uint32_t>> cells; // where in the plane, which box
     cells.reserve(boxes.size());
     for (const Box& box : boxes) {
-        const std::uint32_t column = gridPosition(box.minX, all.minX, all.maxX);
-        cells.emplace_back(interleave(column, gridPosition(box.minY, all.minY, all.maxY)),
-                           static_cast<std::uint32_t>(cells.size()));
+        const std::uint32_t column = gridPosition(box.minX, all.minX, extent);
+        const std::uint32_t line = gridPosition(box.minY, all.minY, extent);
+        cells.emplace_back(interleave(column, line), static_cast<std::uint32_t>(cells.size()));
     }
     std::sort(cells.begin(), cells.end());
     std::vector<std::uint32_t> order;

@@ -82,7 +82,8 @@ public:
             left -= static_cast<std::int64_t>(length);
             return false;
         };
-        for (std::size_t i = next(0, isDivided); i < segments.size(); i = next(i + 1, isDivided)) {
+        const auto next = [&](std::size_t index) { return orderly ? row.next(index, isDivided) : index; };
+        for (std::size_t i = next(0); i < segments.size(); i = next(i + 1)) {
             count(segments[i], 1);
             --left;
             // What is left can at best bring the two sides nearer to one another.
@@ -103,12 +104,6 @@ private:
     std::vector<Segment> segments;
     BoxRow row;
     bool orderly = true; ///< No coordinate is so large that distances may overflow.
-
-    // no location: asked again and again for every candidate
-    template <typename IsDivided>
-    std::size_t next(std::size_t index, const IsDivided& isDivided) const {
-        return orderly ? row.next(index, isDivided) : index;
-    }
 };
 
 } // namespace

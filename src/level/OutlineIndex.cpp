@@ -21,24 +21,6 @@ bool isWhole(Vector2 point) {
     return isWhole(point.x) && isWhole(point.y);
 }
 
-/// One side of a triangle as `pointInConvexPolygon` looks at it: a point with a negative `side` is outside.
-struct TriangleSide {
-    float x; ///< Where it starts.
-    float y;
-    float dx; ///< Where it goes.
-    float dy;
-
-    /// The largest value that the test of `pointInConvexPolygon`, dx (y - y0) - dy (x - x0), takes in a box.
-    /// Every float operation rounds monotonically, so the test as a whole, rounding included, only grows or
-    /// only falls along either axis, and one corner of the box has the largest value of all points in it.
-    // no location: asked for every block of edges
-    float largestIn(const Box& box) const {
-        const float farY = dx >= 0.0f ? box.maxY : box.minY;
-        const float farX = dy >= 0.0f ? box.minX : box.maxX;
-        return dx * (farY - y) - dy * (farX - x);
-    }
-};
-
 } // namespace
 
 OutlineIndex::OutlineIndex(const std::vector<Polygon2D::Edge>& edges)
@@ -64,12 +46,14 @@ OutlineIndex::OutlineIndex(const std::vector<Polygon2D::Edge>& edges)
 /// box, for both segments. Boxes with whole corners that do not touch are a whole unit apart.
 // no location: asked for every pair of edges
 bool OutlineIndex::mayCross(const Polygon2D::Edge& edge, const Polygon2D::Edge& other) const {
+    TARNWICK_LOCATION("OutlineIndex::mayCross");
     return !exact || Box::around(edge.start, edge.end).touches(Box::around(other.start, other.end));
 }
 
 /// The first edge at or behind `index` whose block touches `box`.
 // no location: asked for every pair of edges
 std::size_t OutlineIndex::nextNear(std::size_t index, const Box& box) const {
+    TARNWICK_LOCATION("OutlineIndex::nextNear");
     if (row.size() == 0) {
         return index;
     }
@@ -97,11 +81,18 @@ bool OutlineIndex::covers(const float* triangle) const {
         return !(point == a || point == b || point == c) &&
                pointInConvexPolygon(point.x, point.y, triangle, 3);
     };
-    const TriangleSide ab{a.x, a.y, b.x - a.x, b.y - a.y};
-    const TriangleSide bc{b.x, b.y, c.x - b.x, c.y - b.y};
-    const TriangleSide ca{c.x, c.y, a.x - c.x, a.y - c.y};
+    // The largest value that the test of `pointInConvexPolygon` takes in a box, for the side from p to q: a
+    // point with a negative one is outside. Every float operation rounds monotonically, so the test as a
+    // whole, rounding included, only grows or only falls along either axis, and one corner of the box has its
+    // largest value.
+    const auto largestIn = [](const Box& box, Vector2 p, Vector2 q) {
+        const float dx = q.x - p.x;
+        const float dy = q.y - p.y;
+        return dx * ((dx >= 0.0f ? box.maxY : box.minY) - p.y) -
+               dy * ((dy >= 0.0f ? box.minX : box.maxX) - p.x);
+    };
     const auto mayHoldPoint = [&](const Box& box, std::size_t) {
-        return ab.largestIn(box) >= 0.0f && bc.largestIn(box) >= 0.0f && ca.largestIn(box) >= 0.0f;
+        return largestIn(box, a, b) >= 0.0f && largestIn(box, b, c) >= 0.0f && largestIn(box, c, a) >= 0.0f;
     };
     const auto next = [&](std::size_t index) {
         return row.size() == 0 ? index : row.next(index, mayHoldPoint);
