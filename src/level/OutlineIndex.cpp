@@ -44,14 +44,12 @@ OutlineIndex::OutlineIndex(const std::vector<Polygon2D::Edge>& edges)
 /// exact. The point of intersection and the parameter are each off by one rounding, a relative 2^-53; for the
 /// parameter to come out within 0 to 1 the point must lie within 2^-30 units of the segment, and so of its
 /// box, for both segments. Boxes with whole corners that do not touch are a whole unit apart.
-// no location: asked for every pair of edges
 bool OutlineIndex::mayCross(const Polygon2D::Edge& edge, const Polygon2D::Edge& other) const {
     TARNWICK_LOCATION("OutlineIndex::mayCross");
     return !exact || Box::around(edge.start, edge.end).touches(Box::around(other.start, other.end));
 }
 
 /// The first edge at or behind `index` whose block touches `box`.
-// no location: asked for every pair of edges
 std::size_t OutlineIndex::nextNear(std::size_t index, const Box& box) const {
     TARNWICK_LOCATION("OutlineIndex::nextNear");
     if (row.size() == 0) {
