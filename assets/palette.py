@@ -10,7 +10,6 @@ the steam and the ice in play are set by `data/cfg/water.cfg`; their sprites are
 
 # Outlines and deepest shade
 INK = "0B171D"
-INK_BLUE = "0B1E2A"
 
 # The landscape: sky from top to horizon, then the ridges from far to near
 SKY_RAMP = ("0C2230", "123442", "1E5260", "3C7C7E", "87A795", "DDBB86", "E9C48E")
@@ -69,13 +68,10 @@ FAR_OUTLINE = "0E222B"
 WATER_RAMP = ("8CF4FF", "2CCBF2", "12A0D8", "0B6E9E")
 WATER_SHALLOW = "C2F0FA"
 FOAM = "E8FDFF"
-WATER_RIM = "0A4A62"
 ICE_RAMP = ("3F93C2", "7CC3E2", "BDE6F4", "F4FCFF")
-ICE_BODY = ICE_RAMP[2]
 GRASS_RAMP = ("25463C", "4F7A46", "9DB35A")
 LANTERN_LIGHT = "FFCD78"
 LANTERN_CORE = "FFF6D6"
 LANTERN_GLOW = "FFB54A"
 TEXT = "FFF3D6"
 WHITE = "FFFFFF"
-BLACK = "000000"

@@ -19,10 +19,12 @@ SHORE = 652  # the tarn's far shore
 MOON = (1210, 236, 27)  # x, y and radius
 STARS = 170
 
-FAR = terrain.Range(seed=101, foot=640, height=330, depth=60, smoothness=4.1, spurs=1.6, relief=(0.67, 0.28, 0.05), ramp=palette.FAR_RIDGE_RAMP,
-                    haze=palette.FAR_RIDGE_HAZE, haze_strength=0.85, snow_line=0.50, dip=(1180, 0.30, 210))
-MIDDLE = terrain.Range(seed=211, foot=662, height=170, depth=40, smoothness=4.1, spurs=2.4, relief=(0.62, 0.30, 0.08), ramp=palette.MIDDLE_RIDGE_RAMP,
-                       haze=palette.MIDDLE_RIDGE_HAZE, haze_strength=0.75)
+FAR = terrain.Range(seed=101, foot=640, height=330, depth=60, smoothness=4.1, spurs=1.6,
+                    relief=(0.67, 0.28, 0.05), ramp=palette.FAR_RIDGE_RAMP, haze=palette.FAR_RIDGE_HAZE,
+                    haze_strength=0.85, snow_line=0.50, dip=(1180, 0.30, 210))
+MIDDLE = terrain.Range(seed=211, foot=662, height=170, depth=40, smoothness=4.1, spurs=2.4,
+                       relief=(0.62, 0.30, 0.08), ramp=palette.MIDDLE_RIDGE_RAMP, haze=palette.MIDDLE_RIDGE_HAZE,
+                       haze_strength=0.75)
 
 
 def sky():
@@ -50,8 +52,8 @@ def add_moon_and_stars(picture):
         stars[star_y, star_x] += brightness * (1 - star_y / 350)
     stars = stars * 0.5 + shade.blur(stars, 0.8) * 0.9
     picture = picture + stars[..., None] * (0.95, 1.0, 0.9)
-    face = 0.84 + 0.20 * noise.fbm((HEIGHT, WIDTH), 2.6, seed=73)
-    return shade.mix(picture, palette.MOON, shade.smoothstep(radius + 0.8, radius - 0.8, distance) * np.clip(face, 0, 1))
+    face = np.clip(0.84 + 0.20 * noise.fbm((HEIGHT, WIDTH), 2.6, seed=73), 0, 1)
+    return shade.mix(picture, palette.MOON, shade.smoothstep(radius + 0.8, radius - 0.8, distance) * face)
 
 
 def add_tarn(picture):

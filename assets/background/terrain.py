@@ -52,7 +52,7 @@ def heights(design, columns):
     along = 0.62 + 0.9 * (noise.fbm_line(columns, 3.4, design.seed + 4) - 0.5)
     if design.dip:
         x, depth, width = design.dip
-        distance = shapes.wrapped(np.arange(columns) / columns * 2048 - x, 2048)
+        distance = shapes.wrapped(np.arange(columns) / OVERSAMPLING - x, columns / OVERSAMPLING)
         along = along - depth * np.exp(-((distance / width) ** 2))
     return np.clip(envelope * (0.16 + 0.84 * field) * along * 1.6, 0, None)
 

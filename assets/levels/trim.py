@@ -129,7 +129,8 @@ def trim_of(walls, frame):
 
 def tiled_polygon(number, picture, points):
     x, y = points[0]
-    return {"class": "polygon", "height": 0, "id": number, "name": "trim", "polygon": [{"x": px - x, "y": py - y} for px, py in points],
+    return {"class": "polygon", "height": 0, "id": number, "name": "trim",
+            "polygon": [{"x": px - x, "y": py - y} for px, py in points],
             "properties": [{"name": "mode", "propertytype": "mode", "type": "string", "value": "seen-only"},
                            {"name": "texture", "type": "string", "value": f"gfx\\{picture}.tga"}],
             "rotation": 0, "visible": True, "width": 0, "x": x, "y": y}

@@ -1,4 +1,4 @@
-"""Draws textured polygons, objects and particles the way the game does, for the contact sheets.
+"""Draws textured polygons and particles the way the game does, for the contact sheets.
 
 World units, y down, `scale` pixels a unit. Pictures repeat, filtering is bilinear between mipmaps, and blending is
 by source alpha. Slow and plain; nothing of the game is made with it.
@@ -51,7 +51,7 @@ class Stage:
         self.scale, self.left, self.top = scale, left, top
         self.picture = np.zeros((round(height * scale), round(width * scale), 3))
 
-    def polygon(self, points, texture, tint=None):
+    def polygon(self, points, texture):
         """A polygon filled with a picture that tiles in world units, edges smoothed."""
         rows, columns = self.picture.shape[:2]
         pixels = [((x - self.left) * self.scale, (y - self.top) * self.scale) for x, y in points]
@@ -74,39 +74,26 @@ class Stage:
         if texture.shape[2] == 4:
             mask, texels = mask * texels[..., 3:], texels[..., :3]
         area = self.picture[y0:y1, x0:x1]
-        area[:] = area * (1 - mask) + texels * (1 if tint is None else tint) * mask
-
-    def object(self, picture, x, y):
-        """A picture of its own size, one pixel a unit, centred on a place."""
-        rows, columns = picture.shape[:2]
-        self.box(mipmaps(picture) if rows == columns else [picture], x, y, columns / 2, rows / 2, (1, 1, 1), 1.0)
+        area[:] = area * (1 - mask) + texels * mask
 
     def sprite(self, levels, x, y, half, colour):
         """A particle's quad: four numbers of colour, the last alpha."""
-        self.box(levels, x, y, half, half, colour[:3], colour[3])
-
-    def box(self, levels, x, y, half_width, half_height, colour, alpha):
         scale, (rows, columns) = self.scale, self.picture.shape[:2]
-        x0, x1 = (x - half_width - self.left) * scale, (x + half_width - self.left) * scale
-        y0, y1 = (y - half_height - self.top) * scale, (y + half_height - self.top) * scale
+        x0, x1 = (x - half - self.left) * scale, (x + half - self.left) * scale
+        y0, y1 = (y - half - self.top) * scale, (y + half - self.top) * scale
         first, last = max(0, int(np.ceil(x0 - 0.5))), min(columns - 1, int(np.ceil(x1 - 0.5)) - 1)
         above, below = max(0, int(np.ceil(y0 - 0.5))), min(rows - 1, int(np.ceil(y1 - 0.5)) - 1)
         if last < first or below < above:
             return
         u = (np.arange(first, last + 1) + 0.5 - x0) / (x1 - x0)
         v = (np.arange(above, below + 1) + 0.5 - y0) / (y1 - y0)
-        if len(levels) == 1:
-            places = np.meshgrid(v * levels[0].shape[0] - 0.5, u * levels[0].shape[1] - 0.5, indexing="ij")
-            texels = np.dstack([ndimage.map_coordinates(levels[0][..., k], places, order=1, mode="nearest")
-                                for k in range(4)])
-        else:
-            level = float(np.clip(np.log2(levels[0].shape[0] / (x1 - x0)), 0, len(levels) - 1))
-            texels = bilinear(levels[int(level)], u, v)
-            if level % 1:
-                texels = shade.mix(texels, bilinear(levels[int(level) + 1], u, v), level % 1)
-        cover = texels[..., 3:] * alpha
+        level = float(np.clip(np.log2(levels[0].shape[0] / (x1 - x0)), 0, len(levels) - 1))
+        texels = bilinear(levels[int(level)], u, v)
+        if level % 1:
+            texels = shade.mix(texels, bilinear(levels[int(level) + 1], u, v), level % 1)
+        cover = texels[..., 3:] * colour[3]
         area = self.picture[above : below + 1, first : last + 1]
-        area[:] = area * (1 - cover) + texels[..., :3] * np.asarray(colour) * cover
+        area[:] = area * (1 - cover) + texels[..., :3] * np.asarray(colour[:3]) * cover
 
     def particles(self, look, sprites, water=(), steam=(), ice=()):
         """The six passes in the game's order. `look` are the keys of water.cfg, `sprites` pictures by name."""

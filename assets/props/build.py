@@ -1,7 +1,7 @@
 """Writes the things that stand about in a level: grass, the lantern and its glow, and the wheel's eight frames.
 
-An object is drawn centred on its place, one pixel a unit, on any layer. Each picture keeps a clear border of two pixels,
-since pictures repeat; sides are powers of two, so a thing is often smaller than its picture.
+An object is drawn centred on its place, one pixel a unit, on any layer. Each picture keeps a clear border of two
+pixels, since pictures repeat; sides are powers of two, so a thing is often smaller than its picture.
 """
 
 import numpy as np
@@ -34,8 +34,8 @@ class Canvas:
         self.pen.polygon(self.scaled(points), fill=colour_bytes(colour) + (255,))
 
     def line(self, points, width, colour):
-        self.pen.line(self.scaled(points), fill=colour_bytes(colour) + (255,), width=max(1, round(width * OVERSAMPLING)),
-                      joint="curve")
+        self.pen.line(self.scaled(points), fill=colour_bytes(colour) + (255,),
+                      width=max(1, round(width * OVERSAMPLING)), joint="curve")
 
     def ellipse(self, left, top, right, bottom, colour):
         self.pen.ellipse([value * OVERSAMPLING for value in (left, top, right, bottom)],
