@@ -133,6 +133,10 @@ int runCompile(const Arguments& arguments, std::ostream& errors) {
     std::string bytes;
     std::vector<std::string> warnings;
     const bool compiled = withFile(arguments.input, errors, [&] {
+        std::error_code error; // of a file that is not there, and so not the same
+        if (std::filesystem::equivalent(arguments.input, arguments.output, error)) {
+            throw ToolError("is the map and the level file at once");
+        }
         bytes = writeLevel(compileLevel(TiledMap::read(readMapText(arguments.input)), warnings));
     });
     if (!compiled) {

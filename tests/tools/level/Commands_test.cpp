@@ -124,6 +124,15 @@ TEST_F(LevelCommandsTest, CompileTellsWhenTheLevelCannotBeWritten) {
     expectRefused({"compile", map, "/dev/full"}, "/dev/full: cannot be written to its end");
 }
 
+TEST_F(LevelCommandsTest, CompileDoesNotOverwriteTheMap) {
+    const std::string text = mapOfObjects("");
+    const std::string map = write("a.tmj", text);
+
+    expectRefused({"compile", map, path("data/../a.tmj")}, map + ": is the map and the level file at once");
+
+    EXPECT_EQ(read(map), text);
+}
+
 TEST_F(LevelCommandsTest, InfoPrintsWhatTheFileHolds) {
     const int status = run({"info", write("a.rivl", writeLevel(triangleLevel()))});
 
