@@ -5,6 +5,7 @@
 #include "support/Keyboard.h"
 #include "support/ModuleTest.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -28,15 +29,18 @@ public:
     }
     void keyboardPressed(std::uint32_t key) override { heard.push_back("key " + std::to_string(key)); }
     void keyboardReleased(std::uint32_t key) override { heard.push_back("key up " + std::to_string(key)); }
+    void windowResized() override { heard.emplace_back("resized"); }
+    void windowRedrawing() override { heard.emplace_back("redrawing"); }
+    void windowFocusLost() override { heard.emplace_back("focus lost"); }
     void windowClosing() override { heard.emplace_back("closing"); }
     void windowClosed() override { heard.emplace_back("closed"); }
 };
 
-void sendButton(Uint32 type, int button) {
+void sendButton(Uint32 type, int button, int clicks = 1) {
     SDL_Event event{};
     event.type = type;
     event.button.button = static_cast<Uint8>(button);
-    event.button.clicks = 1;
+    event.button.clicks = static_cast<Uint8>(clicks);
     event.button.x = 10;
     event.button.y = 20;
     SDL_PushEvent(&event);
@@ -51,6 +55,8 @@ protected:
         GLWindow::setEventListener(&listener);
     }
     ~GLWindowTest() override { GLWindow::close(); }
+
+    static std::array<std::uint16_t, 256> gammaRamp(float gamma) { return GLWindow::gammaRamp(gamma); }
 
     RecordingListener listener;
 };
@@ -168,6 +174,168 @@ TEST_F(GLWindowTest, ACloseRequestAlwaysEndsInDestruction) {
 
     EXPECT_FALSE(GLWindow::exists());
     EXPECT_EQ(listener.heard, (std::vector<std::string>{"closing", "closed"}));
+}
+
+TEST_F(GLWindowTest, TheSecondPressOfADoubleClickIsNotDelivered) {
+    for (const int clicks : {1, 2, 3, 4, 5}) {
+        sendButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT, clicks);
+        sendButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_LEFT, clicks);
+    }
+    GLWindow::run();
+
+    EXPECT_EQ(listener.heard,
+              (std::vector<std::string>{"pressed 1", "released 1", "released 1", "pressed 1", "released 1",
+                                        "released 1", "pressed 1", "released 1"}));
+}
+
+TEST_F(GLWindowTest, AMouseButtonIsDownFromItsPressToItsRelease) {
+    sendButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_RIGHT);
+    GLWindow::run();
+    const bool downAfterPress = GLWindow::mouseButtonPressed(2);
+    const bool asKey = GLWindow::keyboardKeyPressed(2);
+    sendButton(SDL_MOUSEBUTTONUP, SDL_BUTTON_RIGHT);
+    GLWindow::run();
+
+    EXPECT_TRUE(downAfterPress);
+    EXPECT_TRUE(asKey);
+    EXPECT_FALSE(GLWindow::mouseButtonPressed(2));
+    EXPECT_FALSE(GLWindow::mouseButtonPressed(3));
+}
+
+TEST_F(GLWindowTest, AMouseEventTellsWhereTheMouseIs) {
+    sendButton(SDL_MOUSEBUTTONDOWN, SDL_BUTTON_LEFT);
+    GLWindow::run();
+
+    EXPECT_EQ(GLWindow::getMouseX(), 10u);
+    EXPECT_EQ(GLWindow::getMouseY(), 20u);
+}
+
+TEST_F(GLWindowTest, ShiftIsDownAsLongAsOneOfItsSidesIs) {
+    constexpr std::uint32_t shift = 0x10;
+    constexpr std::uint32_t leftShift = 0xA0;
+    constexpr std::uint32_t rightShift = 0xA1;
+    pressKey(SDL_SCANCODE_LSHIFT, SDLK_LSHIFT);
+    pressKey(SDL_SCANCODE_RSHIFT, SDLK_RSHIFT);
+    releaseKey(SDL_SCANCODE_LSHIFT, SDLK_LSHIFT);
+    GLWindow::run();
+
+    EXPECT_TRUE(GLWindow::keyboardKeyPressed(shift));
+    EXPECT_FALSE(GLWindow::keyboardKeyPressed(leftShift));
+    EXPECT_TRUE(GLWindow::keyboardKeyPressed(rightShift));
+}
+
+TEST_F(GLWindowTest, AKeyThatChangesItsNumberWhileHeldDoesNotStayDown) {
+    pressKey(SDL_SCANCODE_KP_4, SDLK_KP_4); // NumLock is off: Left
+    GLWindow::run();
+    SDL_Event release{};
+    release.type = SDL_KEYUP;
+    release.key.keysym.scancode = SDL_SCANCODE_KP_4;
+    release.key.keysym.sym = SDLK_KP_4;
+    release.key.keysym.mod = KMOD_NUM;
+    SDL_PushEvent(&release);
+    GLWindow::run();
+
+    EXPECT_FALSE(GLWindow::keyboardKeyPressed(key::left));
+}
+
+TEST_F(GLWindowTest, LosingTheFocusMinimisesAndTellsOnce) {
+    sendWindowEvent(SDL_WINDOWEVENT_FOCUS_GAINED);
+    GLWindow::run();
+    sendWindowEvent(SDL_WINDOWEVENT_FOCUS_LOST);
+    GLWindow::run();
+    const bool minimised = GLWindow::isMinimised();
+    GLWindow::run();
+    sendWindowEvent(SDL_WINDOWEVENT_RESTORED); // a desktop that restores without giving the focus
+    GLWindow::run();
+
+    EXPECT_TRUE(minimised);
+    EXPECT_EQ(listener.heard, std::vector<std::string>{"focus lost"});
+}
+
+TEST_F(GLWindowTest, EveryLossOfTheFocusIsTold) {
+    for (int i = 0; i < 2; ++i) {
+        sendWindowEvent(SDL_WINDOWEVENT_RESTORED);
+        sendWindowEvent(SDL_WINDOWEVENT_FOCUS_GAINED);
+        GLWindow::run();
+        sendWindowEvent(SDL_WINDOWEVENT_FOCUS_LOST);
+        GLWindow::run();
+    }
+
+    EXPECT_EQ(listener.heard, (std::vector<std::string>{"focus lost", "focus lost"}));
+}
+
+TEST_F(GLWindowTest, AWindowThatNeverHadTheFocusDoesNotLoseIt) {
+    GLWindow::run();
+
+    EXPECT_FALSE(GLWindow::isMinimised());
+    EXPECT_TRUE(listener.heard.empty());
+}
+
+TEST_F(GLWindowTest, ANewSizeIsToldAtOnceAndOnlyOnce) {
+    GLWindow::setClientSize(400, 300);
+    const std::vector<std::string> atOnce = listener.heard;
+    GLWindow::setClientSize(400, 300);
+    GLWindow::run();
+
+    EXPECT_EQ(atOnce, std::vector<std::string>{"resized"});
+    EXPECT_EQ(listener.heard, atOnce);
+    EXPECT_EQ(GLWindow::getClientWidth(), 400);
+    EXPECT_EQ(GLWindow::getHeight(), 300); // no frame
+}
+
+TEST_F(GLWindowTest, SizesBelowOneAreIgnored) {
+    GLWindow::setClientSize(0, 300);
+    GLWindow::setSize(300, -1);
+
+    EXPECT_TRUE(listener.heard.empty());
+    EXPECT_EQ(GLWindow::getClientWidth(), 800);
+}
+
+TEST_F(GLWindowTest, AskedRepaintsAndExposuresAreServedOnce) {
+    GLWindow::requestRepaint();
+    GLWindow::run();
+    sendWindowEvent(SDL_WINDOWEVENT_EXPOSED);
+    sendWindowEvent(SDL_WINDOWEVENT_EXPOSED);
+    GLWindow::run();
+
+    EXPECT_EQ(listener.heard, (std::vector<std::string>{"redrawing", "redrawing"}));
+}
+
+TEST_F(GLWindowTest, AListenerMayCloseTheWindowAnywhere) {
+    class Closer final : public GLWindowEventListener {
+    public:
+        int closed = 0;
+        void keyboardPressed(std::uint32_t) override { GLWindow::close(); }
+        void windowClosed() override {
+            ++closed;
+            GLWindow::close();
+        }
+    };
+    Closer closer;
+    GLWindow::setEventListener(&closer);
+    pressKey(SDL_SCANCODE_A, SDLK_a);
+    pressKey(SDL_SCANCODE_B, SDLK_b);
+
+    GLWindow::run();
+
+    EXPECT_FALSE(GLWindow::exists());
+    EXPECT_EQ(closer.closed, 1);
+}
+
+TEST_F(GLWindowTest, TheGammaRampStepsByWholeMultiples) {
+    EXPECT_EQ(gammaRamp(1.0f)[1], 255);
+    EXPECT_EQ(gammaRamp(1.0f)[255], 65025);
+    EXPECT_EQ(gammaRamp(0.5f)[2], 254); // 127 a step
+    EXPECT_EQ(gammaRamp(2.0f)[128], 65280);
+    EXPECT_EQ(gammaRamp(2.0f)[200], 0xFFFF);
+    EXPECT_EQ(gammaRamp(0.0f)[255], 0);
+}
+
+TEST_F(GLWindowTest, AHeadlessWindowHasNoSamplesAndNoContext) {
+    EXPECT_FALSE(GLWindow::contextCurrent());
+    EXPECT_FALSE(GLWindow::setAntiAliasingMode(4));
+    EXPECT_TRUE(GLWindow::setAntiAliasingMode(1));
+    EXPECT_FALSE(GLWindow::isFullscreen());
 }
 
 } // namespace tarnwick
