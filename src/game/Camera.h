@@ -55,6 +55,7 @@ private:
     friend class ModuleReset;
     friend class SimulationState;
     friend class CameraTest;
+    friend class CameraViewTest;
     friend class SceneAccess;
 
     struct State {
