@@ -2,6 +2,7 @@
 #include "core/CrashReport.h"
 #include "core/LocationStack.h"
 #include "game/Game.h"
+#include "game/HighScores.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 
@@ -42,10 +43,12 @@ int main() {
     GLTextureManager::initialise();
     GLConsole::initialise();
     smoothEdges();
+    HighScores::loadScores();
     GLWindow::giveFocous();
     if (GLWindow::exists()) {
         Game::run("maps\\testLevel.rivl");
     }
+    HighScores::saveScores();
     GLConsole::shutdown();
     GLTextureManager::shutdown();
     return 0;

@@ -8,6 +8,7 @@
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
+#include "game/HighScores.h"
 #include "graphics/DynamicPolygonRenderer.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
@@ -39,6 +40,7 @@ void ModuleReset::all() {
     GLWindow::close();
     GLWindow::state = {};
     Game::state = {};
+    HighScores::state = {};
     LevelBspTree::state = {};
     LevelGeometryRenderer::state = {};
     Level::polygons.clear();

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace tarnwick {
+
+/// One line of the table, the same in memory and in the file: 28 bytes.
+struct HighScoreEntry {
+    std::array<char, 24> name{}; ///< Latin-1, ended by a zero byte; at most 20 characters are ever entered.
+    std::uint32_t score = 0;
+};
+static_assert(sizeof(HighScoreEntry) == 28);
+
+/// The table of the ten best scores. It is in memory from the program's start to its end and on disk only at
+/// these two moments: `sav\scores.sav` is a magic number and the ten entries, 284 bytes, little-endian.
+class HighScores {
+public:
+    HighScores() = delete;
+
+    static constexpr std::size_t entryCount = 10;
+    static constexpr std::uint32_t fileMagic = 0x1231230F;
+    using Table = std::array<HighScoreEntry, entryCount>;
+
+    /// Best first.
+    static const Table& table() { return state.highScoreTable; }
+    /// What stands before the first zero byte of an entry's name: a name from a broken file may have none.
+    static std::string nameOf(const HighScoreEntry& entry);
+
+    /// Ten times "NO NAME" with nothing.
+    static void setDefaultScores();
+    /// Reads the file. If it is missing, short or of another magic number the default table stands; nothing
+    /// is reported.
+    static void loadScores();
+    /// Writes the file, and makes its folder if need be. Nothing is reported when that fails.
+    static void saveScores();
+    /// Puts an entry behind all whose score is not below its own; the last falls out. Does nothing if its
+    /// score is above none.
+    static void addHighScore(const HighScoreEntry& entry);
+
+private:
+    friend class ModuleReset;
+
+    struct State {
+        Table highScoreTable{};
+    };
+    static State state;
+};
+
+} // namespace tarnwick
