@@ -8,12 +8,13 @@
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
+#include "tools/state/JsonObject.h"
 #include "tools/state/SimulationState.h"
 
 #include <nlohmann/json.hpp>
 
-#include <cmath>
-#include <limits>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace tarnwick {
@@ -39,73 +40,9 @@ std::string keepNegativeZeros(const std::string& line) {
     return kept;
 }
 
-[[noreturn]] void fail(const std::string& what, const char* wanted) {
-    throw StateError("\"" + what + "\" is not " + wanted);
-}
-
-float asFloat(const Json& value, const std::string& what) {
-    if (!value.is_number()) {
-        fail(what, "a number");
-    }
-    const auto wide = value.get<double>();
-    if (std::abs(wide) > static_cast<double>(std::numeric_limits<float>::max())) {
-        fail(what, "a 32-bit float");
-    }
-    return static_cast<float>(wide);
-}
-
-template <typename Integer>
-Integer asInteger(const Json& value, const std::string& what) {
-    if (!value.is_number_integer()) {
-        fail(what, "a whole number");
-    }
-    if (value.is_number_unsigned()) {
-        if (value.get<std::uint64_t>() > static_cast<std::uint64_t>(std::numeric_limits<Integer>::max())) {
-            fail(what, "in the range of its kind");
-        }
-        return static_cast<Integer>(value.get<std::uint64_t>());
-    }
-    const auto negative = value.get<std::int64_t>();
-    if (std::is_unsigned_v<Integer> ||
-        negative < static_cast<std::int64_t>(std::numeric_limits<Integer>::min())) {
-        fail(what, "in the range of its kind");
-    }
-    return static_cast<Integer>(negative);
-}
-
-bool asFlag(const Json& value, const std::string& what) {
-    if (!value.is_boolean()) {
-        fail(what, "true or false");
-    }
-    return value.get<bool>();
-}
-
-const Json& asArray(const Json& value, const std::string& what) {
-    if (!value.is_array()) {
-        fail(what, "a list");
-    }
-    return value;
-}
-
-/// Flags of a particle's row are 0 or 1.
-bool asBit(const Json& value, const std::string& what) {
-    const auto bit = asInteger<std::uint32_t>(value, what);
-    if (bit > 1) {
-        fail(what, "0 or 1");
-    }
-    return bit == 1;
-}
-
-Vector2 asVector(const Json& value, const std::string& what) {
-    if (asArray(value, what).size() != 2) {
-        fail(what, "a pair of numbers");
-    }
-    return {asFloat(value[0], what), asFloat(value[1], what)};
-}
-
 Particle asParticle(const Json& row, const std::string& what) {
     if (asArray(row, what).size() != particleValues) {
-        fail(what, "a list of rows of 27 values");
+        refuseField(what, "a list of rows of 27 values");
     }
     const auto pair = [&](std::size_t i) {
         return Vector2{asFloat(row[i], what), asFloat(row[i + 1], what)};
@@ -128,7 +65,7 @@ Particle asParticle(const Json& row, const std::string& what) {
     particle.groupDirection = pair(21);
     particle.groupFraction = asFloat(row[23], what);
     if (particle.gridCellX >= ParticleMover::gridSize || particle.gridCellY >= ParticleMover::gridSize) {
-        fail(what, "inside the grid of 1024 by 1024 cells");
+        refuseField(what, "inside the grid of 1024 by 1024 cells");
     }
     return particle;
 }
@@ -146,40 +83,6 @@ void linkIntoCell(Particle& particle) {
 }
 
 } // namespace
-
-/// An object of the line, whose fields must all be there.
-class JsonObject {
-public:
-    JsonObject(const Json& json, std::string path)
-        : object(json)
-        , name(std::move(path)) {
-        if (!object.is_object()) {
-            fail(name.empty() ? "the line" : name, "an object");
-        }
-    }
-
-    const Json& field(const char* key) const {
-        const auto found = object.find(key);
-        if (found == object.end()) {
-            throw StateError("no field \"" + path(key) + "\"");
-        }
-        return *found;
-    }
-    JsonObject child(const char* key) const { return {field(key), path(key)}; }
-    float number(const char* key) const { return asFloat(field(key), path(key)); }
-    bool flag(const char* key) const { return asFlag(field(key), path(key)); }
-    Vector2 vector(const char* key) const { return asVector(field(key), path(key)); }
-    const Json& array(const char* key) const { return asArray(field(key), path(key)); }
-    template <typename Integer>
-    Integer integer(const char* key) const {
-        return asInteger<Integer>(field(key), path(key));
-    }
-    std::string path(const char* key) const { return name.empty() ? key : name + "." + key; }
-
-private:
-    const Json& object;
-    std::string name; ///< How messages call it; empty for the line itself.
-};
 
 /// Everything a line holds, before any of it reaches a module.
 struct SimulationState::Restored {
@@ -212,7 +115,7 @@ RunPosition SimulationState::read(const std::string& line) {
     restored.position.tick = in.integer<std::uint64_t>("tick");
     restored.position.dt = in.number("dt");
     if (!in.field("time").is_number()) {
-        fail("time", "a number");
+        refuseField("time", "a number");
     }
     restored.position.time = in.field("time").get<double>();
     restored.random = in.integer<std::uint32_t>("random");
@@ -232,7 +135,7 @@ void SimulationState::readCamera(const JsonObject& in, Restored& restored) {
     camera = Camera::state; // the configuration stays
     camera.cameraState = in.integer<std::int32_t>("state");
     if (camera.cameraState < Camera::movingToWaypoint || camera.cameraState > Camera::zoomingIn) {
-        fail("camera.state", "a state from 0 to 4");
+        refuseField("camera.state", "a state from 0 to 4");
     }
     camera.cameraX = in.number("x");
     camera.cameraY = in.number("y");

@@ -1,0 +1,69 @@
+#include "tools/state/JsonObject.h"
+
+#include "tools/state/SimulationState.h"
+
+#include <cmath>
+
+namespace tarnwick {
+
+void refuseField(const std::string& what, const char* wanted) {
+    throw StateError("\"" + what + "\" is not " + wanted);
+}
+
+float asFloat(const nlohmann::json& value, const std::string& what) {
+    if (!value.is_number()) {
+        refuseField(what, "a number");
+    }
+    const auto wide = value.get<double>();
+    if (std::abs(wide) > static_cast<double>(std::numeric_limits<float>::max())) {
+        refuseField(what, "a 32-bit float");
+    }
+    return static_cast<float>(wide);
+}
+
+bool asFlag(const nlohmann::json& value, const std::string& what) {
+    if (!value.is_boolean()) {
+        refuseField(what, "true or false");
+    }
+    return value.get<bool>();
+}
+
+bool asBit(const nlohmann::json& value, const std::string& what) {
+    const auto bit = asInteger<std::uint32_t>(value, what);
+    if (bit > 1) {
+        refuseField(what, "0 or 1");
+    }
+    return bit == 1;
+}
+
+Vector2 asVector(const nlohmann::json& value, const std::string& what) {
+    if (asArray(value, what).size() != 2) {
+        refuseField(what, "a pair of numbers");
+    }
+    return {asFloat(value[0], what), asFloat(value[1], what)};
+}
+
+const nlohmann::json& asArray(const nlohmann::json& value, const std::string& what) {
+    if (!value.is_array()) {
+        refuseField(what, "a list");
+    }
+    return value;
+}
+
+JsonObject::JsonObject(const nlohmann::json& json, std::string path)
+    : object(json)
+    , name(std::move(path)) {
+    if (!object.is_object()) {
+        refuseField(name.empty() ? "the line" : name, "an object");
+    }
+}
+
+const nlohmann::json& JsonObject::field(const char* key) const {
+    const auto found = object.find(key);
+    if (found == object.end()) {
+        throw StateError("no field \"" + path(key) + "\"");
+    }
+    return *found;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "core/Vector2.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace tarnwick {
+
+// Values of a state line. Each function gives the value of the kind that its name says, or throws
+// `StateError` with the name `what` of the field.
+
+[[noreturn]] void refuseField(const std::string& what, const char* wanted);
+/// No larger than a 32-bit float can hold.
+float asFloat(const nlohmann::json& value, const std::string& what);
+bool asFlag(const nlohmann::json& value, const std::string& what);
+/// A whole number that is 0 or 1.
+bool asBit(const nlohmann::json& value, const std::string& what);
+/// A list of two numbers.
+Vector2 asVector(const nlohmann::json& value, const std::string& what);
+const nlohmann::json& asArray(const nlohmann::json& value, const std::string& what);
+
+/// A whole number in the range of `Integer`.
+template <typename Integer>
+Integer asInteger(const nlohmann::json& value, const std::string& what) {
+    if (!value.is_number_integer()) {
+        refuseField(what, "a whole number");
+    }
+    if (value.is_number_unsigned()) {
+        if (value.get<std::uint64_t>() > static_cast<std::uint64_t>(std::numeric_limits<Integer>::max())) {
+            refuseField(what, "in the range of its kind");
+        }
+        return static_cast<Integer>(value.get<std::uint64_t>());
+    }
+    const auto negative = value.get<std::int64_t>();
+    if (std::is_unsigned_v<Integer> ||
+        negative < static_cast<std::int64_t>(std::numeric_limits<Integer>::min())) {
+        refuseField(what, "in the range of its kind");
+    }
+    return static_cast<Integer>(negative);
+}
+
+/// An object of the line, whose fields must all be there. Refers to the parsed line, which must outlive it.
+class JsonObject {
+public:
+    /// `path` is how messages call it; empty for the line itself.
+    JsonObject(const nlohmann::json& json, std::string path);
+
+    const nlohmann::json& field(const char* key) const;
+    JsonObject child(const char* key) const { return {field(key), path(key)}; }
+    float number(const char* key) const { return asFloat(field(key), path(key)); }
+    bool flag(const char* key) const { return asFlag(field(key), path(key)); }
+    Vector2 vector(const char* key) const { return asVector(field(key), path(key)); }
+    const nlohmann::json& array(const char* key) const { return asArray(field(key), path(key)); }
+    template <typename Integer>
+    Integer integer(const char* key) const {
+        return asInteger<Integer>(field(key), path(key));
+    }
+    std::string path(const char* key) const { return name.empty() ? key : name + "." + key; }
+
+private:
+    const nlohmann::json& object;
+    std::string name;
+};
+
+} // namespace tarnwick
