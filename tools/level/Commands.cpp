@@ -76,7 +76,6 @@ void writeFile(const std::string& name, const std::string& bytes) {
 }
 
 /// Keeps the number of a version that the game does not read.
-// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted through its base.
 class VersionReader final : public LevelFile::Reader {
 public:
     void wrongVersion(std::uint32_t found) override { version = found; }
