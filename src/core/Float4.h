@@ -43,6 +43,13 @@ struct Float4 {
     }
 };
 
+/// Writes the four numbers at `from`, each plus `shift`, to `to`.
+inline void storeShifted(std::uint32_t* to, const std::uint32_t* from, std::uint32_t shift) {
+    const __m128i numbers = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+    const __m128i shifts = _mm_set1_epi32(static_cast<int>(shift));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm_add_epi32(numbers, shifts));
+}
+
 #else
 
 struct Float4 {
@@ -94,6 +101,12 @@ struct Float4 {
         return each([&](int i) { return a.lanes[i] > b.lanes[i] ? value.lanes[i] : 0.0f; });
     }
 };
+
+inline void storeShifted(std::uint32_t* to, const std::uint32_t* from, std::uint32_t shift) {
+    for (int i = 0; i < 4; ++i) {
+        to[i] = from[i] + shift;
+    }
+}
 
 #endif
 

@@ -7,7 +7,6 @@
 #include "particles/Particle.h"
 
 #include <cmath>
-#include <ranges>
 
 namespace tarnwick {
 
@@ -21,9 +20,22 @@ constexpr int largestPassCount = 3;
 
 CircleCollision::State CircleCollision::state;
 
+void CircleCollision::prepare() {
+    TARNWICK_LOCATION("CircleCollision::prepare");
+    if (state.fieldGeneration == LevelBspTree::generation()) {
+        return;
+    }
+    std::vector<LevelBspNode*> nodes;
+    LevelBspTree::getNodeList(nodes);
+    state.collisionPoints.resize(nodes.size());
+    state.collisionNodes.resize(nodes.size());
+    state.field.build(LevelBspTree::rootNode());
+    state.fieldGeneration = LevelBspTree::generation();
+}
+
 bool CircleCollision::collisionTest(Vector2& centre, float radius) {
     TARNWICK_LOCATION("CircleCollision::collisionTest");
-    return collisionTestStatic(centre, radius);
+    return collisionTestStatic(centre, radius); // the moving edges, when there are any, go before
 }
 
 bool CircleCollision::collisionTestStatic(Vector2& centre, float radius) {
@@ -31,58 +43,48 @@ bool CircleCollision::collisionTestStatic(Vector2& centre, float radius) {
     state.contactCount = 0;
     state.contactNormal = {};
     state.contactFriction = 1.0f;
-    if (state.fieldGeneration != LevelBspTree::generation()) {
-        state.field.build(LevelBspTree::rootNode());
-        state.fieldGeneration = LevelBspTree::generation();
-    }
-    const CollisionField::Start start = radius == particleRadius
-                                            ? state.field.startAt(centre)
-                                            : CollisionField::Start{LevelBspTree::rootNode()};
-    if (start.node == nullptr) {
-        return false;
-    }
-    state.collisionCentre = &centre;
-    state.collisionRadius = radius;
-    buildPointsAndNodesList(start.node, start.alone);
-    return !state.collisionPoints.empty() && resolveCollisions(); // without a point there is no edge either
+    buildPointsAndNodesList(centre, radius);
+    return state.pointCount > 0 &&
+           resolveCollisions(centre, radius); // without a point there is no edge either
 }
 
-void CircleCollision::buildPointsAndNodesList(const LevelBspNode* node, bool alone) {
+void CircleCollision::buildPointsAndNodesList(Vector2 collisionCentre, float collisionRadius) {
     TARNWICK_LOCATION("CircleCollision::buildPointsAndNodesList");
-    const Vector2 centre = *state.collisionCentre;
-    const float radius = state.collisionRadius;
-    for (;;) {
-        const Vector2 fromStart = centre - node->start;
+    state.pointCount = 0;
+    state.nodeCount = 0;
+    if (state.fieldGeneration != LevelBspTree::generation()) {
+        prepare();
+    }
+    const CollisionField::Start start =
+        collisionRadius == particleRadius // exactly: the field was made for this one
+            ? state.field.startAt(collisionCentre)
+            : CollisionField::Start{LevelBspTree::rootNode()};
+    const LevelBspNode* node = start.node;
+    while (node != nullptr) {
+        const Vector2 fromStart = collisionCentre - node->start;
         const float d = dotProduct(fromStart, node->normal);
-        const LevelBspNode* next = nullptr;
-        if (d >= radius) {
+        const LevelBspNode* next = node->behind;
+        if (d >= collisionRadius) {
             next = node->inFront;
-        } else if (d < -radius) {
-            next = node->behind;
-        } else {
-            if (node->hasEdge) {
-                const float t = dotProduct(fromStart, node->direction);
-                if (t >= 0.0f && t <= node->length) {
-                    state.collisionNodes.push_back(node);
-                    state.collisionPoints.push_back({node->start + node->direction * t, node->friction});
-                } else if (t >= -radius && t <= node->length + radius) { // past an end: only that can be hit
-                    const Vector2 corner =
-                        t > 0.0f ? node->start + node->direction * node->length : node->start;
-                    state.collisionPoints.push_back({corner, node->friction});
-                }
+        } else if (!(d < -collisionRadius)) {
+            const float t = dotProduct(fromStart, node->direction);
+            if (node->hasEdge && t >= 0.0f && t <= node->length) {
+                state.collisionNodes[state.nodeCount++] = node;
+                state.collisionPoints[state.pointCount++] = {node->start + node->direction * t,
+                                                             node->friction};
+            } else if (node->hasEdge && t >= -collisionRadius && t <= node->length + collisionRadius) {
+                // Past an end: only that can be hit.
+                const Vector2 corner = t > 0.0f ? node->start + node->direction * node->length : node->start;
+                state.collisionPoints[state.pointCount++] = {corner, node->friction};
             }
-            next = node->behind;
-            if (!alone && node->inFront != nullptr) {
+            if (!start.alone && node->inFront != nullptr) {
                 state.openNodes.push_back(node->inFront); // after all that is behind
             }
         }
-        if (alone) {
+        if (start.alone) {
             return;
         }
-        if (next == nullptr) {
-            if (state.openNodes.empty()) {
-                return;
-            }
+        if (next == nullptr && !state.openNodes.empty()) {
             next = state.openNodes.back();
             state.openNodes.pop_back();
         }
@@ -90,19 +92,23 @@ void CircleCollision::buildPointsAndNodesList(const LevelBspNode* node, bool alo
     }
 }
 
-bool CircleCollision::resolveCollisions() {
+bool CircleCollision::resolveCollisions(Vector2& collisionCentre, float collisionRadius) {
     TARNWICK_LOCATION("CircleCollision::resolveCollisions");
-    const float radius = state.collisionRadius;
+    const float radius = collisionRadius;
     const float radiusSquared = radius * radius;
-    Vector2 centre = *state.collisionCentre;
+    const CollisionPoint* const points = state.collisionPoints.data();
+    const CollisionNode* const* const nodes = state.collisionNodes.data();
+    const std::size_t pointCount = state.pointCount;
+    const std::size_t nodeCount = state.nodeCount;
+    Vector2 centre = collisionCentre;
     Vector2 normalSum;
     float frictionSum = 0.0f;
     std::uint32_t count = 0;
 
     const auto resolvePointCollisions = [&] {
-        bool moved = false;
-        for (const CollisionPoint& point : std::views::reverse(state.collisionPoints)) {
-            const Vector2 toPoint = point.position - centre;
+        const std::uint32_t countBefore = count;
+        for (std::size_t i = pointCount; i-- > 0;) {
+            const Vector2 toPoint = points[i].position - centre;
             const float distanceSquared = dotProduct(toPoint, toPoint);
             if (distanceSquared >= radiusSquared) {
                 continue; // its root cannot round to less than the radius: spares most roots
@@ -112,47 +118,48 @@ bool CircleCollision::resolveCollisions() {
                 const Vector2 normal = toPoint / distance;
                 centre -= normal * (radius - distance);
                 normalSum += normal;
-                frictionSum += point.friction;
+                frictionSum += points[i].friction;
                 ++count;
-                moved = true;
             }
         }
-        return moved;
+        return count != countBefore;
     };
     const auto resolveLineCollisions = [&] {
-        bool moved = false;
-        for (const CollisionNode* edge : std::views::reverse(state.collisionNodes)) {
-            const float d = dotProduct(centre - edge->start, edge->normal);
+        const std::uint32_t countBefore = count;
+        for (std::size_t i = nodeCount; i-- > 0;) {
+            const CollisionNode& edge = *nodes[i];
+            const float d = dotProduct(centre - edge.start, edge.normal);
             if (d >= -radius) { // no upper bound: an edge in the list catches a centre however deep
-                centre -= edge->normal * (radius + d);
-                normalSum += edge->normal;
-                frictionSum += edge->friction;
+                const float depth = radius + d;
+                // A zero move changes nothing, save the sign of a zero. To leave it out spares a wait: what
+                // rests on a surface is at its radius from it, and the next pass starts from there.
+                if (depth != 0.0f || centre.x == 0.0f || centre.y == 0.0f) {
+                    centre -= edge.normal * depth;
+                }
+                normalSum += edge.normal;
+                frictionSum += edge.friction;
                 ++count;
-                moved = true;
             }
         }
-        return moved;
+        return count != countBefore;
     };
 
-    bool anyMoved = false;
     for (int pass = 0; pass < largestPassCount; ++pass) {
         const bool pointMoved = resolvePointCollisions();
         const bool lineMoved = resolveLineCollisions();
         if (!pointMoved && !lineMoved) {
             break;
         }
-        anyMoved = true;
     }
-    if (count > 0) {
-        const float share = 1.0f / static_cast<float>(count);
-        *state.collisionCentre = centre;
-        state.contactCount = count;
-        state.contactNormal = normalSum * share;
-        state.contactFriction = frictionSum * share;
+    if (count == 0) {
+        return false;
     }
-    state.collisionPoints.clear();
-    state.collisionNodes.clear();
-    return anyMoved;
+    const float share = 1.0f / static_cast<float>(count);
+    collisionCentre = centre;
+    state.contactCount = count;
+    state.contactNormal = normalSum * share;
+    state.contactFriction = frictionSum * share;
+    return true;
 }
 
 } // namespace tarnwick

@@ -39,33 +39,35 @@ public:
     /// contact.
     static float contactFriction() { return state.contactFriction; }
 
+    /// Gets ready for the level's tree, which the first test after a change of the level would do else.
+    static void prepare();
+
 private:
     friend class ModuleReset;
     friend class SimulationState;
 
     struct State {
-        CollisionField field;               ///< Of the tree of `fieldGeneration`.
-        std::uint32_t fieldGeneration = 0;  ///< Of `LevelBspTree`; 0 for none.
-        Vector2* collisionCentre = nullptr; ///< The position under test, moved in place; not owned.
-        float collisionRadius = 0.0f;       ///< World units.
+        CollisionField field;              ///< Of the tree of `fieldGeneration`.
+        std::uint32_t fieldGeneration = 0; ///< Of `LevelBspTree`; 0 for none.
         /// Candidates of the test that runs, in the order found; they are resolved from the last to the
-        /// first. Empty between tests, but their memory stays.
+        /// first. There is always room for every edge of the level.
         std::vector<CollisionPoint> collisionPoints;
         std::vector<const CollisionNode*> collisionNodes; ///< Not owned.
-        std::vector<const LevelBspNode*>
-            openNodes;                  ///< Subtrees that the walk comes back to, the next one last.
-        std::uint32_t contactCount = 0; ///< Contacts resolved in the last test.
+        std::size_t pointCount = 0;
+        std::size_t nodeCount = 0;
+        std::vector<const LevelBspNode*> openNodes; ///< Subtrees the walk comes back to, the next one last.
+        std::uint32_t contactCount = 0;             ///< Contacts resolved in the last test.
         Vector2 contactNormal;
         float contactFriction = 1.0f;
     };
     static State state;
 
-    /// Gathers the candidates of the tree from `node` down: of each node first its own, then those behind,
-    /// then those in front. Of an edge that the centre projects onto, the edge and its nearest point; else
-    /// the end in reach.
-    static void buildPointsAndNodesList(const LevelBspNode* node, bool alone);
-    /// Moves the circle out of all candidates, points first, derives the means and empties the lists.
-    static bool resolveCollisions();
+    /// Gathers the candidates of the tree: of each node first its own, then those behind, then those in
+    /// front. Of an edge that the centre projects onto, the edge and its nearest point; else the end in
+    /// reach.
+    static void buildPointsAndNodesList(Vector2 collisionCentre, float collisionRadius);
+    /// Moves the circle out of all candidates, points first, and derives the means.
+    static bool resolveCollisions(Vector2& collisionCentre, float collisionRadius);
 };
 
 } // namespace tarnwick

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 
 namespace tarnwick {
 
@@ -54,6 +55,11 @@ constexpr LanePacking makeLanePacking() {
 }
 constexpr LanePacking lanePacking = makeLanePacking();
 
+/// Whether a push velocity is anything but +0 in both parts; the meetings of those that are change nothing.
+bool isPush(Vector2 push) {
+    return (std::bit_cast<std::uint64_t>(push)) != 0;
+}
+
 constexpr std::uint32_t lowestLanes(std::uint32_t count) {
     return (1u << count) - 1u;
 }
@@ -70,14 +76,16 @@ void NeighbourField::load(const ParticleList& particles) {
     const std::size_t count = particles.size();
     x.resize(count + lanes); // a visit reads up to three bodies past the end of a row
     y.resize(count + lanes);
-    motions.resize(count + lanes);
-    temperatures.resize(count + lanes);
+    shares.resize(count + lanes);
+    pushes.resize(count + lanes);
     slots.resize(count);
     inReach.resize(count + lanes);
     touched.clear();
     nodes.clear();
+    anyPush = false;
     for (const Particle& particle : particles) {
         nodes.push_back(&particle);
+        anyPush |= isPush(particle.pushVelocity);
         if (!particle.inGrid) {
             continue;
         }
@@ -117,9 +125,15 @@ void NeighbourField::unload(ParticleList& particles) {
         particle.temperature = last.temperature;
         ++index;
     }
+    clear();
+}
+
+void NeighbourField::clear() {
+    TARNWICK_LOCATION("NeighbourField::clear");
     for (const std::uint32_t cell : touched) {
         rows[cell] = {};
     }
+    touched.clear();
 }
 
 std::uint32_t NeighbourField::gatherInReach(std::uint32_t column, std::uint32_t row, Vector2 position) {
@@ -138,27 +152,36 @@ std::uint32_t NeighbourField::gatherInReach(std::uint32_t column, std::uint32_t 
     const float* const positionsY = y.data();
     std::uint32_t* const found = inReach.data();
     std::uint32_t count = 0;
+    const auto compareFour = [&](std::uint32_t slot, std::uint32_t wanted) {
+        const Float4 dx = centreX - Float4::load(positionsX + slot);
+        const Float4 dy = centreY - Float4::load(positionsY + slot);
+        const std::uint32_t mask = notGreaterOrEqual(dx * dx + dy * dy, limit) & wanted;
+        storeShifted(found + count, lanePacking.numbers[mask].data(), slot);
+        count += lanePacking.count[mask];
+    };
     for (const std::uint32_t visit : visits) {
         const Row bodies = rows[cell + visit];
-        for (std::uint32_t slot = bodies.begin; slot < bodies.end; slot += lanes) {
-            const Float4 dx = centreX - Float4::load(positionsX + slot);
-            const Float4 dy = centreY - Float4::load(positionsY + slot);
-            const std::uint32_t mask =
-                notGreaterOrEqual(dx * dx + dy * dy, limit) & lowestLanes(std::min(bodies.end - slot, lanes));
-            const auto& numbers = lanePacking.numbers[mask];
-            std::uint32_t* const place = found + count;
-            place[0] = slot + numbers[0];
-            place[1] = slot + numbers[1];
-            place[2] = slot + numbers[2];
-            place[3] = slot + numbers[3];
-            count += lanePacking.count[mask];
+        std::uint32_t slot = bodies.begin;
+        for (; slot + lanes < bodies.end; slot += lanes) {
+            compareFour(slot, lowestLanes(lanes));
         }
+        compareFour(
+            slot, lowestLanes(bodies.end - slot)); // also of none: whether a row is empty is hard to foretell
     }
     return count;
 }
 
 Overlap NeighbourField::meetNeighbours(std::uint32_t column, std::uint32_t row, Body& body) {
     TARNWICK_LOCATION("NeighbourField::meetNeighbours");
+    if (anyPush) {
+        return meet<true>(column, row, body);
+    }
+    return meet<false>(column, row, body);
+}
+
+template <bool withPush>
+Overlap NeighbourField::meet(std::uint32_t column, std::uint32_t row, Body& body) {
+    TARNWICK_LOCATION("NeighbourField::meet");
     const std::uint32_t count = gatherInReach(column, row, body.position);
     std::uint32_t* const others = inReach.data();
     for (std::uint32_t lane = 0; lane < lanes; ++lane) {
@@ -167,29 +190,31 @@ Overlap NeighbourField::meetNeighbours(std::uint32_t column, std::uint32_t row, 
     // The arrays' addresses, in registers: to the compiler each store below might have moved them.
     const float* const positionsX = x.data();
     const float* const positionsY = y.data();
-    float* const otherMotions = &motions.data()->velocity.x;
-    float* const otherTemperatures = temperatures.data();
+    float* const otherShares = shares.data()->numbers;
+    Vector2* const otherPushes = pushes.data();
     const Float4 centreX = Float4::all(body.position.x);
     const Float4 centreY = Float4::all(body.position.y);
     const Float4 spot = Float4::all(onOneSpot);
     const Float4 half = Float4::all(0.5f);
-    Float4 motion = Float4::of(body.velocity.x, body.velocity.y, body.pushVelocity.x, body.pushVelocity.y);
-    float temperature = body.temperature;
+    Float4 share = Float4::of(body.velocity.x, body.velocity.y, body.temperature, 0.0f);
+    Vector2 push = body.pushVelocity;
     Vector2 direction;
     float amount = 0.0f;
     std::uint32_t pushCount = 0;
     float apartX[lanes];
     float apartY[lanes];
     float overlap[lanes];
-    const auto meet = [&](std::uint32_t other, std::uint32_t lane) {
+    const auto meetOne = [&](std::uint32_t other, std::uint32_t lane) {
         direction.x += apartX[lane];
         direction.y += apartY[lane];
         amount += overlap[lane];
-        float* const otherMotion = otherMotions + std::size_t{lanes} * other;
-        motion = (motion + Float4::load(otherMotion)) * half;
-        motion.store(otherMotion);
-        temperature = (temperature + otherTemperatures[other]) * 0.5f;
-        otherTemperatures[other] = temperature;
+        float* const otherShare = otherShares + std::size_t{lanes} * other;
+        share = (share + Float4::load(otherShare)) * half;
+        share.store(otherShare);
+        if constexpr (withPush) {
+            push = (push + otherPushes[other]) * 0.5f;
+            otherPushes[other] = push;
+        }
     };
     for (std::uint32_t first = 0; first < count; first += lanes) {
         const std::uint32_t present = std::min(count - first, lanes);
@@ -203,21 +228,21 @@ Overlap NeighbourField::meetNeighbours(std::uint32_t column, std::uint32_t row, 
         whereGreater(r, spot, Float4::all(reach) - r).store(overlap);
         pushCount += lanePacking.count[greater(r, spot) & lowestLanes(present)];
         if (present == lanes) {
-            meet(four[0], 0);
-            meet(four[1], 1);
-            meet(four[2], 2);
-            meet(four[3], 3);
+            meetOne(four[0], 0);
+            meetOne(four[1], 1);
+            meetOne(four[2], 2);
+            meetOne(four[3], 3);
         } else {
             for (std::uint32_t lane = 0; lane < present; ++lane) {
-                meet(four[lane], lane);
+                meetOne(four[lane], lane);
             }
         }
     }
-    float velocities[lanes];
-    motion.store(velocities);
-    body.velocity = {velocities[0], velocities[1]};
-    body.pushVelocity = {velocities[2], velocities[3]};
-    body.temperature = temperature;
+    float numbers[lanes];
+    share.store(numbers);
+    body.velocity = {numbers[0], numbers[1]};
+    body.temperature = numbers[2];
+    body.pushVelocity = push;
     if (pushCount > 0) {
         direction = direction / static_cast<float>(pushCount);
         amount = amount / static_cast<float>(pushCount);

@@ -40,6 +40,8 @@ public:
     /// Gives the bodies back to their particles, and forgets them. `particles` has lost those that were
     /// dropped.
     void unload(ParticleList& particles);
+    /// Forgets the bodies.
+    void clear();
 
     /// Number of the body of the particle at `index` in the list that was loaded.
     std::uint32_t slotOf(std::size_t index) const { return slots[index]; }
@@ -52,7 +54,8 @@ public:
     }
 
     Body body(std::uint32_t slot) const {
-        return {{x[slot], y[slot]}, motions[slot].velocity, motions[slot].pushVelocity, temperatures[slot]};
+        const auto& [velocityX, velocityY, temperature, unused] = shares[slot].numbers;
+        return {{x[slot], y[slot]}, {velocityX, velocityY}, pushes[slot], temperature};
     }
     /// Makes a body one that nobody meets: for its own visit, and for a particle that is gone.
     void hide(std::uint32_t slot) { x[slot] = std::numeric_limits<float>::infinity(); }
@@ -61,29 +64,32 @@ public:
     void put(std::uint32_t slot, const Body& body) {
         x[slot] = body.position.x;
         y[slot] = body.position.y;
-        motions[slot] = {body.velocity, body.pushVelocity};
-        temperatures[slot] = body.temperature;
+        shares[slot] = {{body.velocity.x, body.velocity.y, body.temperature, 0.0f}};
+        pushes[slot] = body.pushVelocity;
     }
     /// Lets a hidden body in the cell (column, row) meet all neighbours. Changes its velocities and
     /// temperature, and theirs.
     Overlap meetNeighbours(std::uint32_t column, std::uint32_t row, Body& body);
 
 private:
-    /// Two velocities, world units per second: what one exchange of four floats averages.
-    struct alignas(16) Motion {
-        Vector2 velocity;
-        Vector2 pushVelocity;
+    /// What neighbours share, for one exchange of four floats: velocity x and y, temperature, and 0.
+    struct alignas(16) Share {
+        float numbers[4];
     };
 
     static constexpr std::uint32_t dropped = ~0u; ///< Slot of a particle that is gone.
 
     /// Fills `inReach` for a body at `position`, and gives its length.
     std::uint32_t gatherInReach(std::uint32_t column, std::uint32_t row, Vector2 position);
+    template <bool withPush>
+    Overlap meet(std::uint32_t column, std::uint32_t row, Body& body);
 
     std::vector<float> x;
     std::vector<float> y;
-    std::vector<Motion> motions;
-    std::vector<float> temperatures;
+    std::vector<Share> shares;
+    std::vector<Vector2> pushes; ///< Push velocities, which neighbours share too.
+    bool anyPush =
+        false; ///< Not all of them are zero. Hardly ever so: then they are left out of the exchange.
     std::vector<std::uint32_t> slots;   ///< By index in the list.
     std::vector<const Particle*> nodes; ///< By index in the list; only while loading.
     std::vector<std::uint32_t> touched; ///< Cells that hold bodies.

@@ -4,9 +4,9 @@
 #include "core/ConfigFile.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
-#include "core/Random.h"
 #include "game/Camera.h"
 #include "particles/CircleCollision.h"
+#include "particles/FreezeField.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
 #include "particles/ViewRectangle.h"
@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <vector>
 
 namespace tarnwick {
 
@@ -39,35 +38,6 @@ float radiusOf(std::size_t count) {
     TARNWICK_LOCATION("ParticleGroupMover::radiusOf");
     // Kept: pi does not cancel to the last bit.
     return std::sqrt(static_cast<float>(count) * particleRadius * particleRadius * pi / pi);
-}
-
-/// Draws a member's place in its group, which it keeps for as long as it is frozen.
-void givePlace(Particle& member) {
-    TARNWICK_LOCATION("ParticleGroupMover::givePlace");
-    member.groupDirection.x = randomFloat() - 0.5f;
-    member.groupDirection.y = randomFloat() - 0.5f;
-    normaliseVector(member.groupDirection);
-    member.groupFraction = randomFloat();
-}
-
-/// Moves every particle of `source` within reach of `from` to the front of `group`'s members and adds it to
-/// `found`, in list order. Those of the free list leave the grid.
-void gatherNear(const Particle& from,
-                ParticleGroup& group,
-                ParticleList& source,
-                std::vector<Particle*>& found) {
-    TARNWICK_LOCATION("ParticleGroupMover::gatherNear");
-    for (auto place = source.begin(); place != source.end();) {
-        const auto next = std::next(place);
-        const Vector2 apart = place->position - from.position;
-        if (dotProduct(apart, apart) <= freezeReach) {
-            ParticleMover::removeGridParticle(*place);
-            group.members.splice(group.members.begin(), source, place);
-            found.push_back(&group.members.front());
-            givePlace(group.members.front());
-        }
-        place = next;
-    }
 }
 
 /// What a melted member is in the free list: at rest in its group's motion, outside the grid.
@@ -125,9 +95,13 @@ void ParticleGroupMover::doParticleGrouping(ParticleList& particles) {
         }
         place = next;
     }
+    if (frozen.empty()) {
+        return;
+    }
+    FreezeField field(frozen, particles);
     while (!frozen.empty()) {
         ParticleGroup& group = groups.emplace_front();
-        group.members.splice(group.members.begin(), frozen, frozen.begin());
+        field.takeFirstFrozen(group);
         Particle& first = group.members.front();
         group.centre = first.position;
         group.velocity = first.velocity;
@@ -135,8 +109,7 @@ void ParticleGroupMover::doParticleGrouping(ParticleList& particles) {
         group.pushVelocity = first.pushVelocity;
         group.temperature = first.temperature;
         first.speed = 0.0f;
-        givePlace(first);
-        particleGroupRecursive(first, group, frozen, particles);
+        field.gather(first, group);
         group.targetRadius = radiusOf(group.members.size());
     }
 }
@@ -146,18 +119,7 @@ void ParticleGroupMover::particleGroupRecursive(Particle& from,
                                                 ParticleList& frozen,
                                                 ParticleList& particles) {
     TARNWICK_LOCATION("ParticleGroupMover::particleGroupRecursive");
-    // Depth first as by recursion, but a lake of water would be too deep for the stack: what one member finds
-    // is visited, with all that follows from it, before what an earlier one has still open.
-    std::vector<Particle*> open{&from};
-    std::vector<Particle*> found;
-    while (!open.empty()) {
-        const Particle& member = *open.back();
-        open.pop_back();
-        found.clear();
-        gatherNear(member, group, frozen, found);
-        gatherNear(member, group, particles, found);
-        open.insert(open.end(), found.rbegin(), found.rend());
-    }
+    FreezeField(frozen, particles).gather(from, group);
 }
 
 void ParticleGroupMover::runSimulation(float dt, ParticleList& particles) {

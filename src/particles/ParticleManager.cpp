@@ -7,6 +7,7 @@
 #include "core/Random.h"
 #include "core/Strings.h"
 #include "game/Camera.h"
+#include "particles/CircleCollision.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleMover.h"
 
@@ -36,6 +37,7 @@ void ParticleManager::initialise() {
     GLConsole::print("\nInitialising particle manager..");
     ParticleMover::initialise();
     ParticleGroupMover::initialise();
+    CircleCollision::prepare(); // now, and not in the level's first tick
     GLConsole::addCommand("Gravity", conCmdGravity);
     GLConsole::addCommand("RoomTemperature", conCmdRoomTemperature);
     GLConsole::addCommand("HeatTransferRate", conCmdHeatTransferRate);
