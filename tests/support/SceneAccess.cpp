@@ -55,6 +55,15 @@ void SceneAccess::buildBasin(float left, float right, float floor, float height)
     buildTree();
 }
 
+void SceneAccess::buildBowl(float width, float bottom, float slope) {
+    constexpr float thickness = 60.0f;
+    constexpr float friction = 0.5f;
+    const float rim = bottom - width * slope;
+    const float base = bottom + thickness;
+    addPolygon({{-width, rim}, {0.0f, bottom}, {width, rim}, {width, base}, {-width, base}}, friction);
+    buildTree();
+}
+
 float SceneAccess::simulationDecay() {
     return ParticleMover::state.simulationDecay;
 }

@@ -31,6 +31,8 @@ public:
     static void buildTree();
     /// A floor from `left` to `right` with its top at y = `floor`, and walls of `height` on both sides.
     static void buildBasin(float left, float right, float floor, float height);
+    /// Two slopes that meet at (0, `bottom`), each `width` wide and rising by `slope` units a unit.
+    static void buildBowl(float width, float bottom, float slope);
     static float simulationDecay();
 };
 
