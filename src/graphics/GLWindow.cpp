@@ -366,7 +366,7 @@ bool GLWindow::recreate(std::uint32_t samples) {
     SDL_InitSubSystem(SDL_INIT_VIDEO);
     close();
 
-    reopen(samples);
+    reopen(samples, width, height);
     setPosition(x, y);
     setClientSize(width, height);
     setTitle(title);
@@ -379,11 +379,11 @@ bool GLWindow::recreate(std::uint32_t samples) {
     return state.antiAliasingMode == samples;
 }
 
-/// A window with the wanted samples, else one without multisampling, shown; takes over the caller's hold on
-/// SDL's video.
-void GLWindow::reopen(std::uint32_t samples) {
+/// A window with the wanted samples, else one without multisampling, shown in its size; takes over the
+/// caller's hold on SDL's video.
+void GLWindow::reopen(std::uint32_t samples, std::int32_t width, std::int32_t height) {
     TARNWICK_LOCATION("GLWindow::reopen");
-    if (!openWithSamples(samples) && !openWithSamples(1)) {
+    if (!openWithSamples(samples, width, height) && !openWithSamples(1, width, height)) {
         fail("Unable to create window.", "Error");
     }
     if (state.antiAliasingMode > 1) {
@@ -396,9 +396,9 @@ void GLWindow::reopen(std::uint32_t samples) {
 }
 
 /// A driver may promise samples and have none: the GL itself is asked.
-bool GLWindow::openWithSamples(std::uint32_t samples) {
+bool GLWindow::openWithSamples(std::uint32_t samples, std::int32_t width, std::int32_t height) {
     TARNWICK_LOCATION("GLWindow::openWithSamples");
-    state.windowHandle = createPlatformWindow(firstWidth, firstHeight, samples);
+    state.windowHandle = createPlatformWindow(width, height, samples);
     if (state.windowHandle == nullptr) {
         return false;
     }

@@ -257,8 +257,8 @@ private:
     static SDL_Window* createPlatformWindow(std::int32_t width, std::int32_t height, std::uint32_t samples);
     static void openForEvents();
     static void showForTheFirstTime();
-    static bool openWithSamples(std::uint32_t samples);
-    static void reopen(std::uint32_t samples);
+    static bool openWithSamples(std::uint32_t samples, std::int32_t width, std::int32_t height);
+    static void reopen(std::uint32_t samples, std::int32_t width, std::int32_t height);
     static void setIcon();
     static void pumpUntilPlaced();
     static void windowDestroyed();

@@ -158,8 +158,9 @@ void GLWindow::resizePlatformWindow(std::int32_t width, std::int32_t height) {
         clientAreaResized(width, height);
         return;
     }
+    const bool sizeStays = width == getClientWidth() && height == getClientHeight();
     SDL_Window* const larger =
-        offscreen() ? createPlatformWindow(width, height, state.antiAliasingMode) : nullptr;
+        offscreen() && !sizeStays ? createPlatformWindow(width, height, state.antiAliasingMode) : nullptr;
     if (larger == nullptr) {
         SDL_SetWindowSize(state.windowHandle, width, height);
     } else {

@@ -102,6 +102,8 @@ def other_window():
 
 def play(game):
     """Everything that a player does with the window; the asserts and waits are the test."""
+    wait_for("the level is there", lambda: "Game initialisation" in game.log())
+    time.sleep(1.0)  # the first frames
     game.screenshot("1_start")
     assert game.size() == (1280, 1024), f"the window is no full screen: {game.size()}"
 

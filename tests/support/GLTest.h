@@ -40,6 +40,7 @@ protected:
         GLWindow::glBeginDraw2d();
     }
     ~GLTest() override {
+        GLWindow::setEventListener(nullptr); // a test's own is gone by now
         GLTextureManager::shutdown();
         GLWindow::close();
     }
