@@ -4,7 +4,7 @@
 
 #include <SDL_surface.h>
 
-#include <cstring>
+#include <algorithm>
 #include <initializer_list>
 #include <memory>
 #include <vector>
@@ -23,8 +23,8 @@ using Bytes = std::vector<std::uint8_t>;
 Surface surfaceOf(int width, int height, Uint32 format, const Bytes& firstRow, const Bytes& lastRow = {}) {
     Surface surface(SDL_CreateRGBSurfaceWithFormat(0, width, height, 0, format));
     auto* const pixels = static_cast<std::uint8_t*>(surface->pixels);
-    std::memcpy(pixels, firstRow.data(), firstRow.size());
-    std::memcpy(pixels + (height - 1) * surface->pitch, lastRow.data(), lastRow.size());
+    std::copy(firstRow.begin(), firstRow.end(), pixels);
+    std::copy(lastRow.begin(), lastRow.end(), pixels + (height - 1) * surface->pitch);
     return surface;
 }
 
