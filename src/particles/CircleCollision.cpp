@@ -48,7 +48,7 @@ bool CircleCollision::collisionTestStatic(Vector2& centre, float radius) {
            resolveCollisions(centre, radius); // without a point there is no edge either
 }
 
-void CircleCollision::buildPointsAndNodesList(Vector2 collisionCentre, float collisionRadius) {
+void CircleCollision::buildPointsAndNodesList(const Vector2& collisionCentre, float collisionRadius) {
     TARNWICK_LOCATION("CircleCollision::buildPointsAndNodesList");
     state.pointCount = 0;
     state.nodeCount = 0;

@@ -65,7 +65,7 @@ private:
     /// Gathers the candidates of the tree: of each node first its own, then those behind, then those in
     /// front. Of an edge that the centre projects onto, the edge and its nearest point; else the end in
     /// reach.
-    static void buildPointsAndNodesList(Vector2 collisionCentre, float collisionRadius);
+    static void buildPointsAndNodesList(const Vector2& collisionCentre, float collisionRadius);
     /// Moves the circle out of all candidates, points first, and derives the means.
     static bool resolveCollisions(Vector2& collisionCentre, float collisionRadius);
 };

@@ -14,6 +14,7 @@ namespace {
 constexpr float reachSquared = 1600.0f; ///< 40 world units.
 constexpr float cellSize =
     28.0f; ///< World units. Its diagonal is 39.6: within reach, with room for rounding.
+constexpr float cellsPerUnit = 1.0f / cellSize;
 constexpr std::uint32_t border = 2; ///< Cells to either side that hold anything within reach.
 static_assert(2.0f * cellSize * cellSize < reachSquared);
 static_assert(static_cast<float>(border) * cellSize > 40.0f);
@@ -60,7 +61,7 @@ void ClusterSweep::layCells() {
         high = {std::max(high.x, position.x), std::max(high.y, position.y)};
         finite += position.x * 0.0f + position.y * 0.0f;
     }
-    const Vector2 extent = (high - low) / cellSize;
+    const Vector2 extent = (high - low) * cellsPerUnit;
     if (!(finite == 0.0f && extent.x < mostCells && extent.y < mostCells)) {
         return;
     }
@@ -73,9 +74,12 @@ void ClusterSweep::layCells() {
 }
 
 // no location: asked for every particle of a sweep
-std::uint32_t ClusterSweep::cellOf(Vector2 position) const {
-    const auto column = static_cast<std::uint32_t>((position.x - origin.x) / cellSize);
-    const auto row = static_cast<std::uint32_t>((position.y - origin.y) / cellSize);
+std::uint32_t ClusterSweep::cellOf(const Vector2& position) const {
+    if (columns == 0) {
+        return 0;
+    }
+    const auto column = static_cast<std::uint32_t>((position.x - origin.x) * cellsPerUnit);
+    const auto row = static_cast<std::uint32_t>((position.y - origin.y) * cellsPerUnit);
     return (row + border) * columns + column + border;
 }
 
@@ -86,11 +90,12 @@ std::span<const ClusterSweep::Entry> ClusterSweep::nextCluster() {
         return cluster;
     }
     ++clusterNumber;
-    addMember(shuffled[first]);
+    addMember(shuffled[first], cellOf(shuffled[first].position));
     std::size_t left = first; // those who stay close up behind the ones that are through
     for (std::size_t i = first + 1; i < end; ++i) {
-        if (joins(shuffled[i].position)) {
-            addMember(shuffled[i]);
+        const std::uint32_t cell = cellOf(shuffled[i].position);
+        if (joins(shuffled[i].position, cell)) {
+            addMember(shuffled[i], cell);
         } else {
             shuffled[left++] = shuffled[i];
         }
@@ -100,19 +105,18 @@ std::span<const ClusterSweep::Entry> ClusterSweep::nextCluster() {
 }
 
 // no location: asked for every particle of a sweep
-bool ClusterSweep::joins(Vector2 position) const {
+bool ClusterSweep::joins(const Vector2& position, std::uint32_t cell) const {
     if (columns == 0) {
         return std::ranges::any_of(
             cluster, [&](const Entry& member) { return withinReach(position, member.position); });
     }
-    const std::uint32_t cell = cellOf(position);
     if (cells[cell].memberMark == clusterNumber) {
         return true;
     }
     return cells[cell].nearMark == clusterNumber && memberWithinReach(position, cell);
 }
 
-bool ClusterSweep::memberWithinReach(Vector2 position, std::uint32_t cell) const {
+bool ClusterSweep::memberWithinReach(const Vector2& position, std::uint32_t cell) const {
     TARNWICK_LOCATION("ClusterSweep::memberWithinReach");
     for (std::uint32_t row = 0; row <= 2 * border; ++row) {
         const std::uint32_t leftmost = cell + row * columns - border * columns - border;
@@ -132,13 +136,12 @@ bool ClusterSweep::memberWithinReach(Vector2 position, std::uint32_t cell) const
 }
 
 // no location: called for every particle of a sweep
-void ClusterSweep::addMember(const Entry& entry) {
+void ClusterSweep::addMember(const Entry& entry, std::uint32_t cell) {
     const auto number = static_cast<std::uint32_t>(cluster.size());
     cluster.push_back(entry);
     if (columns == 0) {
         return;
     }
-    const std::uint32_t cell = cellOf(entry.position);
     const bool firstHere = cells[cell].memberMark != clusterNumber;
     nextMember[number] = firstHere ? none : cells[cell].newestMember;
     cells[cell].newestMember = number;

@@ -41,10 +41,10 @@ private:
     };
 
     void layCells();
-    std::uint32_t cellOf(Vector2 position) const;
-    bool joins(Vector2 position) const;
-    bool memberWithinReach(Vector2 position, std::uint32_t cell) const;
-    void addMember(const Entry& entry);
+    std::uint32_t cellOf(const Vector2& position) const;
+    bool joins(const Vector2& position, std::uint32_t cell) const;
+    bool memberWithinReach(const Vector2& position, std::uint32_t cell) const;
+    void addMember(const Entry& entry, std::uint32_t cell);
 
     std::vector<Entry> shuffled; ///< Those that are left lie at `first` to `end`.
     std::size_t first = 0;

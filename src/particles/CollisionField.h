@@ -29,7 +29,7 @@ public:
 
     /// Where to start for a particle at `centre`.
     // no location: asked for every step of every particle
-    Start startAt(Vector2 centre) const {
+    Start startAt(const Vector2& centre) const {
         const float column = (centre.x - origin.x) * cellsPerUnit;
         const float row = (centre.y - origin.y) * cellsPerUnit;
         if (!(column >= 0.0f && column < width && row >= 0.0f && row < height)) {

@@ -136,7 +136,8 @@ void NeighbourField::clear() {
     touched.clear();
 }
 
-std::uint32_t NeighbourField::gatherInReach(std::uint32_t column, std::uint32_t row, Vector2 position) {
+std::uint32_t
+NeighbourField::gatherInReach(std::uint32_t column, std::uint32_t row, const Vector2& position) {
     TARNWICK_LOCATION("NeighbourField::gatherInReach");
     // Kept: not the cells above and below its own, nor any further off. It sets how stiff the water is on
     // each axis.

@@ -80,7 +80,7 @@ private:
     static constexpr std::uint32_t dropped = ~0u; ///< Slot of a particle that is gone.
 
     /// Fills `inReach` for a body at `position`, and gives its length.
-    std::uint32_t gatherInReach(std::uint32_t column, std::uint32_t row, Vector2 position);
+    std::uint32_t gatherInReach(std::uint32_t column, std::uint32_t row, const Vector2& position);
     template <bool withPush>
     Overlap meet(std::uint32_t column, std::uint32_t row, Body& body);
 

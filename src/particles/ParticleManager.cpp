@@ -131,7 +131,7 @@ bool ParticleManager::stepParticle(Particle& particle, std::uint32_t slot, const
     return !gone;
 }
 
-void ParticleManager::applyGravity(Vector2& velocity, float temperature, Vector2 gravityStep) {
+void ParticleManager::applyGravity(Vector2& velocity, float temperature, const Vector2& gravityStep) {
     TARNWICK_LOCATION("ParticleManager::applyGravity");
     if (temperature >= steamTemperature) {
         velocity -= gravityStep * state.steamRiseRate;

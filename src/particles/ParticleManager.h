@@ -70,7 +70,7 @@ private:
     /// from the grid, and to be erased.
     static bool stepParticle(Particle& particle, std::uint32_t slot, const Tick& tick);
     /// Water falls; steam rises, and scatters in a direction for which it draws `randomFloat` once.
-    static void applyGravity(Vector2& velocity, float temperature, Vector2 gravityStep);
+    static void applyGravity(Vector2& velocity, float temperature, const Vector2& gravityStep);
 
     static float conCmdGravity(float value, bool set);
     static float conCmdRoomTemperature(float value, bool set);

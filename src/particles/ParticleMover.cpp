@@ -34,17 +34,6 @@ constexpr float gridReach =
 static_assert(interactionDistance == 2.0f * particleRadius);
 static_assert(largestStep < particleRadius); // or a particle could step through a wall
 
-/// The number of the cell under `offset` world units from the grid's origin on one axis. A number that no
-/// cell has for an offset outside; the unit left of the origin counts as inside, since the cut goes toward
-/// zero.
-std::uint32_t cellUnder(float offset) {
-    TARNWICK_LOCATION("ParticleMover::cellUnder");
-    if (!(offset > -1.0f && offset < 2.0f * static_cast<float>(ParticleMover::gridSize))) {
-        return ParticleMover::gridSize;
-    }
-    return static_cast<std::uint32_t>(static_cast<std::int32_t>(offset)) >> 1u;
-}
-
 } // namespace
 
 Particle* ParticleMover::particleGrid[gridSize * gridSize];
@@ -89,8 +78,14 @@ Vector2 ParticleMover::gridOrigin() {
     return Camera::position() + Camera::shakeOffset() - Vector2{gridReach, gridReach};
 }
 
-void ParticleMover::link(Particle& particle, Vector2 origin) {
+void ParticleMover::link(Particle& particle, const Vector2& origin) {
     TARNWICK_LOCATION("ParticleMover::link");
+    // The cut goes toward zero: up to a unit before the origin counts as inside. Whatever else lies outside,
+    // no number at all included, gets a number that no cell has.
+    const auto cellUnder = [](float offset) {
+        const bool inside = offset > -1.0f && offset < 2.0f * static_cast<float>(gridSize);
+        return inside ? static_cast<std::uint32_t>(static_cast<std::int32_t>(offset)) >> 1u : gridSize;
+    };
     const std::uint32_t column = cellUnder(particle.position.x - origin.x);
     const std::uint32_t row = cellUnder(particle.position.y - origin.y);
     if (column >= gridSize || row >= gridSize) {
@@ -213,7 +208,7 @@ void ParticleMover::moveParticle(Particle& particle, float dt) {
     pushOut(particle.position, direction, amount, dt);
 }
 
-bool ParticleMover::travel(Vector2& position, Vector2& velocity, Vector2 pushVelocity, float dt) {
+bool ParticleMover::travel(Vector2& position, Vector2& velocity, const Vector2& pushVelocity, float dt) {
     TARNWICK_LOCATION("ParticleMover::travel");
     const Vector2 v = velocity + pushVelocity;
     if (v == Vector2{}) { // exactly at rest
@@ -240,7 +235,7 @@ bool ParticleMover::travel(Vector2& position, Vector2& velocity, Vector2 pushVel
     return true;
 }
 
-void ParticleMover::pushOut(Vector2& position, Vector2 direction, float amount, float dt) {
+void ParticleMover::pushOut(Vector2& position, const Vector2& direction, float amount, float dt) {
     TARNWICK_LOCATION("ParticleMover::pushOut");
     amount *= std::min(dt / repulsionTimeBase, 1.0f);
     if (amount > 0.0f) {
@@ -308,7 +303,7 @@ void ParticleMover::runParticleAttractions(float dt) {
     }
 }
 
-void ParticleMover::attract(Vector2& position, Vector2 centre, float dt) {
+void ParticleMover::attract(Vector2& position, const Vector2& centre, float dt) {
     TARNWICK_LOCATION("ParticleMover::attract");
     const Vector2 toCentre = centre - position;
     const float r = vectorLength(toCentre);

@@ -67,10 +67,10 @@ public:
     /// The parts of `moveParticle` about its meetings with the neighbours.
     /// Walks a particle along its velocity, with a collision test after each move, and takes the contact's
     /// share out of `velocity`. False for one at rest, which does nothing.
-    static bool travel(Vector2& position, Vector2& velocity, Vector2 pushVelocity, float dt);
+    static bool travel(Vector2& position, Vector2& velocity, const Vector2& pushVelocity, float dt);
     /// Moves a particle out of its neighbours, by what a tick of `dt` seconds gives of the mean overlap
     /// `amount`.
-    static void pushOut(Vector2& position, Vector2 direction, float amount, float dt);
+    static void pushOut(Vector2& position, const Vector2& direction, float amount, float dt);
     /// Links every particle anew, in list order, as `removeGridParticle` and `addGridParticle` of each would.
     static void rebuildGrid(ParticleList& particles);
 
@@ -97,12 +97,12 @@ private:
 
     /// World units: the corner of cell (0, 0).
     static Vector2 gridOrigin();
-    static void link(Particle& particle, Vector2 origin);
+    static void link(Particle& particle, const Vector2& origin);
 
     /// Share of speed left after `dt` seconds on a surface of `friction`.
     static float speedKept(float friction, float dt);
     /// Pulls a particle toward its cluster's middle.
-    static void attract(Vector2& position, Vector2 centre, float dt);
+    static void attract(Vector2& position, const Vector2& centre, float dt);
 };
 
 } // namespace tarnwick
