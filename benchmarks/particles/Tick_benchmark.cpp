@@ -18,6 +18,7 @@
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "level/LevelBspTree.h"
+#include "particles/CircleCollision.h"
 #include "particles/NeighbourField.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -61,6 +62,7 @@ void startScene() {
 
 void buildBowl() {
     SceneAccess::buildBowl(600.0f, 200.0f, 0.25f);
+    CircleCollision::prepare();
 }
 
 /// Puts `water` in place of all particles, outside the grid.
