@@ -22,6 +22,7 @@ constexpr float mostCells = 512.0f; ///< On a side: no view holds particles furt
 constexpr std::uint32_t none = ~0u; ///< No member.
 
 // no location: asked for every pair of members
+// no location: one comparison, once a pair
 bool withinReach(Vector2 a, Vector2 b) {
     const Vector2 apart = a - b;
     return dotProduct(apart, apart) <= reachSquared;
@@ -74,6 +75,7 @@ void ClusterSweep::layCells() {
 }
 
 // no location: asked for every particle of a sweep
+// no location: two products, once a candidate
 std::uint32_t ClusterSweep::cellOf(const Vector2& position) const {
     if (columns == 0) {
         return 0;
@@ -105,6 +107,7 @@ std::span<const ClusterSweep::Entry> ClusterSweep::nextCluster() {
 }
 
 // no location: asked for every particle of a sweep
+// no location: a look-up, once a candidate
 bool ClusterSweep::joins(const Vector2& position, std::uint32_t cell) const {
     if (columns == 0) {
         return std::ranges::any_of(
@@ -136,6 +139,7 @@ bool ClusterSweep::memberWithinReach(const Vector2& position, std::uint32_t cell
 }
 
 // no location: called for every particle of a sweep
+// no location: a few stores, once a member
 void ClusterSweep::addMember(const Entry& entry, std::uint32_t cell) {
     const auto number = static_cast<std::uint32_t>(cluster.size());
     cluster.push_back(entry);

@@ -29,6 +29,7 @@ public:
 
     /// Where to start for a particle at `centre`.
     // no location: asked for every step of every particle
+    // no location: a look-up, several times a particle
     Start startAt(const Vector2& centre) const {
         const float column = (centre.x - origin.x) * cellsPerUnit;
         const float row = (centre.y - origin.y) * cellsPerUnit;

@@ -13,28 +13,11 @@ namespace tarnwick {
 
 namespace {
 
-/// A row of bodies: those of one cell.
-struct Row {
-    std::uint32_t begin = 0;
-    std::uint32_t end = 0;
-};
-
 constexpr std::uint32_t lanes = 4;
 constexpr float reach = 4.0f; ///< World units: two radii.
 constexpr float reachSquared =
     reach * reach;                  ///< A root below 4 belongs to a float below 16, and no other does.
 constexpr float onOneSpot = 1e-05f; ///< World units: below this two particles have no direction apart.
-
-/// The cells, with a border of empty ones on each side, so that a visit tests no limits. A column is a little
-/// longer than a power of two: columns side by side would fall on the same few lines of the cache.
-constexpr std::uint32_t columnLength = ParticleMover::gridSize + 2 + 14;
-constexpr std::uint32_t columnCount = ParticleMover::gridSize + 2;
-/// All empty between two ticks.
-Row rows[columnCount * columnLength];
-
-constexpr std::uint32_t cellAt(std::uint32_t column, std::uint32_t row) {
-    return (column + 1) * columnLength + row + 1;
-}
 
 /// For each set of lanes: their numbers, packed to the front, and how many they are.
 struct LanePacking {
@@ -56,8 +39,8 @@ constexpr LanePacking makeLanePacking() {
 constexpr LanePacking lanePacking = makeLanePacking();
 
 /// Whether a push velocity is anything but +0 in both parts; the meetings of those that are change nothing.
-bool isPush(Vector2 push) {
-    return (std::bit_cast<std::uint64_t>(push)) != 0;
+constexpr bool isPush(Vector2 push) {
+    return std::bit_cast<std::uint64_t>(push) != 0;
 }
 
 constexpr std::uint32_t lowestLanes(std::uint32_t count) {
@@ -65,14 +48,19 @@ constexpr std::uint32_t lowestLanes(std::uint32_t count) {
 }
 
 // no location: called for every pair of neighbours
+// no location: four loads, once for every four neighbours
 Float4 gather(const float* from, const std::uint32_t* slots) {
     return Float4::of(from[slots[0]], from[slots[1]], from[slots[2]], from[slots[3]]);
 }
 
 } // namespace
 
+NeighbourField::Row NeighbourField::rows[columnCount * columnLength];
+
 void NeighbourField::load(const ParticleList& particles) {
     TARNWICK_LOCATION("NeighbourField::load");
+    static_assert(columnCount == ParticleMover::gridSize + 2);
+    clear();
     const std::size_t count = particles.size();
     x.resize(count + lanes); // a visit reads up to three bodies past the end of a row
     y.resize(count + lanes);

@@ -35,6 +35,11 @@ struct Overlap {
 /// must go one by one, since each meeting starts from what the one before left.
 class NeighbourField {
 public:
+    NeighbourField() = default;
+    ~NeighbourField() { clear(); }
+    NeighbourField(const NeighbourField&) = default;
+    NeighbourField& operator=(const NeighbourField&) = default;
+
     /// Takes over the bodies of `particles`, whose grid cells must be those of this tick.
     void load(const ParticleList& particles);
     /// Gives the bodies back to their particles, and forgets them. `particles` has lost those that were
@@ -48,19 +53,23 @@ public:
 
     /// Leaves the body of a particle that is erased from the list out of account.
     // no location: two stores
+    // no location: two stores
     void drop(std::size_t index) {
         hide(slots[index]);
         slots[index] = dropped;
     }
 
     Body body(std::uint32_t slot) const {
-        const auto& [velocityX, velocityY, temperature, unused] = shares[slot].numbers;
-        return {{x[slot], y[slot]}, {velocityX, velocityY}, pushes[slot], temperature};
+        return {{x[slot], y[slot]},
+                {shares[slot].numbers[0], shares[slot].numbers[1]},
+                pushes[slot],
+                shares[slot].numbers[2]};
     }
     /// Makes a body one that nobody meets: for its own visit, and for a particle that is gone.
     void hide(std::uint32_t slot) { x[slot] = std::numeric_limits<float>::infinity(); }
     /// Puts a body back, changed, and visible.
     // no location: a handful of stores for every particle of a tick
+    // no location: a few stores, once a particle
     void put(std::uint32_t slot, const Body& body) {
         x[slot] = body.position.x;
         y[slot] = body.position.y;
@@ -76,6 +85,24 @@ private:
     struct alignas(16) Share {
         float numbers[4];
     };
+
+    /// Bodies in a row: those of one cell.
+    struct Row {
+        std::uint32_t begin = 0;
+        std::uint32_t end = 0;
+    };
+
+    /// A column of cells with a border of empty ones, so that a visit tests no limits. It is a little longer
+    /// than a power of two: columns side by side would fall on the same few lines of the cache.
+    static constexpr std::uint32_t columnLength = 1024 + 2 + 14;
+    static constexpr std::uint32_t columnCount = 1024 + 2;
+    /// The rows of all cells, by column and row. One field is loaded at a time; between two ticks all are
+    /// empty.
+    static Row rows[columnCount * columnLength];
+
+    static constexpr std::uint32_t cellAt(std::uint32_t column, std::uint32_t row) {
+        return (column + 1) * columnLength + row + 1;
+    }
 
     static constexpr std::uint32_t dropped = ~0u; ///< Slot of a particle that is gone.
 
