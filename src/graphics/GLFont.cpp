@@ -63,8 +63,10 @@ GLFont::GLFont(const GLTexture& source) {
     *this = source;
 }
 
+// Like the others it starts as the default picture and takes its source by assignment; g++ wants the base
+// named. NOLINTNEXTLINE(bugprone-copy-constructor-init)
 GLFont::GLFont(const GLFont& source)
-    : GLTexture() {
+    : GLTexture() { // NOLINT(readability-redundant-member-init)
     TARNWICK_LOCATION("GLFont::GLFont");
     *this = source;
 }

@@ -19,7 +19,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr std::uint32_t defaultImageSide = 16; ///< Pixels.
+constexpr std::size_t defaultImageSide = 16; ///< Pixels.
 
 struct FreeSurface {
     void operator()(SDL_Surface* surface) const {
@@ -99,11 +99,11 @@ bool GLTextureInternal::loadOther(const std::string& path) {
 void GLTextureInternal::defaultImage() {
     TARNWICK_LOCATION("GLTextureInternal::defaultImage");
     std::array<std::uint8_t, defaultImageSide * defaultImageSide * 4> pixels{};
-    for (std::uint32_t i = 0; i < defaultImageSide * defaultImageSide; ++i) {
+    for (std::size_t i = 0; i < defaultImageSide * defaultImageSide; ++i) {
         const bool white = (i % defaultImageSide + i / defaultImageSide) % 2 == 0;
         const std::uint8_t shade = white ? 255 : 0;
         const std::array<std::uint8_t, 4> pixel = {shade, shade, shade, 255};
-        std::copy(pixel.begin(), pixel.end(), pixels.begin() + i * 4);
+        std::copy(pixel.begin(), pixel.end(), pixels.begin() + static_cast<std::ptrdiff_t>(i * 4));
     }
     loaded = false;
     width = defaultImageSide;

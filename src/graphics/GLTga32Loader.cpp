@@ -14,7 +14,7 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t headerBytes = 18;
-constexpr std::uint32_t bytesPerPixel = 4;
+constexpr std::size_t bytesPerPixel = 4;
 constexpr std::uint32_t smallestSide = 4; ///< Pixels.
 constexpr std::uint8_t plainType = 2;
 constexpr std::uint8_t runLengthType = 10;

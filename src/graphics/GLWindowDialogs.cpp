@@ -67,6 +67,7 @@ std::string outputOf(std::vector<std::string> arguments) {
     posix_spawn_file_actions_addclose(&actions, ends[0]);
     posix_spawn_file_actions_addclose(&actions, ends[1]);
     std::vector<char*> argumentPointers;
+    argumentPointers.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) {
         argumentPointers.push_back(argument.data());
     }
