@@ -217,6 +217,23 @@ TEST_F(DesktopWindowTest, ZeroSamplesAreOneAndCreateTheWindowAnew) {
     EXPECT_EQ(glIsEnabled(GL_MULTISAMPLE), GL_FALSE);
 }
 
+TEST_F(DesktopWindowTest, ANumberOfSamplesThatFailsFallsBackToTheFormerOne) {
+    constexpr std::uint32_t tooMany = 64;
+
+    const bool fromNone = GLWindow::setAntiAliasingMode(tooMany);
+    const std::uint32_t modeAfterNone = GLWindow::getAntiAliasingMode();
+    GLWindow::setAntiAliasingMode(4);
+    const bool fromFour = GLWindow::setAntiAliasingMode(tooMany);
+    GLint samples = 0;
+    glGetIntegerv(GL_SAMPLES, &samples);
+
+    EXPECT_FALSE(fromNone);
+    EXPECT_EQ(modeAfterNone, 1u);
+    EXPECT_FALSE(fromFour);
+    EXPECT_EQ(GLWindow::getAntiAliasingMode(), 4u);
+    EXPECT_EQ(samples, 4);
+}
+
 TEST_F(DesktopWindowTest, TheCursorGoesToTheMiddleAndFromThere) {
     GLWindow::centerMouse();
     const std::int32_t x = GLWindow::getMouseScreenX();
