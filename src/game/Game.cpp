@@ -10,6 +10,7 @@
 #include "graphics/KeyMap.h"
 #include "graphics/ParticleRenderer.h"
 #include "level/Level.h"
+#include "level/LevelObjectsManager.h"
 #include "level/SurfaceTypeManager.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -248,6 +249,7 @@ void Game::runSimulation(float dt) {
     const std::uint64_t before = Clock::performanceCounter();
     const float step = std::min(dt, longestStep);
     ParticleManager::runSimulation(step);
+    LevelObjectsManager::runAnimations(step);
     measureSimulation(Clock::performanceCounter() - before);
 }
 

@@ -9,6 +9,7 @@
 #include "graphics/LevelGeometryRenderer.h"
 #include "graphics/ParticleRenderer.h"
 #include "level/Level.h"
+#include "level/LevelObjectsManager.h"
 #include "particles/ParticleGroupMover.h"
 
 #include <GL/gl.h>
@@ -36,11 +37,12 @@ void beginVirtualScreen() {
              static_cast<float>(GLWindow::getClientHeight()) / screenHeight, 1.0f);
 }
 
-/// One layer of the level, from the back: what can move, then what cannot.
+/// One layer of the level, from the back: what can move, then what cannot, then the objects.
 void drawLayer(std::uint32_t layer, void (*drawGeometry)()) {
     TARNWICK_LOCATION("Game::drawLayer");
     DynamicPolygonRenderer::drawLayer(layer);
     drawGeometry();
+    LevelObjectsManager::drawLayer(layer);
 }
 
 /// The outline of what the game camera sees, in the world.
@@ -115,6 +117,7 @@ void Game::drawLevel() {
     glDisable(GL_CULL_FACE);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    LevelObjectsManager::prepareDraw();
     DynamicPolygonRenderer::prepareDraw();
     drawLayer(0, LevelGeometryRenderer::drawLayer0);
     drawLayer(1, LevelGeometryRenderer::drawLayer1);
@@ -125,6 +128,7 @@ void Game::drawLevel() {
     drawLayer(4, LevelGeometryRenderer::drawLayer4);
     Level::debugDraw();
     ParticleGroupMover::debugDraw();
+    LevelObjectsManager::debugDraw();
 }
 
 /// A cross where the free camera stands, its coordinates, and the frame of the game camera's view.

@@ -7,6 +7,7 @@
 #include "level/LevelBspNode.h"
 #include "level/LevelBspTree.h"
 #include "level/LevelLoader.h"
+#include "level/LevelObjectsManager.h"
 
 namespace tarnwick {
 
@@ -35,6 +36,7 @@ void Level::clear() {
     GLConsole::removeCommand("DrawTriangles");
     LevelGeometryRenderer::shutdown();
     LevelBspTree::clear();
+    LevelObjectsManager::shutdown();
     DynamicPolygonRenderer::shutdown();
     polygons.clear(); // last: everything else points into them
     state.polygonNodes.clear();
@@ -51,6 +53,7 @@ void Level::reset() {
         polygon.previousOffsetY = 0.0f;
     }
     LevelBspTree::resetTree();
+    LevelObjectsManager::resetObjects();
 }
 
 void Level::debugDraw() {

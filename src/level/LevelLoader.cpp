@@ -7,6 +7,8 @@
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "level/LevelFile.h"
+#include "level/LevelObject.h"
+#include "level/LevelObjectsManager.h"
 #include "level/Polygon2D.h"
 #include "level/SurfaceTypeManager.h"
 
@@ -44,10 +46,24 @@ Polygon2D buildPolygon(const LevelFile::PolygonRecord& record) {
     return polygon;
 }
 
+/// An object of the level from its record; its pictures load on the way.
+LevelObject buildObject(const LevelFile::ObjectRecord& record) {
+    TARNWICK_LOCATION("LevelLoader::buildObject");
+    LevelObject object;
+    object.id = record.objectId;
+    object.setTexture(record.textureName);
+    object.layer = record.layer;
+    object.x = static_cast<float>(record.position.x);
+    object.y = static_cast<float>(record.position.y);
+    object.mirrored = record.mirrored != 0;
+    return object;
+}
+
 /// Builds what a level is made of while its file is read.
 class LevelBuilder final : public LevelFile::Reader {
 public:
     std::list<Polygon2D> polygons;
+    std::list<LevelObject> objects;
 
     void wrongVersion(std::uint32_t found) override {
         TARNWICK_LOCATION("LevelBuilder::wrongVersion");
@@ -64,8 +80,9 @@ public:
         GLWindow::run(); // keeps the window alive: cutting up an outline takes its time
     }
 
-    void objectRead(const LevelFile::ObjectRecord& /*record*/) override {
+    void objectRead(const LevelFile::ObjectRecord& record) override {
         TARNWICK_LOCATION("LevelBuilder::objectRead");
+        objects.push_back(buildObject(record));
         GLWindow::run();
     }
 
@@ -81,6 +98,10 @@ void handOver(const LevelFile& file, LevelBuilder& builder) {
     Level::clear(); // the old level goes only now
     Level::polygons.splice(Level::polygons.end(), builder.polygons);
     Level::setStartPoints(toVector(file.waterStart), toVector(file.cameraStart));
+    LevelObjectsManager::initialise();
+    for (const LevelObject& object : builder.objects) {
+        LevelObjectsManager::addObject(object);
+    }
 }
 
 } // namespace

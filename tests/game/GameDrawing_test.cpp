@@ -112,6 +112,61 @@ TEST_F(GameDrawingTest, WhatMovesLiesUnderTheFixedPolygonsOfItsLayer) {
     EXPECT_EQ(shownAt(160, 110), green);
 }
 
+TEST_F(GameDrawingTest, ObjectsLieOnThePolygonsOfTheirLayerAndUnderThoseOfTheNext) {
+    addSquare(100, 100, 50, "red", 2);
+    addSquare(200, 100, 50, "red", 3);
+    level.objects = {{1, "gfx\\green.tga", 2, {120, 120}, 0}, {2, "gfx\\green.tga", 2, {220, 120}, 0}};
+    play();
+
+    Game::drawPicture();
+
+    EXPECT_EQ(shownAt(120, 120), green);
+    EXPECT_EQ(shownAt(220, 120), red);
+}
+
+TEST_F(GameDrawingTest, ObjectsOfTwoLayersLieBehindTheWaterAndThoseOfThreeInFrontOfIt) {
+    for (std::int32_t layer = 0; layer < 5; ++layer) {
+        level.objects.push_back(
+            {0, "gfx\\green.tga", static_cast<std::uint32_t>(layer), {100 * layer + 20, 120}, 0});
+    }
+    play();
+    for (int layer = 0; layer < 5; ++layer) {
+        addWater(100.0f * static_cast<float>(layer) + 20.0f, 120.0f);
+    }
+
+    Game::drawPicture();
+
+    EXPECT_EQ(shownAt(20, 120), blue);
+    EXPECT_EQ(shownAt(120, 120), blue);
+    EXPECT_EQ(shownAt(220, 120), green);
+    EXPECT_EQ(shownAt(320, 120), green);
+    EXPECT_EQ(shownAt(420, 120), green);
+}
+
+TEST_F(GameDrawingTest, ObjectsStayWhenTheGeometryIsSwitchedOff) {
+    addSquare(100, 100, 50, "red", 1);
+    level.objects = {{1, "gfx\\green.tga", 1, {120, 120}, 0}};
+    play();
+    GLConsole::runLine("DrawLevelGeometry false");
+
+    Game::drawPicture();
+
+    EXPECT_EQ(shownAt(110, 110), black);
+    EXPECT_EQ(shownAt(120, 120), green);
+}
+
+TEST_F(GameDrawingTest, IdsOfObjectsLieOverTheWholeLevel) {
+    addSquare(100, 100, 100, "red", 4);
+    level.objects = {{1, "gfx\\green.tga", 0, {150, 150}, 0}};
+    play();
+    GLConsole::runLine("ObjectsDrawIds true");
+
+    Game::drawPicture();
+
+    EXPECT_EQ(shownAt(150, 138), white);
+    EXPECT_EQ(shownAt(150, 150), red);
+}
+
 TEST_F(GameDrawingTest, AChangeOfLevelShowsTheNewLevel) {
     addSquare(100, 100, 50, "red", 1);
     play();

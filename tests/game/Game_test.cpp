@@ -6,6 +6,7 @@
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
 #include "level/Level.h"
+#include "level/LevelObjectsManager.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "support/DataFolder.h"
@@ -196,6 +197,25 @@ TEST_F(GameTest, At20FramesASecondTheSimulationSlowsDownAndTheCameraDoesNot) {
 
     EXPECT_EQ(fallSpeed() - before, 0.033333335f * 700.0f);
     EXPECT_EQ(Camera::angle(), 0.05f * 60.0f);
+}
+
+TEST_F(GameTest, AnimationsRunWithTheSimulationAndAreSlowedDownWithIt) {
+    data.write("cfg/animation.cfg", "animationSpeeds = 10");
+    data.write("gfx/fan_frame0.tga", "");
+    data.write("gfx/fan_frame1.tga", "");
+    start();
+    LevelObject fan;
+    fan.setTexture("gfx\\fan_frame0.tga");
+    fan.paused = false;
+    LevelObjectsManager::addObject(fan);
+
+    Game::tick(0.05f);
+    const float afterTick = LevelObjectsManager::animatedObjects.front().frameTime;
+    state().paused = true;
+    Game::tick(0.05f);
+
+    EXPECT_EQ(afterTick, 0.033333335f);
+    EXPECT_EQ(LevelObjectsManager::animatedObjects.front().frameTime, afterTick);
 }
 
 TEST_F(GameTest, WhileTheCameraFliesTheWaterStandsStill) {

@@ -5,6 +5,7 @@
 #include "graphics/GLWindowEventListener.h"
 #include "level/Level.h"
 #include "level/LevelBspTree.h"
+#include "level/LevelObjectsManager.h"
 #include "level/SurfaceTypeManager.h"
 #include "support/DataFolder.h"
 #include "support/LevelFileBuilder.h"
@@ -50,6 +51,7 @@ protected:
         SCOPED_TRACE(reason);
         load(smallLevel());
         const std::list<Polygon2D>::iterator old = Level::polygons.begin();
+        const LevelObject* const oldObject = &LevelObjectsManager::staticObjects.front();
 
         const std::string printed = load(file.bytes());
 
@@ -58,6 +60,8 @@ protected:
         EXPECT_EQ(Level::polygons.size(), 2u);
         EXPECT_EQ(Level::polygons.begin(), old);
         EXPECT_EQ(old->triangleCount, 2u);
+        EXPECT_EQ(LevelObjectsManager::staticObjects.size(), 2u);
+        EXPECT_EQ(&LevelObjectsManager::staticObjects.front(), oldObject);
         EXPECT_EQ(Level::waterStart(), (Vector2{50.0f, -60.0f}));
         EXPECT_EQ(Level::cameraStart(), (Vector2{-70.0f, 80.0f}));
     }
@@ -87,6 +91,33 @@ TEST_F(LevelLoaderTest, ALevelIsHandedOverAndAnnounced) {
     EXPECT_EQ(Level::polygons.back().layer, 4u);
     EXPECT_EQ(Level::waterStart(), (Vector2{50.0f, -60.0f}));
     EXPECT_EQ(Level::cameraStart(), (Vector2{-70.0f, 80.0f}));
+}
+
+TEST_F(LevelLoaderTest, ObjectsAreHandedOverWithTheirPicturesNewestFirst) {
+    data.write("gfx/lamp_frame0.tga", "");
+    data.write("gfx/lamp_frame1.tga", "");
+    LevelFile level = smallLevel();
+    level.objects.push_back({4294967295u, "gfx\\post.tga", 1, {-3, 4}, 255});
+
+    load(level);
+
+    ASSERT_EQ(LevelObjectsManager::animatedObjects.size(), 1u);
+    const LevelObject& lamp = LevelObjectsManager::animatedObjects.front();
+    EXPECT_EQ(lamp.id, 5u);
+    EXPECT_EQ(lamp.frameCount, 2u);
+    EXPECT_EQ(lamp.layer, 3u);
+    EXPECT_EQ(lamp.x, -20.0f);
+    EXPECT_EQ(lamp.y, 30.0f);
+    EXPECT_TRUE(lamp.mirrored);
+    ASSERT_EQ(LevelObjectsManager::staticObjects.size(), 2u);
+    const LevelObject& post = LevelObjectsManager::staticObjects.front();
+    EXPECT_EQ(post.id, 4294967295u);
+    EXPECT_EQ(post.frames[0].name, "GFX\\POST.TGA");
+    EXPECT_TRUE(post.mirrored);
+    const LevelObject& empty = LevelObjectsManager::staticObjects.back();
+    EXPECT_EQ(empty.id, 6u);
+    EXPECT_EQ(empty.frames[0].name, "");
+    EXPECT_FALSE(empty.mirrored);
 }
 
 TEST_F(LevelLoaderTest, ANameIsFoundInAnyCase) {

@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "level/LevelBspNode.h"
 #include "level/LevelBspTree.h"
+#include "level/LevelObjectsManager.h"
 #include "support/ConsoleAnswer.h"
 #include "support/DataFolder.h"
 #include "support/LevelFileBuilder.h"
@@ -178,6 +179,33 @@ TEST_F(LevelTest, ARestartBringsARemovedPolygonBackButNotItsField) {
     EXPECT_EQ(polygon(1).offsetY, 0.0f);
     EXPECT_EQ(polygon(1).previousOffsetX, 0.0f);
     EXPECT_EQ(polygon(1).previousOffsetY, 0.0f);
+}
+
+TEST_F(LevelTest, ARestartPutsTheObjectsBackAndClearingDropsThem) {
+    LevelFile file = level();
+    file.objects = {{1, "gfx\\lamp.tga", 0, {0, 0}, 0}};
+    load(file);
+    LevelObjectsManager::staticObjects.front().enabled = false;
+
+    Level::reset();
+    const bool enabled = LevelObjectsManager::staticObjects.front().enabled;
+    Level::clear();
+
+    EXPECT_TRUE(enabled);
+    EXPECT_TRUE(LevelObjectsManager::staticObjects.empty());
+    EXPECT_FALSE(GLConsole::commands().contains("OBJECTSCOUNT"));
+}
+
+TEST_F(LevelTest, TheManagersEndInTheirOrder) {
+    load();
+    GLConsole::clear();
+
+    Level::clear();
+
+    const std::string printed = GLConsole::outputText();
+    const std::size_t objects = printed.find("\nShutting down level objects manager..");
+    EXPECT_NE(objects, std::string::npos);
+    EXPECT_LT(objects, printed.find("\nShuttrng down dynamic polygon renderer.."));
 }
 
 TEST_F(LevelTest, ALoadReplacesTheLevel) {

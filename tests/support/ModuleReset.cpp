@@ -16,6 +16,7 @@
 #include "graphics/ParticleRenderer.h"
 #include "level/Level.h"
 #include "level/LevelBspTree.h"
+#include "level/LevelObjectsManager.h"
 #include "level/SurfaceTypeManager.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleGroupMover.h"
@@ -43,6 +44,9 @@ void ModuleReset::all() {
     HighScores::state = {};
     LevelBspTree::state = {};
     LevelGeometryRenderer::state = {};
+    LevelObjectsManager::animatedObjects.clear();
+    LevelObjectsManager::staticObjects.clear();
+    LevelObjectsManager::state = {};
     Level::polygons.clear();
     Level::state = {};
     ParticleGroupMover::groups.clear();

@@ -9,6 +9,7 @@
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "tools/state/JsonLine.h"
+#include "tools/state/ObjectRows.h"
 
 #include <algorithm>
 
@@ -71,6 +72,7 @@ std::string SimulationState::write(const RunPosition& position) {
     writeParticles(out);
     writeGroups(out);
     writePolygons(out);
+    ObjectRows::write(out);
     out.closeObject();
     return out.text();
 }

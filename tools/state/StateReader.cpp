@@ -9,6 +9,7 @@
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
 #include "tools/state/JsonObject.h"
+#include "tools/state/ObjectRows.h"
 #include "tools/state/SimulationState.h"
 
 #include <nlohmann/json.hpp>
@@ -103,6 +104,7 @@ struct SimulationState::Restored {
     ParticleList particles;
     std::list<ParticleGroup> groups;
     std::vector<PolygonSwitches> polygons;
+    ObjectRows objects;
 };
 
 RunPosition SimulationState::read(const std::string& line) {
@@ -126,6 +128,7 @@ RunPosition SimulationState::read(const std::string& line) {
     readParticles(in, restored);
     readGroups(in, restored);
     readPolygons(in, restored);
+    restored.objects.read(in);
     apply(restored);
     return restored.position;
 }
@@ -234,6 +237,7 @@ void SimulationState::apply(Restored& restored) {
         polygon.previousOffsetY = switches->previousOffset.y;
         ++switches;
     }
+    restored.objects.apply();
 }
 
 } // namespace tarnwick

@@ -1,0 +1,274 @@
+#include "level/LevelObjectsManager.h"
+
+#include "console/GLConsole.h"
+#include "core/ConfigFile.h"
+#include "core/LocationStack.h"
+#include "core/Strings.h"
+#include "game/Camera.h"
+#include "game/Game.h"
+#include "graphics/GLFont.h"
+
+#include <GL/gl.h>
+
+#include <cmath>
+#include <cstdio>
+
+namespace tarnwick {
+
+namespace {
+
+/// Half the side of the square that is drawn, in widths of the view: its half diagonal at 4:3 is 0.625.
+constexpr float reachOfView = 0.65f;
+constexpr float idTextSize = 8.0f;    ///< World units.
+constexpr float idTextOffset = 12.0f; ///< World units: an id stands this much above its object.
+
+constexpr Colour white{1.0f, 1.0f, 1.0f, 1.0f};
+
+float halfWidthOf(const GLTexture& picture) {
+    TARNWICK_LOCATION("LevelObjectsManager::halfWidthOf");
+    return static_cast<float>(picture.width) / 2.0f;
+}
+
+float halfHeightOf(const GLTexture& picture) {
+    TARNWICK_LOCATION("LevelObjectsManager::halfHeightOf");
+    return static_cast<float>(picture.height) / 2.0f;
+}
+
+/// Whether the object is on and its picture meets the square, edges included.
+bool inReach(const LevelObject& object, Vector2 centre, float halfSize) {
+    TARNWICK_LOCATION("LevelObjectsManager::inReach");
+    const GLTexture* const picture = object.frame();
+    if (!object.enabled || picture == nullptr) {
+        return false;
+    }
+    const float x = object.x + object.offsetX;
+    const float y = object.y + object.offsetY;
+    const float halfWidth = halfWidthOf(*picture);
+    const float halfHeight = halfHeightOf(*picture);
+    return x + halfWidth >= centre.x - halfSize && x - halfWidth <= centre.x + halfSize &&
+           y + halfHeight >= centre.y - halfSize && y - halfHeight <= centre.y + halfSize;
+}
+
+void drawIds(const GLFont& font, const std::list<LevelObject>& objects) {
+    TARNWICK_LOCATION("LevelObjectsManager::drawIds");
+    for (const LevelObject& object : objects) {
+        const GLTexture* const picture = object.frame();
+        if (picture == nullptr) {
+            continue;
+        }
+        char text[32];
+        std::snprintf(text, sizeof text, "OBJ ID: %1i", static_cast<std::int32_t>(object.id));
+        font.drawString(text, object.x - halfWidthOf(*picture),
+                        object.y - halfHeightOf(*picture) - idTextOffset, idTextSize, 1.0f, 1.0f, 1.0f, 1.0f);
+    }
+}
+
+void resetObject(LevelObject& object) {
+    TARNWICK_LOCATION("LevelObjectsManager::resetObject");
+    object.resetAnimation();
+    object.enabled = true;
+    object.offsetX = 0.0f;
+    object.offsetY = 0.0f;
+    object.paused = true;
+}
+
+} // namespace
+
+std::list<LevelObject> LevelObjectsManager::staticObjects;
+std::list<LevelObject> LevelObjectsManager::animatedObjects;
+LevelObjectsManager::State LevelObjectsManager::state;
+
+void LevelObjectsManager::initialise() {
+    TARNWICK_LOCATION("LevelObjectsManager::initialise");
+    shutdown();
+    GLConsole::print("\nInitialising level objects manager..");
+    state.objectsDraw = true;
+    state.objectsCull = true;
+    state.objectsDrawIds = false;
+    GLConsole::addCommand("ObjectsDraw", conCmdObjectsDraw);
+    GLConsole::addCommand("ObjectsCull", conCmdObjectsCull);
+    GLConsole::addCommand("ObjectsCount", conCmdObjectsCount);
+    GLConsole::addCommand("ObjectsDrawIds", conCmdObjectsDrawIds);
+    GLConsole::addCommand("ObjectCreate", conCmdObjectCreate);
+    const ConfigFile config("cfg\\animation.cfg");
+    state.animationSpeed = std::abs(config.getVarAsFloat("animationSpeeds"));
+}
+
+void LevelObjectsManager::shutdown() {
+    TARNWICK_LOCATION("LevelObjectsManager::shutdown");
+    GLConsole::print("\nShutting down level objects manager..");
+    for (LayerQueue& queue : state.layerQueues) {
+        while (!queue.empty()) {
+            queue.pop();
+        }
+    }
+    staticObjects.clear();
+    animatedObjects.clear();
+    GLConsole::removeCommand("ObjectsDraw");
+    GLConsole::removeCommand("ObjectsCull");
+    GLConsole::removeCommand("ObjectsCount");
+    GLConsole::removeCommand("ObjectsDrawIds");
+    GLConsole::removeCommand("ObjectCreate");
+}
+
+void LevelObjectsManager::addObject(const LevelObject& object) {
+    TARNWICK_LOCATION("LevelObjectsManager::addObject");
+    if (object.frameCount == 1) {
+        staticObjects.push_front(object);
+    } else if (object.frameCount > 1) {
+        animatedObjects.push_front(object);
+    }
+}
+
+void LevelObjectsManager::runAnimations(float seconds) {
+    TARNWICK_LOCATION("LevelObjectsManager::runAnimations");
+    for (LevelObject& object : animatedObjects) {
+        object.runAnimation(seconds, state.animationSpeed);
+    }
+}
+
+void LevelObjectsManager::resetObjects() {
+    TARNWICK_LOCATION("LevelObjectsManager::resetObjects");
+    state.objectsDraw = true;
+    state.objectsCull = true;
+    state.objectsDrawIds = false;
+    for (LevelObject& object : staticObjects) {
+        resetObject(object);
+    }
+    for (LevelObject& object : animatedObjects) {
+        resetObject(object);
+    }
+}
+
+void LevelObjectsManager::prepareDraw() {
+    TARNWICK_LOCATION("LevelObjectsManager::prepareDraw");
+    if (!state.objectsDraw) {
+        return;
+    }
+    std::uint32_t turn = 0;
+    queueObjects(staticObjects, turn);
+    queueObjects(animatedObjects, turn);
+}
+
+void LevelObjectsManager::queueObjects(const std::list<LevelObject>& objects, std::uint32_t& turn) {
+    TARNWICK_LOCATION("LevelObjectsManager::queueObjects");
+    const Vector2 centre = Camera::position() + Camera::shakeOffset();
+    const float halfSize = Game::getViewAreaX() * reachOfView * Camera::zoom();
+    for (const LevelObject& object : objects) {
+        if (!state.objectsCull || inReach(object, centre, halfSize)) {
+            state.layerQueues[object.layer < layerCount ? object.layer : 0].push({{&object}, turn});
+            ++turn;
+        }
+    }
+}
+
+bool LevelObjectsManager::ComesLater::operator()(const Waiting& a, const Waiting& b) const {
+    TARNWICK_LOCATION("LevelObjectsManager::ComesLater::operator()");
+    const bool aShown = a.drawable.object->frame() != nullptr;
+    const bool bShown = b.drawable.object->frame() != nullptr;
+    if (aShown != bShown) {
+        return bShown;
+    }
+    if (a.drawable != b.drawable) {
+        return a.drawable < b.drawable;
+    }
+    return a.turn < b.turn; // the lists stand newest first
+}
+
+void LevelObjectsManager::drawLayer(std::uint32_t layer) {
+    TARNWICK_LOCATION("LevelObjectsManager::drawLayer");
+    LayerQueue& queue = state.layerQueues[layer];
+    while (!queue.empty()) {
+        if (queue.top().drawable.object->frame() == nullptr) {
+            queue.pop();
+        } else {
+            drawBatch(queue);
+        }
+    }
+}
+
+/// Draws the first object of the queue and all others of its texture.
+void LevelObjectsManager::drawBatch(LayerQueue& queue) {
+    TARNWICK_LOCATION("LevelObjectsManager::drawBatch");
+    const LevelObjectDrawable first = queue.top().drawable;
+    const GLTexture& picture = *first.object->frame();
+    glBindTexture(GL_TEXTURE_2D, picture.textureId);
+    state.quads.begin(queue.size());
+    do {
+        addQuad(*queue.top().drawable.object, halfWidthOf(picture), halfHeightOf(picture));
+        queue.pop();
+    } while (!queue.empty() && queue.top().drawable == first);
+    state.quads.draw();
+}
+
+void LevelObjectsManager::addQuad(const LevelObject& object, float halfWidth, float halfHeight) {
+    TARNWICK_LOCATION("LevelObjectsManager::addQuad");
+    const float x = object.x + object.offsetX;
+    const float y = object.y + object.offsetY;
+    const float left = object.mirrored ? 1.0f : 0.0f;
+    state.quads.addRectangle({x - halfWidth, y - halfHeight, x + halfWidth, y + halfHeight},
+                             {left, 0.0f, 1.0f - left, 1.0f}, white);
+}
+
+void LevelObjectsManager::debugDraw() {
+    TARNWICK_LOCATION("LevelObjectsManager::debugDraw");
+    if (!state.objectsDrawIds) {
+        return;
+    }
+    const GLFont font(GLConsole::getFontTexture());
+    drawIds(font, staticObjects);
+    drawIds(font, animatedObjects);
+}
+
+bool LevelObjectsManager::conCmdObjectsDraw(bool value, bool set) {
+    TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectsDraw");
+    if (set) {
+        state.objectsDraw = value;
+    }
+    return state.objectsDraw;
+}
+
+bool LevelObjectsManager::conCmdObjectsCull(bool value, bool set) {
+    TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectsCull");
+    if (set) {
+        state.objectsCull = value;
+    }
+    return state.objectsCull;
+}
+
+std::int32_t LevelObjectsManager::conCmdObjectsCount() {
+    TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectsCount");
+    return static_cast<std::int32_t>(staticObjects.size() + animatedObjects.size());
+}
+
+bool LevelObjectsManager::conCmdObjectsDrawIds(bool value, bool set) {
+    TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectsDrawIds");
+    if (set) {
+        state.objectsDrawIds = value;
+    }
+    return state.objectsDrawIds;
+}
+
+void LevelObjectsManager::conCmdObjectCreate(const std::string& arguments) {
+    TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectCreate");
+    std::list<std::string> list;
+    slSeparateArgs(arguments, list);
+    const std::vector<std::string> words(list.begin(), list.end());
+    if (words.size() != 4 || !slStringIsNumeric(words[0]) || !slStringIsNumeric(words[1]) ||
+        !slStringIsInteger(words[2])) {
+        GLConsole::print("\nUSAGE: ObjectCreate ");
+        GLConsole::print("< x : number > ");
+        GLConsole::print("< y : number > ");
+        GLConsole::print("< object id : integer > ");
+        GLConsole::print("< textureName : string >");
+        return;
+    }
+    LevelObject object;
+    object.x = slStringToFloat(words[0]);
+    object.y = slStringToFloat(words[1]);
+    object.id = static_cast<std::uint32_t>(slStringToInt(words[2]));
+    object.setTexture(words[3]);
+    addObject(object);
+}
+
+} // namespace tarnwick
