@@ -1,4 +1,4 @@
-"""Makes the sounds of the menus: focus, click, the evening behind all screens, and the three counts at a level's end."""
+"""Makes the sounds of the menus: focus, click, the evening behind all screens, the three counts at a level's end."""
 
 import numpy as np
 

@@ -32,8 +32,8 @@ LARGEST_FILES = {wav.SOUNDS: 6_000_000, MUSIC: 6_000_000}
 
 def load_music(path):
     """A decoded piece at 44.1 kHz, (samples, 2), and its rate."""
-    raw = subprocess.run(["ffmpeg", "-v", "error", "-i", str(path), "-f", "f32le", "-ac", "2", "-ar", str(wav.RATE), "-"],
-                         check=True, stdout=subprocess.PIPE).stdout
+    command = ["ffmpeg", "-v", "error", "-i", str(path), "-f", "f32le", "-ac", "2", "-ar", str(wav.RATE), "-"]
+    raw = subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout
     return np.frombuffer(raw, "<f4").reshape(-1, 2).astype(float), wav.RATE
 
 
