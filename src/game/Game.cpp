@@ -12,6 +12,7 @@
 #include "level/Level.h"
 #include "level/LevelObjectsManager.h"
 #include "level/SurfaceTypeManager.h"
+#include "mechanisms/FxParticleManager.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
@@ -177,6 +178,7 @@ void Game::resetLevel() {
     ParticleManager::particles.clear();
     ParticleGroupMover::groups.clear();
     ParticleMover::clearParticleGrid();
+    FxParticleManager::particles.clear();
     Level::reset();
     Camera::initialise();
     startLevel();
@@ -248,6 +250,7 @@ void Game::runSimulation(float dt) {
     TARNWICK_LOCATION("Game::runSimulation");
     const std::uint64_t before = Clock::performanceCounter();
     const float step = std::min(dt, longestStep);
+    FxParticleManager::run(step);
     ParticleManager::runSimulation(step);
     LevelObjectsManager::runAnimations(step);
     measureSimulation(Clock::performanceCounter() - before);

@@ -10,6 +10,8 @@
 #include "graphics/ParticleRenderer.h"
 #include "level/Level.h"
 #include "level/LevelObjectsManager.h"
+#include "mechanisms/ForceManager.h"
+#include "mechanisms/FxParticleManager.h"
 #include "particles/ParticleGroupMover.h"
 
 #include <GL/gl.h>
@@ -126,9 +128,12 @@ void Game::drawLevel() {
     drawLayer(2, LevelGeometryRenderer::drawLayer2);
     drawLayer(3, LevelGeometryRenderer::drawLayer3);
     drawLayer(4, LevelGeometryRenderer::drawLayer4);
+    FxParticleManager::draw();
     Level::debugDraw();
+    ForceManager::debugDraw();
     ParticleGroupMover::debugDraw();
     LevelObjectsManager::debugDraw();
+    FxParticleManager::debugDraw();
 }
 
 /// A cross where the free camera stands, its coordinates, and the frame of the game camera's view.

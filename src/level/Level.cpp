@@ -8,6 +8,7 @@
 #include "level/LevelBspTree.h"
 #include "level/LevelLoader.h"
 #include "level/LevelObjectsManager.h"
+#include "mechanisms/ForceManager.h"
 
 namespace tarnwick {
 
@@ -37,6 +38,7 @@ void Level::clear() {
     LevelGeometryRenderer::shutdown();
     LevelBspTree::clear();
     LevelObjectsManager::shutdown();
+    ForceManager::shutdown();
     DynamicPolygonRenderer::shutdown();
     polygons.clear(); // last: everything else points into them
     state.polygonNodes.clear();

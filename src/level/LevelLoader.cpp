@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/DataFiles.h"
 #include "core/FrameTimer.h"
+#include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
@@ -11,6 +12,8 @@
 #include "level/LevelObjectsManager.h"
 #include "level/Polygon2D.h"
 #include "level/SurfaceTypeManager.h"
+#include "mechanisms/ForceManager.h"
+#include "mechanisms/FxParticleManager.h"
 
 #include <fstream>
 #include <list>
@@ -19,6 +22,8 @@
 namespace tarnwick {
 
 namespace {
+
+constexpr float strengthScale = 10.0f; ///< A force is this much stronger than its record says.
 
 Vector2 toVector(LevelFile::Point point) {
     TARNWICK_LOCATION("LevelLoader::toVector");
@@ -64,6 +69,7 @@ class LevelBuilder final : public LevelFile::Reader {
 public:
     std::list<Polygon2D> polygons;
     std::list<LevelObject> objects;
+    std::list<FxParticleEmitter> emitters;
 
     void wrongVersion(std::uint32_t found) override {
         TARNWICK_LOCATION("LevelBuilder::wrongVersion");
@@ -90,7 +96,36 @@ public:
         TARNWICK_LOCATION("LevelBuilder::soundSourceRead");
         GLWindow::run();
     }
+
+    void emitterRead(const LevelFile::EmitterRecord& record) override {
+        TARNWICK_LOCATION("LevelBuilder::emitterRead");
+        FxParticleEmitter& emitter = emitters.emplace_back();
+        emitter.id = record.emitterId;
+        emitter.position = toVector(record.position);
+        emitter.setDirection(record.direction.x, record.direction.y); // may draw random numbers
+        emitter.loadEmitterSettings(record.settingsName);
+    }
 };
+
+void handOverForces(const LevelFile& file) {
+    TARNWICK_LOCATION("LevelLoader::handOverForces");
+    ForceManager::initialise();
+    for (const LevelFile::ForceRecord& record : file.forces) {
+        const Vector2 position = toVector(record.position);
+        Vector2 direction = record.direction;
+        normaliseVector(direction); // Kept: here and again in `addForce`, which can turn its last bit
+        ForceManager::addForce(static_cast<std::int32_t>(record.forceId), position.x, position.y, direction.x,
+                               direction.y, record.strength * strengthScale);
+    }
+}
+
+void handOverEmitters(const LevelBuilder& builder) {
+    TARNWICK_LOCATION("LevelLoader::handOverEmitters");
+    FxParticleManager::initalise();
+    for (const FxParticleEmitter& emitter : builder.emitters) {
+        FxParticleManager::addEmitter(emitter);
+    }
+}
 
 /// Puts the level that was read in the place of the one in memory. Nothing here can fail.
 void handOver(const LevelFile& file, LevelBuilder& builder) {
@@ -102,6 +137,8 @@ void handOver(const LevelFile& file, LevelBuilder& builder) {
     for (const LevelObject& object : builder.objects) {
         LevelObjectsManager::addObject(object);
     }
+    handOverForces(file);
+    handOverEmitters(builder);
 }
 
 } // namespace

@@ -34,6 +34,8 @@ public:
 
 class LevelLoaderTest : public ModuleTest {
 protected:
+    LevelLoaderTest() { data.write("fx/steam.cfg", ""); }
+
     DataFolder data;
 
     /// Loads a file of these bytes, and gives what was printed.

@@ -190,6 +190,15 @@ class LocationsTest(CheckTest):
                    'void open() {\n    TARNWICK_LOCATION("Pump::open");\n}\n}\n}\n')
         self.expect_clean()
 
+    def test_the_emitter_goes_by_the_name_of_the_forces(self):
+        emitter = ('#include "core/FxParticleEmitter.h"\nvoid tarnwick::FxParticleEmitter::run() {\n'
+                   '    TARNWICK_LOCATION("ForceManager::run");\n}\n')
+        self.write("src/core/FxParticleEmitter.h", "#pragma once\nnamespace tarnwick {\nclass FxParticleEmitter;\n}\n")
+        self.write("src/core/FxParticleEmitter.cpp", emitter)
+        self.expect_clean()
+        self.write("src/core/FxParticleEmitter.cpp", emitter.replace("ForceManager", "FxParticleEmitter"))
+        self.expect_slip('"FxParticleEmitter::run" instead of "ForceManager::run"')
+
     def test_a_source_without_a_header_uses_plain_names(self):
         self.write("src/game/main.cpp", 'namespace {\nvoid open() {\n    TARNWICK_LOCATION("open");\n}\n}\n'
                    'int main() {\n    TARNWICK_LOCATION("main");\n    open();\n    return 0;\n}\n')

@@ -18,6 +18,8 @@
 #include "level/LevelBspTree.h"
 #include "level/LevelObjectsManager.h"
 #include "level/SurfaceTypeManager.h"
+#include "mechanisms/ForceManager.h"
+#include "mechanisms/FxParticleManager.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -35,6 +37,11 @@ void ModuleReset::all() {
     CrashReport::state = {};
     DataFiles::state = {};
     DynamicPolygonRenderer::state = {};
+    ForceManager::forces.clear();
+    ForceManager::state = {};
+    FxParticleManager::particles.clear();
+    FxParticleManager::emitters.clear();
+    FxParticleManager::state = {};
     GLConsole::state = {};
     GLConsole::outputBuffer.fill('\n');
     GLTextureManager::state = {};
