@@ -28,10 +28,7 @@ target_compile_options(tarnwick_options INTERFACE
     # A fused multiply-add rounds once where the text rounds twice: same level, same input, same bytes.
     -ffp-contract=off
     # sqrt of a negative number need not set errno; without this every square root carries a call.
-    -fno-math-errno
-    # All code ends in a program, none in a shared library: thread-local data, which every function touches for the
-    # location stack, lie at a fixed offset and need no call that empties the registers.
-    -ftls-model=local-exec)
+    -fno-math-errno)
 set_property(TARGET tarnwick_options PROPERTY CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_EXTENSIONS OFF)
 if(TARNWICK_SANITISE)

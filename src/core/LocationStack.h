@@ -19,18 +19,20 @@ public:
     static void push(const char* name) {
         names[count] = name; // a thread of its own has 512 KiB of this, which its stack size must hold
         ++count;
-        std::atomic_signal_fence(
-            std::memory_order_seq_cst); // no instruction: keeps the store before the body
+        std::atomic_signal_fence(std::memory_order_seq_cst); // no instruction: orders the store
     }
     static void pop() {
         std::atomic_signal_fence(std::memory_order_seq_cst);
         --count;
     }
 
+    // Both at a fixed offset from the thread's pointer (the code ends in a program, never in a shared
+    // library): else each push would be compiled as a call, which empties the registers of the code round it.
+
     /// String literals, stored for the program's lifetime; entries are not cleared on pop.
-    static inline thread_local constinit const char* names[capacity] = {};
+    [[gnu::tls_model("local-exec")]] static inline thread_local constinit const char* names[capacity] = {};
     /// Index of the next free entry.
-    static inline thread_local constinit std::uint16_t count = 0;
+    [[gnu::tls_model("local-exec")]] static inline thread_local constinit std::uint16_t count = 0;
 };
 
 /// One entry of the location stack, for the life of a function.
