@@ -94,14 +94,17 @@ def decay(length, fall, attack=0.0):
 
 
 def ringing(length, partials, chirp=0.0, phases=None):
-    """Modes of a struck body, `partials` being (tone, loudness, fall). `chirp` bends the start up as thin ice does."""
+    """Modes of a struck body, `partials` being (tone, loudness, fall). `chirp` bends the start up as thin ice does.
+
+    The last tenth is faded, so that a mode which still rings there does not end in a click.
+    """
     time = times(length)
     sound = np.zeros(len(time))
     for number, (tone, loudness, fall) in enumerate(partials):
         bent = time + chirp * 0.006 * (1 - np.exp(-time / 0.006))
         phase = 0 if phases is None else phases[number]
         sound += loudness * np.sin(2 * np.pi * tone * bent + phase) * np.exp(-time / fall)
-    return sound
+    return sound * np.minimum(1, (length - time) / (0.1 * length))
 
 
 def bell(tone, loudness, length, fall=0.7):
