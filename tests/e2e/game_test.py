@@ -80,6 +80,22 @@ class Game:
     def screenshot(self, name):
         subprocess.run(["scrot", "--overwrite", str(self.output / f"{name}.png")], check=True)
 
+    def picture(self):
+        """The bytes of a screenshot of this moment."""
+        self.screenshot("now")
+        return (self.output / "now.png").read_bytes()
+
+    def still_picture(self):
+        """A picture that no longer changes: the paused water stands, and the camera has caught up with it."""
+        last = [b""]
+
+        def unchanged():
+            before, last[0] = last[0], self.picture()
+            return last[0] == before
+
+        wait_for("the picture stands still", unchanged)
+        return last[0]
+
     def size(self):
         """Client width and height, as the desktop has them."""
         shape = dict(line.split("=") for line in
@@ -103,11 +119,16 @@ def other_window():
 def play(game):
     """Everything that a player does with the window; the asserts and waits are the test."""
     wait_for("the level is there", lambda: "Game initialisation" in game.log())
-    time.sleep(1.0)  # the first frames
-    game.screenshot("1_start")
-    assert game.size() == (1280, 1024), f"the window is no full screen: {game.size()}"
+    wait_for("the window is full screen", lambda: game.size() == (1280, 1024))
 
     game.key("p")
+    standing = game.still_picture()
+    game.screenshot("1_start")
+    xdotool("keydown", "Left")
+    wait_for("a held key turns the world", lambda: game.picture() != standing)
+    xdotool("keyup", "Left")
+    game.screenshot("1_turned")
+
     game.key("grave")
     game.command("Pause", "\nPause is true")
     game.command("Pause false", "\nPause is now false")
@@ -134,6 +155,8 @@ def play(game):
 
     status = game.end()
     assert status == 0, f"the game ended with status {status}"
+    scores = game.folder / "sav" / "scores.sav"
+    assert scores.stat().st_size == 284, "the high scores were not saved"
 
 
 def main():
