@@ -92,6 +92,8 @@ void CircleCollision::buildPointsAndNodesList(const Vector2& collisionCentre, fl
     }
 }
 
+// One function, and so a long one: the two resolvers and the passes share the centre and the sums in
+// registers. NOLINTNEXTLINE(readability-function-size)
 bool CircleCollision::resolveCollisions(Vector2& collisionCentre, float collisionRadius) {
     TARNWICK_LOCATION("CircleCollision::resolveCollisions");
     const float radius = collisionRadius;
@@ -104,9 +106,13 @@ bool CircleCollision::resolveCollisions(Vector2& collisionCentre, float collisio
     Vector2 normalSum;
     float frictionSum = 0.0f;
     std::uint32_t count = 0;
+    const auto addContact = [&](const Vector2& normal, float friction) {
+        normalSum += normal;
+        frictionSum += friction;
+        ++count;
+    };
 
     const auto resolvePointCollisions = [&] {
-        const std::uint32_t countBefore = count;
         for (std::size_t i = pointCount; i-- > 0;) {
             const Vector2 toPoint = points[i].position - centre;
             const float distanceSquared = dotProduct(toPoint, toPoint);
@@ -117,15 +123,11 @@ bool CircleCollision::resolveCollisions(Vector2& collisionCentre, float collisio
             if (distance > 0.0f && distance < radius) { // on the point itself there is no way out
                 const Vector2 normal = toPoint / distance;
                 centre -= normal * (radius - distance);
-                normalSum += normal;
-                frictionSum += points[i].friction;
-                ++count;
+                addContact(normal, points[i].friction);
             }
         }
-        return count != countBefore;
     };
     const auto resolveLineCollisions = [&] {
-        const std::uint32_t countBefore = count;
         for (std::size_t i = nodeCount; i-- > 0;) {
             const CollisionNode& edge = *nodes[i];
             const float d = dotProduct(centre - edge.start, edge.normal);
@@ -136,20 +138,19 @@ bool CircleCollision::resolveCollisions(Vector2& collisionCentre, float collisio
                 if (depth != 0.0f || centre.x == 0.0f || centre.y == 0.0f) {
                     centre -= edge.normal * depth;
                 }
-                normalSum += edge.normal;
-                frictionSum += edge.friction;
-                ++count;
+                addContact(edge.normal, edge.friction);
             }
         }
-        return count != countBefore;
     };
 
+    std::uint32_t countBefore = 0;
     for (int pass = 0; pass < largestPassCount; ++pass) {
-        const bool pointMoved = resolvePointCollisions();
-        const bool lineMoved = resolveLineCollisions();
-        if (!pointMoved && !lineMoved) {
-            break;
+        resolvePointCollisions();
+        resolveLineCollisions();
+        if (count == countBefore) {
+            break; // a pass without a contact
         }
+        countBefore = count;
     }
     if (count == 0) {
         return false;

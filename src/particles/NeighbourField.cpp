@@ -157,25 +157,27 @@ NeighbourField::gatherInReach(std::uint32_t column, std::uint32_t row, const Vec
         compareFour(
             slot, lowestLanes(bodies.end - slot)); // also of none: whether a row is empty is hard to foretell
     }
+    storeShifted(found + count, lanePacking.numbers[0].data(), 0); // valid slots: the last four may be fewer
     return count;
 }
 
 Overlap NeighbourField::meetNeighbours(std::uint32_t column, std::uint32_t row, Body& body) {
     TARNWICK_LOCATION("NeighbourField::meetNeighbours");
-    if (anyPush) {
-        return meet<true>(column, row, body);
+    const std::uint32_t count = gatherInReach(column, row, body.position);
+    const OverlapSum sum = anyPush ? meet<true>(count, body) : meet<false>(count, body);
+    if (sum.count == 0) {
+        return {};
     }
-    return meet<false>(column, row, body);
+    Overlap overlap{sum.direction / static_cast<float>(sum.count),
+                    sum.amount / static_cast<float>(sum.count)};
+    normaliseVector(overlap.direction);
+    return overlap;
 }
 
-template <bool withPush>
-Overlap NeighbourField::meet(std::uint32_t column, std::uint32_t row, Body& body) {
+template <bool WithPush>
+NeighbourField::OverlapSum NeighbourField::meet(std::uint32_t count, Body& body) {
     TARNWICK_LOCATION("NeighbourField::meet");
-    const std::uint32_t count = gatherInReach(column, row, body.position);
-    std::uint32_t* const others = inReach.data();
-    for (std::uint32_t lane = 0; lane < lanes; ++lane) {
-        others[count + lane] = 0; // the last four may be fewer
-    }
+    const std::uint32_t* const others = inReach.data();
     // The arrays' addresses, in registers: to the compiler each store below might have moved them.
     const float* const positionsX = x.data();
     const float* const positionsY = y.data();
@@ -200,7 +202,7 @@ Overlap NeighbourField::meet(std::uint32_t column, std::uint32_t row, Body& body
         float* const otherShare = otherShares + std::size_t{lanes} * other;
         share = (share + Float4::load(otherShare)) * half;
         share.store(otherShare);
-        if constexpr (withPush) {
+        if constexpr (WithPush) {
             push = (push + otherPushes[other]) * 0.5f;
             otherPushes[other] = push;
         }
@@ -232,12 +234,7 @@ Overlap NeighbourField::meet(std::uint32_t column, std::uint32_t row, Body& body
     body.velocity = {numbers[0], numbers[1]};
     body.temperature = numbers[2];
     body.pushVelocity = push;
-    if (pushCount > 0) {
-        direction = direction / static_cast<float>(pushCount);
-        amount = amount / static_cast<float>(pushCount);
-        normaliseVector(direction);
-    }
-    return {direction, amount};
+    return {direction, amount, pushCount};
 }
 
 } // namespace tarnwick

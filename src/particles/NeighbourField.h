@@ -86,6 +86,13 @@ private:
         float numbers[4];
     };
 
+    /// What the neighbours' pushes add up to.
+    struct OverlapSum {
+        Vector2 direction;
+        float amount = 0.0f;
+        std::uint32_t count = 0;
+    };
+
     /// Bodies in a row: those of one cell.
     struct Row {
         std::uint32_t begin = 0;
@@ -106,10 +113,12 @@ private:
 
     static constexpr std::uint32_t dropped = ~0u; ///< Slot of a particle that is gone.
 
-    /// Fills `inReach` for a body at `position`, and gives its length.
+    /// Fills `inReach` for a body at `position`, and gives its length; behind it stand four slots of no
+    /// meaning.
     std::uint32_t gatherInReach(std::uint32_t column, std::uint32_t row, const Vector2& position);
-    template <bool withPush>
-    Overlap meet(std::uint32_t column, std::uint32_t row, Body& body);
+    /// Lets `body` meet the first `count` of `inReach`, one after the other.
+    template <bool WithPush>
+    OverlapSum meet(std::uint32_t count, Body& body);
 
     std::vector<float> x;
     std::vector<float> y;
