@@ -179,16 +179,22 @@ private:
     std::filesystem::path before;
 };
 
-/// Which pictures of a level can be found in a data folder: those of its polygons, each name once.
+/// Which pictures of a level can be found in a data folder: those of its polygons and objects, each name
+/// once.
 std::set<std::string> existingPictures(const LevelFile& level, const std::filesystem::path& dataFolder) {
     const WorkingFolder inside(dataFolder);
     std::set<std::string> tested;
     std::set<std::string> existing;
-    for (const LevelFile::PolygonRecord& record : level.polygons) {
-        const std::string& name = record.textureName;
+    const auto test = [&](const std::string& name) {
         if (!name.empty() && tested.insert(name).second && DataFiles::open(name).is_open()) {
             existing.insert(name);
         }
+    };
+    for (const LevelFile::PolygonRecord& record : level.polygons) {
+        test(record.textureName);
+    }
+    for (const LevelFile::ObjectRecord& record : level.objects) {
+        test(record.textureName);
     }
     return existing;
 }

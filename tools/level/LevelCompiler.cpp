@@ -53,6 +53,27 @@ public:
         refuse(object, "property " + inQuotes(name) + " must be a whole number");
     }
 
+    bool flag(std::string_view name, bool otherwise) {
+        const TiledProperty* const property = find(name);
+        if (property == nullptr) {
+            return otherwise;
+        }
+        if (const auto* const value = std::get_if<bool>(&property->value)) {
+            return *value;
+        }
+        refuse(object, "property " + inQuotes(name) + " must be true or false");
+    }
+
+    /// A whole number that 32 bits with a sign hold.
+    std::int32_t id(int otherwise) {
+        const std::int64_t value = wholeNumber("id").value_or(otherwise);
+        if (value < std::numeric_limits<std::int32_t>::min() ||
+            value > std::numeric_limits<std::int32_t>::max()) {
+            refuse(object, "id " + std::to_string(value) + " does not fit into 32 bits");
+        }
+        return static_cast<std::int32_t>(value);
+    }
+
     /// One of `names`, as its place in the list.
     template <std::size_t Size>
     std::int32_t choice(std::string_view name,
@@ -194,11 +215,13 @@ private:
             compileStartPoint(object, waterStart, level.waterStart);
         } else if (object.kind == "cameraStart") {
             compileStartPoint(object, cameraStart, level.cameraStart);
+        } else if (object.kind == "object" || (object.kind.empty() && object.shape == TiledShape::tile)) {
+            compilePicture(layer, object);
         } else if (object.kind == "polygon" || object.kind.empty()) {
             compilePolygon(layer, object);
         } else {
-            refuse(object,
-                   "unknown class " + inQuotes(object.kind) + " (polygon, waterStart or cameraStart)");
+            refuse(object, "unknown class " + inQuotes(object.kind) +
+                               " (polygon, object, waterStart or cameraStart)");
         }
     }
 
@@ -219,11 +242,7 @@ private:
         PropertyReader properties(object);
         LevelFile::PolygonRecord record;
         record.layer = layerOf(layer, object, properties);
-        const std::int64_t id = properties.wholeNumber("id").value_or(PolygonDefaults::id);
-        if (id < std::numeric_limits<std::int32_t>::min() || id > std::numeric_limits<std::int32_t>::max()) {
-            refuse(object, "id " + std::to_string(id) + " does not fit into 32 bits");
-        }
-        record.polygonId = static_cast<std::int32_t>(id);
+        record.polygonId = properties.id(PolygonDefaults::id);
         record.textureName = properties.text("texture", PolygonDefaults::texture);
         if (record.textureName.size() > LevelFile::longestName) {
             refuse(object, "its texture name is longer than 65535 bytes");
@@ -241,6 +260,49 @@ private:
         level.polygons.push_back(std::move(record));
     }
 
+    /// A decorative object.
+    void compilePicture(const TiledLayer& layer, const TiledObject& object) {
+        PropertyReader properties(object);
+        LevelFile::ObjectRecord record;
+        const TiledObject centre = centreOf(object);
+        record.layer = layerOf(layer, object, properties);
+        record.objectId = static_cast<std::uint32_t>(properties.id(ObjectDefaults::id));
+        record.textureName = properties.text("texture", ObjectDefaults::texture);
+        if (record.textureName.empty()) {
+            refuse(object, "shows no picture: give it a property \"texture\"");
+        }
+        if (record.textureName.size() > LevelFile::longestObjectTextureName) {
+            refuse(object, "its texture name is longer than 65534 bytes");
+        }
+        const bool mirrored = properties.flag("mirrored", ObjectDefaults::mirrored);
+        record.mirrored = mirrored != object.flippedSideways ? 1 : 0;
+        properties.warnOfOthers(warnings);
+        record.position = wholePoints(centre, warnings).front();
+        if (level.objects.size() == LevelFile::largestCount) {
+            refuse(object, "a level holds no more than 65535 objects, and this is one more");
+        }
+        level.objects.push_back(std::move(record));
+    }
+
+    /// The object as a point: what the game knows of its place.
+    static TiledObject centreOf(const TiledObject& object) {
+        TiledObject centre = object;
+        if (object.shape == TiledShape::point) {
+            return centre;
+        }
+        if (object.shape != TiledShape::rectangle && object.shape != TiledShape::tile) {
+            refuse(object, "an object must be a point, a rectangle or a tile");
+        }
+        const TiledPoint& topLeft = object.points[0];
+        const TiledPoint& topRight = object.points[1];
+        const TiledPoint& bottomRight = object.points[2];
+        if (topLeft.y != topRight.y || topRight.x < topLeft.x || object.flippedOtherwise) {
+            refuse(object, "a picture can be mirrored from side to side, not turned or put upside down");
+        }
+        centre.points = {{(topLeft.x + bottomRight.x) / 2.0, (topLeft.y + bottomRight.y) / 2.0}};
+        return centre;
+    }
+
     static void testShape(const TiledObject& object) {
         switch (object.shape) {
         case TiledShape::polygon:
@@ -251,7 +313,7 @@ private:
             }
             return;
         case TiledShape::point:
-            refuse(object, "a point must be of class waterStart or cameraStart");
+            refuse(object, "a point must be of class object, waterStart or cameraStart");
         case TiledShape::polyline:
             refuse(object, "a line cannot be a polygon: close it");
         case TiledShape::ellipse:
@@ -259,7 +321,7 @@ private:
         case TiledShape::text:
             refuse(object, "a text cannot be written: move it to a layer of class \"notes\"");
         case TiledShape::tile:
-            refuse(object, "a tile object cannot be written");
+            refuse(object, "a tile must be of class object");
         }
     }
 

@@ -18,9 +18,16 @@ struct PolygonDefaults {
     static constexpr int id = 0;
 };
 
-/// Makes the records of a level file out of a Tiled map, as `docs/level-making.md` tells it: polygons in the
-/// order of layers and objects, the two start points, coordinates rounded to whole units (halves away from
-/// zero). Equal maps give equal records.
+/// The same for a decorative object.
+struct ObjectDefaults {
+    static constexpr const char* texture = "";
+    static constexpr int id = 0;
+    static constexpr bool mirrored = false;
+};
+
+/// Makes the records of a level file out of a Tiled map, as `docs/level-making.md` tells it: polygons and
+/// decorative objects in the order of layers and objects, the two start points, coordinates rounded to whole
+/// units (halves away from zero). Equal maps give equal records.
 ///
 /// What was changed or left out on the way goes to `warnings`, one line each. Throws `ToolError` with the
 /// object's number and name for whatever a level file cannot hold.

@@ -85,18 +85,42 @@ void printBoundingBox(std::ostream& output, const LevelFile& level) {
            << height << " units)\n";
 }
 
+/// "1 polygon", "3 polygons".
+std::string counted(std::size_t count, const char* thing) {
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
 void printPictures(std::ostream& output, const LevelFile& level) {
+    struct Uses {
+        std::size_t polygons = 0;
+        std::size_t objects = 0;
+    };
     std::vector<std::string> names;
-    std::map<std::string, std::size_t> uses;
-    for (const LevelFile::PolygonRecord& record : level.polygons) {
-        if (!record.textureName.empty() && uses[record.textureName]++ == 0) {
-            names.push_back(record.textureName);
+    std::map<std::string, Uses> uses;
+    const auto usesOf = [&](const std::string& name) -> Uses& {
+        const auto [entry, isNew] = uses.try_emplace(name);
+        if (isNew && !name.empty()) {
+            names.push_back(name);
         }
+        return entry->second;
+    };
+    for (const LevelFile::PolygonRecord& record : level.polygons) {
+        ++usesOf(record.textureName).polygons;
+    }
+    for (const LevelFile::ObjectRecord& record : level.objects) {
+        ++usesOf(record.textureName).objects;
     }
     label(output, "pictures") << names.size() << '\n';
     for (const std::string& name : names) {
-        output << "  " << inQuotes(name) << " on " << uses[name]
-               << (uses[name] == 1 ? " polygon\n" : " polygons\n");
+        const Uses& on = uses[name];
+        output << "  " << inQuotes(name) << " on ";
+        if (on.polygons > 0) {
+            output << counted(on.polygons, "polygon") << (on.objects > 0 ? " and " : "");
+        }
+        if (on.objects > 0) {
+            output << counted(on.objects, "object");
+        }
+        output << '\n';
     }
 }
 

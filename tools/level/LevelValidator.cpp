@@ -30,6 +30,12 @@ std::string textOf(const LevelFile::Point& point) {
     return "(" + std::to_string(point.x) + ", " + std::to_string(point.y) + ")";
 }
 
+/// Whether the game's floats can hold the place.
+bool isExact(const LevelFile::Point& point) {
+    return static_cast<std::int64_t>(static_cast<float>(point.x)) == point.x &&
+           static_cast<std::int64_t>(static_cast<float>(point.y)) == point.y;
+}
+
 /// A side of a polygon by its number, from this point to the next, the last one back to point 0.
 Polygon2D::Edge sideOf(const Polygon2D& polygon, std::uint32_t side) {
     const std::uint32_t next = side + 1 == polygon.pointCount() ? 0 : side + 1;
@@ -101,6 +107,9 @@ public:
             validatePicture(number);
             ++number;
         }
+        for (std::size_t object = 0; object < level.objects.size(); ++object) {
+            validateObject(object);
+        }
         validateMissingPictures();
         validateWaterStart();
         validateIds();
@@ -117,6 +126,24 @@ private:
         findings.push_back(line + ": " + text);
     }
 
+    void foundObject(std::size_t number, const std::string& text) {
+        findings.push_back("object " + std::to_string(number) + " at " +
+                           textOf(level.objects[number].position) + ": " + text);
+    }
+
+    void validateObject(std::size_t number) {
+        const LevelFile::ObjectRecord& record = level.objects[number];
+        if (!isExact(record.position)) {
+            foundObject(number, "lies so far out that the game moves it");
+        }
+        if (record.textureName.empty()) {
+            foundObject(number, "has no picture");
+        } else if (record.textureName.find('/') != std::string::npos) {
+            foundObject(number, "picture " + inQuotes(record.textureName) +
+                                    " is written with / where the game writes \\");
+        }
+    }
+
     /// Repeated points, and points that the game's floats cannot hold.
     void validatePoints(std::size_t number) {
         const std::vector<LevelFile::Point>& points = level.polygons[number].points;
@@ -131,9 +158,7 @@ private:
                 firstRepeat = "point " + std::to_string(index) + " repeats point " +
                               std::to_string(earlier->second) + ", " + textOf(point);
             }
-            const bool exact = static_cast<std::int64_t>(static_cast<float>(point.x)) == point.x &&
-                               static_cast<std::int64_t>(static_cast<float>(point.y)) == point.y;
-            if (!exact && !inexact) {
+            if (!isExact(point) && !inexact) {
                 inexact = index;
             }
         }
@@ -184,7 +209,7 @@ private:
         }
     }
 
-    /// One finding a picture, at the first polygon that shows it.
+    /// One finding a picture, at the first polygon or else object that shows it.
     void validateMissingPictures() {
         if (!pictureExists) {
             return;
@@ -194,6 +219,12 @@ private:
             const std::string& name = level.polygons[number].textureName;
             if (!name.empty() && tested.insert(name).second && !pictureExists(name)) {
                 found(number, "picture " + inQuotes(name) + " does not exist");
+            }
+        }
+        for (std::size_t number = 0; number < level.objects.size(); ++number) {
+            const std::string& name = level.objects[number].textureName;
+            if (!name.empty() && tested.insert(name).second && !pictureExists(name)) {
+                foundObject(number, "picture " + inQuotes(name) + " does not exist");
             }
         }
     }
@@ -253,6 +284,12 @@ private:
             const std::int32_t id = level.polygons[number].polygonId;
             if (id != 0 && !actors.contains(id)) {
                 found(number, "has id " + std::to_string(id) + ", which no mover and no trigger uses");
+            }
+        }
+        for (std::size_t number = 0; number < level.objects.size(); ++number) {
+            const auto id = static_cast<std::int32_t>(level.objects[number].objectId);
+            if (id != 0 && !actors.contains(id)) {
+                foundObject(number, "has id " + std::to_string(id) + ", which no mover and no trigger uses");
             }
         }
     }

@@ -182,6 +182,10 @@ void placeOnMap(std::vector<TiledPoint>& points, const TiledPoint& place, double
     }
 }
 
+/// The flags in the number of a tile.
+constexpr std::int64_t tileFlippedSideways = 0x80000000;
+constexpr std::int64_t tileFlippedOtherwise = 0x70000000;
+
 TiledShape shapeOf(const Members& object) {
     if (object.has("template")) {
         object.refuse("is an instance of a template; detach it in Tiled first");
@@ -226,6 +230,14 @@ TiledObject readObject(const Json& json, const std::string& layerLabel, const Ti
         const double width = members.number("width", 0.0);
         const double height = members.number("height", 0.0);
         object.points = {{0.0, 0.0}, {width, 0.0}, {width, height}, {0.0, height}};
+    } else if (object.shape == TiledShape::tile) {
+        // A tile stands on its place, which is its bottom left corner.
+        const double width = members.number("width", 0.0);
+        const double height = members.number("height", 0.0);
+        object.points = {{0.0, -height}, {width, -height}, {width, 0.0}, {0.0, 0.0}};
+        const std::int64_t number = members.wholeNumber("gid", 0);
+        object.flippedSideways = (number & tileFlippedSideways) != 0;
+        object.flippedOtherwise = (number & tileFlippedOtherwise) != 0;
     }
     const TiledPoint place = {members.number("x", 0.0) + offset.x, members.number("y", 0.0) + offset.y};
     placeOnMap(object.points, place, members.number("rotation", 0.0));

@@ -31,9 +31,11 @@ struct TiledObject {
     TiledShape shape = TiledShape::rectangle;
 
     /// Places on the map, the object's rotation and the offsets of its layers applied: the outline of a
-    /// rectangle (four corners, clockwise as seen from the top left one) or a polygon, the run of a polyline;
-    /// for every other shape the one place where the object stands.
+    /// rectangle or a tile (four corners, clockwise as seen from the top left one) or a polygon, the run of a
+    /// polyline; for every other shape the one place where the object stands.
     std::vector<TiledPoint> points;
+    bool flippedSideways = false;          ///< Of a tile: left and right are swapped.
+    bool flippedOtherwise = false;         ///< Of a tile: upside down, or rows and columns swapped.
     std::vector<TiledProperty> properties; ///< In file order.
 
     /// Number and name, for messages: object 12 "bowl".

@@ -206,6 +206,18 @@ TEST_F(LevelCommandsTest, ValidateOfASoundLevelEndsWithZeroAndNoWord) {
     EXPECT_EQ(output.str() + errors.str(), "");
 }
 
+TEST_F(LevelCommandsTest, PicturesOfObjectsAreLookedUpToo) {
+    write("data/gfx/stone.tga", "picture");
+    write("data/gfx/lamp.tga", "picture");
+    LevelFile level = triangleLevel();
+    level.objects = {{0, "gfx\\Lamp.TGA", 0, {1, 2}, 0}, {0, "gfx\\gone.tga", 0, {3, 4}, 0}};
+    const std::string file = write("a.rivl", writeLevel(level));
+
+    run({"validate", file, "--data", path("data")});
+
+    EXPECT_EQ(output.str(), "object 1 at (3, 4): picture \"gfx\\gone.tga\" does not exist\n");
+}
+
 TEST_F(LevelCommandsTest, ValidatePrintsItsFindingsAndEndsWithOne) {
     const std::string file = write("a.rivl", writeLevel(triangleLevel()) + "rest");
 

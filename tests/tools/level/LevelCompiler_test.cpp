@@ -11,6 +11,18 @@ namespace tarnwick {
 
 using Points = std::vector<LevelFile::Point>;
 
+namespace {
+
+const std::string lampProperty = textProperty("texture", "lamp.tga");
+const std::string mirroredProperty = R"({"name":"mirrored","type":"bool","value":true})";
+
+/// An object of class object, 7 "lamp", with these members and properties.
+std::string pictureText(const std::string& members, const std::string& properties) {
+    return R"({"id":7,"name":"lamp","class":"object",)" + members + R"(,"properties":[)" + properties + "]}";
+}
+
+} // namespace
+
 TEST(LevelCompilerTest, StartPointsAreThoseOfTheMap) {
     const LevelFile level = compileText(mapOfObjects(""));
 
@@ -284,9 +296,90 @@ TEST(LevelCompilerTest, AStartMustBeAPoint) {
               "object 7: a cameraStart must be a point object");
 }
 
+TEST(LevelCompilerTest, AnObjectTakesItsProperties) {
+    const std::string properties = numberProperty("id", "-7") + "," +
+                                   textProperty("texture", "gfx\\\\Lamp.tga") + "," + mirroredProperty + "," +
+                                   numberProperty("layer", "4");
+
+    const LevelFile level =
+        compileText(mapOfObjects(pictureText(R"("x":3,"y":-5,"point":true)", properties)));
+
+    ASSERT_EQ(level.objects.size(), 1U);
+    EXPECT_EQ(level.objects[0], (LevelFile::ObjectRecord{4294967289U, "gfx\\Lamp.tga", 4, {3, -5}, 1}));
+    EXPECT_TRUE(level.polygons.empty());
+}
+
+TEST(LevelCompilerTest, AnObjectThatHasAPictureOnlyStandsUprightOnTheLayerOfItsList) {
+    const LevelFile level =
+        compileText(mapOfObjects(pictureText(R"("x":3,"y":-5,"point":true)", lampProperty)));
+
+    EXPECT_EQ(level.objects[0], (LevelFile::ObjectRecord{0, "lamp.tga", 1, {3, -5}, 0}));
+}
+
+TEST(LevelCompilerTest, ObjectsKeepTheOrderOfTheMapAndTheirPlaceIsTheirMiddle) {
+    const std::string objects =
+        pictureText(R"("x":10,"y":20,"width":32,"height":64)", lampProperty) + "," + triangleText() + "," +
+        pictureText(R"("x":100,"y":200,"gid":3,"width":40,"height":20)", lampProperty) + "," +
+        pictureText(R"("x":1,"y":2,"width":0,"height":0)", lampProperty);
+
+    const LevelFile level = compileText(mapOfObjects(objects));
+
+    ASSERT_EQ(level.objects.size(), 3U);
+    EXPECT_EQ(level.objects[0].position, (LevelFile::Point{26, 52}));
+    EXPECT_EQ(level.objects[1].position, (LevelFile::Point{120, 190})) << "a tile stands on its place";
+    EXPECT_EQ(level.objects[2].position, (LevelFile::Point{1, 2}));
+}
+
+TEST(LevelCompilerTest, ATileNeedsNoClassAndIsMirroredByItsFlip) {
+    const std::string flipped = R"({"id":7,"gid":2147483651,"width":2,"height":2,"properties":[)";
+
+    const LevelFile once = compileText(mapOfObjects(flipped + lampProperty + "]}"));
+    const LevelFile twice = compileText(mapOfObjects(flipped + lampProperty + "," + mirroredProperty + "]}"));
+
+    EXPECT_EQ(once.objects.at(0).mirrored, 1);
+    EXPECT_EQ(twice.objects.at(0).mirrored, 0);
+}
+
+TEST(LevelCompilerTest, AMiddleBetweenTwoUnitsIsRoundedAndTold) {
+    const std::string map = mapOfObjects(pictureText(R"("x":0,"y":0,"width":3,"height":2)", lampProperty));
+    std::vector<std::string> warnings;
+
+    const LevelFile level = compileText(map, warnings);
+
+    EXPECT_EQ(level.objects[0].position, (LevelFile::Point{2, 1}));
+    EXPECT_EQ(warnings, std::vector<std::string>{"object 7 \"lamp\": 1 of 1 points rounded to whole units"});
+}
+
+TEST(LevelCompilerTest, ObjectsThatCannotBeWrittenAreRefused) {
+    const auto refusal = [](const std::string& members, const std::string& properties) {
+        return refusalOf(mapOfObjects(pictureText(members, properties)));
+    };
+    const std::string turned =
+        "object 7 \"lamp\": a picture can be mirrored from side to side, not turned or "
+        "put upside down";
+    const std::string box = R"("width":4,"height":2)";
+
+    EXPECT_EQ(refusal(box, ""), "object 7 \"lamp\": shows no picture: give it a property \"texture\"");
+    EXPECT_EQ(refusal(box + R"(,"rotation":90)", lampProperty), turned);
+    EXPECT_EQ(refusal(box + R"(,"rotation":180)", lampProperty), turned);
+    EXPECT_EQ(refusal(box + R"(,"gid":1073741825)", lampProperty), turned);
+    EXPECT_EQ(refusal(box + R"(,"gid":536870913)", lampProperty), turned);
+    EXPECT_EQ(refusal(R"("ellipse":true)", lampProperty),
+              "object 7 \"lamp\": an object must be a point, a rectangle or a tile");
+    EXPECT_EQ(refusal(box, lampProperty + "," + textProperty("mirrored", "yes")),
+              "object 7 \"lamp\": property \"mirrored\" must be true or false");
+    EXPECT_EQ(refusal(box, lampProperty + "," + numberProperty("id", "2147483648")),
+              "object 7 \"lamp\": id 2147483648 does not fit into 32 bits");
+    EXPECT_EQ(refusal(box, lampProperty + "," + numberProperty("layer", "5")),
+              "object 7 \"lamp\": layer 5 is outside 0 to 4");
+    EXPECT_EQ(refusal(box, textProperty("texture", std::string(65535, 'x'))),
+              "object 7 \"lamp\": its texture name is longer than 65534 bytes");
+    EXPECT_EQ(refusal(box, textProperty("texture", std::string(65534, 'x'))), "");
+}
+
 TEST(LevelCompilerTest, AnUnknownClassIsRefused) {
     EXPECT_EQ(refusalOf(mapOfObjects(R"({"id":7,"name":"lift","class":"mover","width":3,"height":3})")),
-              "object 7 \"lift\": unknown class \"mover\" (polygon, waterStart or cameraStart)");
+              "object 7 \"lift\": unknown class \"mover\" (polygon, object, waterStart or cameraStart)");
 }
 
 TEST(LevelCompilerTest, ShapesThatAreNoPolygonAreRefused) {
@@ -294,12 +387,12 @@ TEST(LevelCompilerTest, ShapesThatAreNoPolygonAreRefused) {
               "object 7: an ellipse cannot be written: draw it as a polygon");
     EXPECT_EQ(refusalOf(mapOfObjects(R"({"id":7,"text":{"text":"a"},"width":3,"height":3})")),
               "object 7: a text cannot be written: move it to a layer of class \"notes\"");
-    EXPECT_EQ(refusalOf(mapOfObjects(R"({"id":7,"gid":1,"width":3,"height":3})")),
-              "object 7: a tile object cannot be written");
+    EXPECT_EQ(refusalOf(mapOfObjects(R"({"id":7,"class":"polygon","gid":1,"width":3,"height":3})")),
+              "object 7: a tile must be of class object");
     EXPECT_EQ(refusalOf(mapOfObjects(R"({"id":7,"polyline":[{"x":0,"y":0},{"x":5,"y":6}]})")),
               "object 7: a line cannot be a polygon: close it");
     EXPECT_EQ(refusalOf(mapOfObjects(R"({"id":7,"point":true})")),
-              "object 7: a point must be of class waterStart or cameraStart");
+              "object 7: a point must be of class object, waterStart or cameraStart");
     EXPECT_EQ(refusalOf(mapOfObjects(R"({"id":7,"width":3,"height":0})")),
               "object 7: a rectangle without width or height");
     EXPECT_EQ(refusalOf(mapOfObjects(R"({"id":7,"class":"polygon"})")),

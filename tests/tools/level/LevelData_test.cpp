@@ -41,10 +41,10 @@ Json projectType(const std::string& name) {
     return {};
 }
 
-/// The value that the project shows for a member of class polygon.
-Json shownDefault(const std::string& name) {
-    const Json polygon = projectType("polygon");
-    for (const Json& member : polygon.at("members")) {
+/// The value that the project shows for a member of a class.
+Json shownDefault(const std::string& name, const std::string& kind = "polygon") {
+    const Json type = projectType(kind);
+    for (const Json& member : type.at("members")) {
         if (member.at("name") == name) {
             return member.at("value");
         }
@@ -95,6 +95,9 @@ TEST_F(LevelDataTest, TheTiledProjectShowsTheDefaultsThatTheToolTakes) {
     EXPECT_EQ(shownDefault("mode"), PolygonDefaults::mode);
     EXPECT_EQ(shownDefault("texture"), PolygonDefaults::texture);
     EXPECT_EQ(shownDefault("id"), PolygonDefaults::id);
+    EXPECT_EQ(shownDefault("texture", "object"), ObjectDefaults::texture);
+    EXPECT_EQ(shownDefault("id", "object"), ObjectDefaults::id);
+    EXPECT_EQ(shownDefault("mirrored", "object"), ObjectDefaults::mirrored);
 }
 
 TEST_F(LevelDataTest, TheTiledProjectHasTheClassesThatTheToolKnows) {

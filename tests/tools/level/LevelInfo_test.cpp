@@ -61,6 +61,19 @@ TEST_F(LevelInfoTest, AnEmptyLevelHasNoneOfEverything) {
     EXPECT_NE(info.find("pictures        0\n"), std::string::npos);
 }
 
+TEST_F(LevelInfoTest, APictureIsToldWithThePolygonsAndTheObjectsThatShowIt) {
+    LevelFile level;
+    level.polygons.push_back({0, "both.tga", 3, 0, 1, {{0, 0}, {100, 0}, {100, 50}}});
+    level.objects = {{0, "both.tga", 0, {}, 0}, {0, "own.tga", 0, {}, 0}, {0, "own.tga", 0, {}, 0}};
+
+    const std::string info = infoOf(level);
+
+    EXPECT_TRUE(info.ends_with("pictures        2\n"
+                               "  \"both.tga\" on 1 polygon and 1 object\n"
+                               "  \"own.tga\" on 2 objects\n"))
+        << info;
+}
+
 TEST_F(LevelInfoTest, ABoxFromEndToEndOfTheWorldIsMeasuredRight) {
     LevelFile level;
     level.polygons.push_back({0, "", 1, 0, 0, {{-2147483647 - 1, 0}, {2147483647, 0}, {0, 5}}});

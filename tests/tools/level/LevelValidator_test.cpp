@@ -126,6 +126,40 @@ TEST_F(LevelValidatorTest, AMissingPictureIsToldOnceAtItsFirstPolygon) {
     EXPECT_EQ(findings, Findings{"polygon 1 at (200, 0): picture \"gfx\\gone.tga\" does not exist"});
 }
 
+TEST_F(LevelValidatorTest, AMissingPictureOfAnObjectIsToldUnlessAPolygonHasToldIt) {
+    LevelFile level = levelOf({block()});
+    level.polygons[0].textureName = "gfx\\gone.tga";
+    level.objects = {{0, "gfx\\gone.tga", 0, {}, 0}, {0, "gfx\\lost.tga", 0, {1, 2}, 0}};
+
+    const Findings findings = validateLevel(level, [](const std::string&) { return false; });
+
+    EXPECT_EQ(findings, (Findings{"polygon 0 at (100, 100): picture \"gfx\\gone.tga\" does not exist",
+                                  "object 1 at (1, 2): picture \"gfx\\lost.tga\" does not exist"}));
+}
+
+TEST_F(LevelValidatorTest, AnObjectWithoutPictureOrWithTheWrongSlashOrTooFarOutIsTold) {
+    LevelFile level;
+    level.objects = {{0, "", 0, {1, 2}, 0},
+                     {0, "gfx/lamp.tga", 0, {3, 4}, 0},
+                     {0, "lamp.tga", 0, {16777217, 0}, 0},
+                     {0, "lamp.tga", 0, {16777218, 0}, 0}};
+
+    EXPECT_EQ(findingsOf(level),
+              (Findings{"object 0 at (1, 2): has no picture",
+                        "object 1 at (3, 4): picture \"gfx/lamp.tga\" is written with / where the game "
+                        "writes \\",
+                        "object 2 at (16777217, 0): lies so far out that the game moves it"}));
+}
+
+TEST_F(LevelValidatorTest, AnIdOfAnObjectThatNothingUsesIsTold) {
+    LevelFile level;
+    level.objects = {{4, "lamp.tga", 0, {1, 2}, 0}, {4294967295U, "lamp.tga", 0, {3, 4}, 0}};
+    level.movers.push_back({-1, 1.0f, {}, {10, 0}});
+
+    EXPECT_EQ(findingsOf(level),
+              Findings{"object 0 at (1, 2): has id 4, which no mover and no trigger uses"});
+}
+
 TEST_F(LevelValidatorTest, WithoutATestNoPictureIsMissing) {
     EXPECT_EQ(validateLevel(levelOf({block()}), nullptr), Findings{});
 }
@@ -188,8 +222,7 @@ TEST_F(LevelValidatorTest, AnIdThatNobodyUsesIsTold) {
 
 TEST_F(LevelValidatorTest, AMoverThatCarriesNothingOrEverythingIsTold) {
     LevelFile level = levelOf({block()});
-    level.objects.resize(1);
-    level.objects[0].objectId = 6;
+    level.objects = {{6, "lamp.tga", 0, {}, 0}};
     level.movers.push_back({5, 1.0f, {}, {10, 0}});
     level.movers.push_back({6, 1.0f, {}, {10, 0}});
     level.movers.push_back({0, 1.0f, {}, {10, 0}});
@@ -200,8 +233,7 @@ TEST_F(LevelValidatorTest, AMoverThatCarriesNothingOrEverythingIsTold) {
 
 TEST_F(LevelValidatorTest, ATriggerWhoseTargetNobodyIsIsTold) {
     LevelFile level;
-    level.objects.resize(1);
-    level.objects[0].objectId = 1;
+    level.objects = {{1, "lamp.tga", 0, {}, 0}};
     level.forces.resize(1);
     level.forces[0].forceId = 4294967294U; // -2 in a trigger
     level.soundSources.resize(1);

@@ -97,6 +97,17 @@ TEST(TiledMapTest, TheClassIsReadUnderTheNamesOfAllVersions) {
     EXPECT_EQ(onlyObject(R"({"id":1})").kind, "");
 }
 
+TEST(TiledMapTest, ATileStandsOnItsPlaceAndTellsItsFlips) {
+    const TiledObject plain = onlyObject(R"({"id":1,"gid":3,"x":10,"y":20,"width":30,"height":5})");
+    const TiledObject mirrored = onlyObject(R"({"id":1,"gid":2147483651})");
+    const TiledObject upsideDown = onlyObject(R"({"id":1,"gid":1073741827})");
+
+    EXPECT_EQ(plain.points, (Points{{10, 15}, {40, 15}, {40, 20}, {10, 20}}));
+    EXPECT_FALSE(plain.flippedSideways || plain.flippedOtherwise);
+    EXPECT_TRUE(mirrored.flippedSideways && !mirrored.flippedOtherwise);
+    EXPECT_TRUE(upsideDown.flippedOtherwise && !upsideDown.flippedSideways);
+}
+
 TEST(TiledMapTest, ShapesAreToldApart) {
     EXPECT_EQ(onlyObject(R"({"id":1,"ellipse":true})").shape, TiledShape::ellipse);
     EXPECT_EQ(onlyObject(R"({"id":1,"text":{"text":"a"}})").shape, TiledShape::text);
