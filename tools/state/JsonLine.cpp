@@ -97,6 +97,24 @@ JsonLine& JsonLine::flag(bool value) {
     return *this;
 }
 
+JsonLine& JsonLine::string(std::string_view value) {
+    constexpr std::string_view hexDigits = "0123456789abcdef";
+    separate();
+    line += '"';
+    for (const char character : value) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte < ' ' || byte > '~' || byte == '"' || byte == '\\') {
+            line += "\\u00";
+            line += hexDigits[byte >> 4];
+            line += hexDigits[byte & 15];
+        } else {
+            line += character;
+        }
+    }
+    line += '"';
+    return *this;
+}
+
 JsonLine& JsonLine::vector(Vector2 value) {
     return vector(value.x, value.y);
 }

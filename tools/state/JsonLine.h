@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tarnwick {
 
@@ -27,6 +28,8 @@ public:
     JsonLine& number(std::int32_t value);
     JsonLine& number(std::uint64_t value);
     JsonLine& flag(bool value);
+    /// Text of any bytes: what is not plain ASCII is written as the code point of its byte.
+    JsonLine& string(std::string_view value);
     /// As an array of x and y.
     JsonLine& vector(Vector2 value);
     JsonLine& vector(float x, float y);

@@ -43,6 +43,26 @@ Vector2 asVector(const nlohmann::json& value, const std::string& what) {
     return {asFloat(value[0], what), asFloat(value[1], what)};
 }
 
+std::string asText(const nlohmann::json& value, const std::string& what) {
+    if (!value.is_string()) {
+        refuseField(what, "a text");
+    }
+    const auto& coded = value.get_ref<const std::string&>();
+    std::string bytes;
+    for (std::size_t i = 0; i < coded.size(); ++i) {
+        const auto lead = static_cast<unsigned char>(coded[i]);
+        if (lead < 0x80) {
+            bytes += coded[i];
+        } else if (lead <= 0xC3) { // 0xC2, 0xC3: code points 128 to 255 in two bytes; the parser saw to it
+            const auto rest = static_cast<unsigned char>(coded[++i]);
+            bytes += static_cast<char>((lead & 0x03u) << 6 | (rest & 0x3Fu));
+        } else {
+            refuseField(what, "a text of bytes");
+        }
+    }
+    return bytes;
+}
+
 const nlohmann::json& asArray(const nlohmann::json& value, const std::string& what) {
     if (!value.is_array()) {
         refuseField(what, "a list");

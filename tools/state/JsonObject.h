@@ -23,6 +23,8 @@ bool asFlag(const nlohmann::json& value, const std::string& what);
 bool asBit(const nlohmann::json& value, const std::string& what);
 /// A list of two numbers.
 Vector2 asVector(const nlohmann::json& value, const std::string& what);
+/// What `JsonLine::string` wrote: a text of code points up to 255, each of them one byte.
+std::string asText(const nlohmann::json& value, const std::string& what);
 const nlohmann::json& asArray(const nlohmann::json& value, const std::string& what);
 
 /// A whole number in the range of `Integer`.

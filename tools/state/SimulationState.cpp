@@ -8,6 +8,7 @@
 #include "level/LevelBspNode.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
+#include "tools/state/EffectRows.h"
 #include "tools/state/JsonLine.h"
 #include "tools/state/ObjectRows.h"
 
@@ -73,6 +74,7 @@ std::string SimulationState::write(const RunPosition& position) {
     writeGroups(out);
     writePolygons(out);
     ObjectRows::write(out);
+    EffectRows::write(out);
     out.closeObject();
     return out.text();
 }

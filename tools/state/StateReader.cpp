@@ -8,6 +8,7 @@
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
+#include "tools/state/EffectRows.h"
 #include "tools/state/JsonObject.h"
 #include "tools/state/ObjectRows.h"
 #include "tools/state/SimulationState.h"
@@ -105,6 +106,7 @@ struct SimulationState::Restored {
     std::list<ParticleGroup> groups;
     std::vector<PolygonSwitches> polygons;
     ObjectRows objects;
+    EffectRows effects;
 };
 
 RunPosition SimulationState::read(const std::string& line) {
@@ -129,6 +131,7 @@ RunPosition SimulationState::read(const std::string& line) {
     readGroups(in, restored);
     readPolygons(in, restored);
     restored.objects.read(in);
+    restored.effects.read(in);
     apply(restored);
     return restored.position;
 }
@@ -238,6 +241,7 @@ void SimulationState::apply(Restored& restored) {
         ++switches;
     }
     restored.objects.apply();
+    restored.effects.apply();
 }
 
 } // namespace tarnwick

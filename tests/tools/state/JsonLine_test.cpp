@@ -38,6 +38,13 @@ TEST(JsonLineTest, EveryFloatSurvivesTheTrip) {
     }
 }
 
+TEST(JsonLineTest, TextKeepsEveryByte) {
+    JsonLine out;
+    out.string(std::string_view("gfx\\a \"b\"\n\xE4\xFF\0", 13));
+
+    EXPECT_EQ(out.text(), R"("gfx\u005ca \u0022b\u0022\u000a\u00e4\u00ff\u0000")");
+}
+
 TEST(JsonLineTest, DoublesHaveSeventeenSignificantDigits) {
     JsonLine out;
     out.number(0.1);
