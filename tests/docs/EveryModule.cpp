@@ -12,7 +12,10 @@
 namespace tarnwick {
 
 void startEveryModule(const DataFolder& folder) {
-    folder.write("maps/empty.rivl", LevelFileBuilder::write(LevelFile()));
+    LevelFile level; // empty but for an emitter, which reads a file of its own
+    level.emitters.push_back({0, {0, 0}, {1.0f, 0.0f}, "fx\\drip.cfg"});
+    folder.write("fx/drip.cfg", "");
+    folder.write("maps/empty.rivl", LevelFileBuilder::write(level));
     GLWindow::createHeadless(800, 600);
     GLConsole::initialise();
     SurfaceTypeManager::initialise();

@@ -1,6 +1,7 @@
 // Forces and effect particles where a level and the game hold them.
 
 #include "console/GLConsole.h"
+#include "core/DataFiles.h"
 #include "core/Geometry.h"
 #include "core/Random.h"
 #include "game/Camera.h"
@@ -16,6 +17,7 @@
 #include "support/LevelFileBuilder.h"
 #include "support/ModuleTest.h"
 
+#include <filesystem>
 #include <iterator>
 #include <string>
 
@@ -183,6 +185,27 @@ TEST_F(EffectsInPlayTest, ATickGivesThemTheCappedStepBeforeTheWaterMoves) {
     ASSERT_EQ(FxParticleManager::particles.size(), 3u);          // 1/30 second
     EXPECT_EQ(FxParticleManager::particles.front().size, share); // the first draws of the tick are theirs
     EXPECT_EQ(FxParticleManager::particles.front().timeLeft, 1.0f - Game::longestStep);
+}
+
+TEST_F(EffectsInPlayTest, TheSettingsOfTheGameGiveParticles) {
+    const std::filesystem::path gameData = std::filesystem::path(TARNWICK_SOURCE_DIR) / "data";
+    for (const char* const name : {"drip", "fountain", "dust", "sparks"}) {
+        SCOPED_TRACE(name);
+        FxParticleManager::initalise();
+        FxParticleEmitter emitter;
+        emitter.loadEmitterSettings((gameData / "fx" / (std::string(name) + ".cfg")).string());
+        for (const GLTexture& texture : emitter.textures) {
+            std::filesystem::current_path(gameData);
+            EXPECT_TRUE(std::filesystem::exists(DataFiles::find(texture.name))) << texture.name;
+            std::filesystem::current_path(data.path());
+        }
+
+        emitter.createBurst();
+
+        EXPECT_EQ(FxParticleManager::particles.size(), emitter.burstSize);
+        EXPECT_EQ(emitter.active, std::string(name) != "sparks");
+        FxParticleManager::particles.clear(); // before their emitter goes
+    }
 }
 
 TEST_F(EffectsInPlayTest, APausedGameHoldsThem) {
