@@ -52,6 +52,7 @@ public:
 
 private:
     friend class ModuleReset;
+    friend class LevelBspTreeDrawingTest;
     friend class LevelBspTreeTest;
 
     static constexpr std::size_t testRayCount = 256; ///< Rays of one pass of `BspCast`.

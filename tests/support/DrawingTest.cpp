@@ -13,23 +13,17 @@ namespace tarnwick {
 
 namespace {
 
-constexpr std::int32_t pictureSide = 4; ///< The smallest that the game's own loader takes.
+constexpr std::int32_t smallestSide = 4; ///< The smallest picture that the game's own loader takes.
 
-/// The header of an uncompressed 32-bit TGA, top row first.
-std::string tgaHeader() {
+/// The header of an uncompressed 32-bit TGA, top row first; the side is below 256.
+std::string tgaHeader(std::int32_t side) {
     std::string header(18, '\0');
     header[2] = 2;
-    header[12] = static_cast<char>(pictureSide);
-    header[14] = static_cast<char>(pictureSide);
+    header[12] = static_cast<char>(side);
+    header[14] = static_cast<char>(side);
     header[16] = 32;
     header[17] = 0x28;
     return header;
-}
-
-void appendPixel(std::string& file, FramePicture::Pixel colour, std::uint8_t alpha) {
-    for (const std::uint8_t channel : {colour.blue, colour.green, colour.red, alpha}) {
-        file += static_cast<char>(channel);
-    }
 }
 
 } // namespace
@@ -39,24 +33,30 @@ DrawingTest::DrawingTest(std::int32_t width, std::int32_t height) {
     GLTextureManager::initialise();
 }
 
-void DrawingTest::writeFlatPicture(const std::string& name,
-                                   FramePicture::Pixel colour,
-                                   std::uint8_t alpha) const {
-    std::string file = tgaHeader();
-    for (std::int32_t i = 0; i < pictureSide * pictureSide; ++i) {
-        appendPixel(file, colour, alpha);
+void DrawingTest::writePicture(const std::string& name,
+                               std::int32_t side,
+                               const std::function<Texel(std::int32_t x, std::int32_t y)>& texelAt) const {
+    std::string file = tgaHeader(side);
+    for (std::int32_t y = 0; y < side; ++y) {
+        for (std::int32_t x = 0; x < side; ++x) {
+            const auto [colour, alpha] = texelAt(x, y);
+            for (const std::uint8_t channel : {colour.blue, colour.green, colour.red, alpha}) {
+                file += static_cast<char>(channel);
+            }
+        }
     }
     data.write(name, file);
+}
+
+void DrawingTest::writeFlatPicture(const std::string& name, FramePicture::Pixel colour) const {
+    writePicture(name, smallestSide, [&](std::int32_t, std::int32_t) { return Texel{colour}; });
 }
 
 void DrawingTest::writeSplitPicture(const std::string& name,
                                     FramePicture::Pixel left,
                                     FramePicture::Pixel right) const {
-    std::string file = tgaHeader();
-    for (std::int32_t i = 0; i < pictureSide * pictureSide; ++i) {
-        appendPixel(file, i % pictureSide < pictureSide / 2 ? left : right, 255);
-    }
-    data.write(name, file);
+    writePicture(name, smallestSide,
+                 [&](std::int32_t x, std::int32_t) { return Texel{x < smallestSide / 2 ? left : right}; });
 }
 
 void DrawingTest::beginPicture() {

@@ -5,6 +5,7 @@
 #include "support/ModuleTest.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace tarnwick {
@@ -17,10 +18,18 @@ protected:
 
     explicit DrawingTest(std::int32_t width = windowWidth, std::int32_t height = windowHeight);
 
-    /// Writes a picture of one colour, 4 by 4 pixels; `name` is relative, with slashes.
-    void
-    writeFlatPicture(const std::string& name, FramePicture::Pixel colour, std::uint8_t alpha = 255) const;
-    /// The same with one colour in the left half and another in the right one.
+    /// One point of a picture that a test makes up.
+    struct Texel {
+        FramePicture::Pixel colour;
+        std::uint8_t alpha = 255;
+    };
+    /// Writes a square picture of `side` pixels a side, at least 4; `name` is relative, with slashes.
+    void writePicture(const std::string& name,
+                      std::int32_t side,
+                      const std::function<Texel(std::int32_t x, std::int32_t y)>& texelAt) const;
+    /// A picture of one colour.
+    void writeFlatPicture(const std::string& name, FramePicture::Pixel colour) const;
+    /// A picture with one colour in its left half and another in its right one.
     void
     writeSplitPicture(const std::string& name, FramePicture::Pixel left, FramePicture::Pixel right) const;
 

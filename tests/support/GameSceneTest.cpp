@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
-GameSceneTest::GameSceneTest()
-    : DrawingTest(400, 300) {
+GameSceneTest::GameSceneTest(std::int32_t width, std::int32_t height)
+    : DrawingTest(width, height) {
     writeFlatPicture("gfx/red.tga", red);
     writeFlatPicture("gfx/green.tga", green);
     writeFlatPicture("gfx/blue.tga", blue);

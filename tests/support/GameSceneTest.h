@@ -8,13 +8,14 @@
 
 namespace tarnwick {
 
-/// A drawing test that plays a level of squares of one colour each. The window is 400 by 300 pixels, half a
-/// pixel a world unit, and the camera stands so that world and window have one origin.
+/// A drawing test that plays a level of squares of one colour each. The window is 400 by 300 pixels unless a
+/// test asks for others, half a pixel a world unit, and the camera stands so that world and window have one
+/// origin.
 ///
 /// Water is blue, steam green and ice white, without outlines; the background is black.
 class GameSceneTest : public DrawingTest {
 protected:
-    GameSceneTest();
+    explicit GameSceneTest(std::int32_t width = 400, std::int32_t height = 300);
 
     /// Adds a square of side `side` units with its top left corner at (x, y), in the picture
     /// `gfx\PICTURE.tga`, to the level that `play` starts. Seen, and not solid.
