@@ -204,6 +204,9 @@ void ParticleGroupMover::moveGroup(ParticleGroup& group, float dt) {
             const float part = left > step ? step : left;
             group.centre += along * part;
             group.colliding |= CircleCollision::collisionTest(group.centre, group.radius);
+            if (left - part == left) {
+                break; // so absurdly far that no step shortens the way: it would never end
+            }
             left -= part; // exactly 0 after the last
         }
     }

@@ -343,4 +343,25 @@ TEST_F(ParticleManagerTest, BeyondTheGridAParticleMovesAndIsAttractedButMeetsNob
     EXPECT_EQ(second.temperature, 90.0f);
 }
 
+TEST_F(ParticleManagerTest, AbsurdGravityDoesNoHarm) {
+    SceneAccess::buildBasin(-60.0f, 60.0f, 100.0f, 90.0f);
+    for (const float gravity : {1e30f, 3e38f, -3e38f}) {
+        SceneSettings settings = stillness();
+        settings.gravity = gravity;
+        settings.steamRiseRate = 1e10f;
+        configure(settings);
+        ParticleManager::createParticles(0.0f, 50.0f, 20.0f, 100);
+        ParticleManager::particles.front().temperature = 150.0f;
+        for (int tick = 0; tick < 20; ++tick) {
+            ParticleManager::runSimulation(dt);
+        }
+        ParticleManager::particles.back().temperature = -1.0f;
+        ParticleManager::runSimulation(dt);
+        ParticleManager::particles.clear();
+        ParticleGroupMover::groups.clear();
+        ParticleMover::clearParticleGrid();
+    }
+    SUCCEED(); // the sanitisers judge
+}
+
 } // namespace tarnwick
