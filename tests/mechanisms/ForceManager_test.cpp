@@ -4,6 +4,7 @@
 #include "core/Random.h"
 #include "graphics/GLWindow.h"
 #include "particles/ParticleManager.h"
+#include "particles/ParticleMover.h"
 #include "support/ConsoleAnswer.h"
 #include "support/DrawingTest.h"
 #include "support/ModuleTest.h"
@@ -122,6 +123,7 @@ TEST_F(ForceManagerTest, AForceThatNoTriggerTargetsHasNoEffect) {
     SceneAccess::configure({});
     const auto fall = [] {
         ParticleManager::particles.clear();
+        ParticleMover::clearParticleGrid();
         ParticleManager::createParticles(0.0f, 0.0f, 10.0f, 16);
         seedRandom(3);
         ParticleManager::runSimulation(0.01f);

@@ -1,6 +1,7 @@
 #include "tools/sim/SimulationRun.h"
 
 #include "support/DataFolder.h"
+#include "support/LevelFileBuilder.h"
 #include "support/ModuleTest.h"
 
 #include <nlohmann/json.hpp>
@@ -85,6 +86,34 @@ TEST_F(SimulationRunTest, ARunContinuedFromADumpEqualsTheUninterruptedOne) {
     run(asked);
 
     EXPECT_EQ(linesOf("rest.jsonl"), std::vector<std::string>(whole.begin() + 25, whole.end()));
+}
+
+TEST_F(SimulationRunTest, EffectsAndForcesGoOnFromADumpAlsoThoseOfTheConsole) {
+    LevelFile level;
+    level.forces = {{1, {0, 0}, {1.0f, 2.0f}, 3.0f}};
+    level.emitters = {{2, {10, -20}, {0.0f, 0.0f}, "fx\\fountain.cfg"},
+                      {3, {0, 0}, {0.0f, -1.0f}, "fx\\drip.cfg"}};
+    files.write("effects.rivl", LevelFileBuilder::write(level));
+    files.write("commands.txt", "ForceCreate 7 1 2 3 4 5\nFxEmitterCreate 5 5 0 0 9 fx\\dust.cfg\n");
+    SimulationOptions asked = options();
+    asked.level = "effects.rivl";
+    asked.consoleFile = "commands.txt";
+    asked.dumpFile = "whole.jsonl";
+    run(asked);
+    const std::vector<std::string> whole = linesOf("whole.jsonl");
+    files.write("at25.jsonl", whole[25] + "\n");
+    asked.consoleFile = "";
+    asked.stateFile = "at25.jsonl";
+    asked.ticks = 35;
+    asked.dumpFile = "rest.jsonl";
+
+    run(asked);
+
+    EXPECT_EQ(linesOf("rest.jsonl"), std::vector<std::string>(whole.begin() + 25, whole.end()));
+    const nlohmann::json last = nlohmann::json::parse(whole.back());
+    EXPECT_EQ(last["forces"].size(), 2u);
+    EXPECT_EQ(last["emitters"].size(), 3u);
+    EXPECT_GT(last["effectParticles"].size(), 50u);
 }
 
 TEST_F(SimulationRunTest, HeldKeysTurnTheWorldAsAPlayersDo) {
