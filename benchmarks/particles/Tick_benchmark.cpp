@@ -32,6 +32,7 @@
 #include <algorithm>
 #include <cmath>
 #include <ctime>
+#include <limits>
 #include <map>
 #include <vector>
 
@@ -269,7 +270,7 @@ void tick_splash(benchmark::State& state) {
     }
     std::ranges::sort(settled);
     const double settledTick = settled[settled.size() / 2];
-    std::vector<double> best(splashTicks, INFINITY);
+    std::vector<double> best(splashTicks, std::numeric_limits<double>::infinity());
     for ([[maybe_unused]] auto iteration : state) {
         double total = 0.0;
         for (int run = 0; run < runs; ++run) {

@@ -80,9 +80,10 @@ void GLWindow::glCircle(float x, float y, float radius, std::int32_t segments) {
     TARNWICK_LOCATION("GLWindow::glCircle");
     const float step = fullTurn / static_cast<float>(segments);
     const auto corner = [&](std::int32_t i) {
-        const long double angle = static_cast<float>(i) * step;
-        glVertex2f(static_cast<float>(std::cos(angle) * radius + x),
-                   static_cast<float>(std::sin(angle) * radius + y));
+        const auto angle = static_cast<long double>(static_cast<float>(i) * step);
+        const auto wideRadius = static_cast<long double>(radius);
+        glVertex2f(static_cast<float>(std::cos(angle) * wideRadius + static_cast<long double>(x)),
+                   static_cast<float>(std::sin(angle) * wideRadius + static_cast<long double>(y)));
     };
     glBegin(GL_LINES);
     for (std::int32_t i = 0; i < segments; ++i) {

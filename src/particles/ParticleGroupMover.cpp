@@ -19,9 +19,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr float freezeReach =
-    144.0f;                          ///< Square of 12 world units: how far cold jumps from a frozen particle.
-constexpr float viewMargin = 128.0f; ///< World units beyond its radius at which a group is lost.
+constexpr float viewMargin = 128.0f;   ///< World units beyond its radius at which a group is lost.
 constexpr float stepPerRadius = 0.75f; ///< Share of the radius between two collision tests.
 constexpr float mergeSlack = 2.0f;     ///< World units between two discs that already merge.
 constexpr float pi = 3.1415927f;

@@ -21,7 +21,6 @@ constexpr float onOneSpot = 1e-05f;        ///< World units: below this two part
 constexpr float largestStep = 1.7f;        ///< World units between two collision tests, and the largest push.
 constexpr float largestPath = 15.0f;       ///< World units in one tick.
 constexpr float repulsionTimeBase = 0.02f; ///< Seconds: a tick this long pushes by the whole overlap.
-constexpr float groupingDistance = 40.0f;  ///< World units: the reach that joins particles into one cluster.
 constexpr float attractionRest = 4.0f;     ///< World units from its cluster's middle where the pull ends.
 constexpr float attractionTimeBase = 0.75f; ///< Seconds.
 constexpr float largestAttraction = 1.5f;   ///< World units in one tick.

@@ -31,9 +31,9 @@ Vector2 rotated(Vector2 v, float angle) {
 } // namespace
 
 std::uint32_t PlainSimulation::drawInteger() {
-    const double a = 32452843.11;
-    const double b = 275604541.11;
-    const float c = 0.31830987f;
+    const auto a = static_cast<long double>(32452843.11); // double constants
+    const auto b = static_cast<long double>(275604541.11);
+    const auto c = static_cast<long double>(0.31830987f); // a float constant
     const long double t = static_cast<long double>(randomState) * a + b;
     const std::uint32_t s1 = static_cast<std::uint32_t>(static_cast<std::int64_t>(t));
     const long double f = static_cast<long double>(s1) * a + b + static_cast<long double>(s1) * c;
