@@ -75,3 +75,10 @@ LANTERN_CORE = "FFF6D6"
 LANTERN_GLOW = "FFB54A"
 TEXT = "FFF3D6"
 WHITE = "FFFFFF"
+
+# The menus: letters cut into wood, what lies in the logo's letters, the dark rim and the shine of water in letters
+CUT_RAMP = ("150A04", "33190A", "6B4220", "C08A4C")
+CUT_LIP = (0.32, 0.224, 0.104)
+LETTER_RAMP = ("FFF6DA", "F3D596", "D99A52")
+WATER_RIM = "0A4A62"
+WATER_SHINE = (0.03, 0.34, 0.44)
