@@ -1,5 +1,6 @@
 #include "game/Game.h"
 
+#include "audio/MusicSystem.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "core/ConfigFile.h"
@@ -129,6 +130,7 @@ bool Game::initialise(const std::string& levelFile) {
     startLevel();
     const ConfigFile config("cfg\\game.cfg");
     readBackground(config);
+    state.musicFileName = config.getVarAsString("music");
     state.frameTimer.reset();
     if (state.gameFont == nullptr) {
         state.gameFont = std::make_unique<GLFont>(config.getVarAsString("font"));
@@ -318,13 +320,26 @@ void Game::keyboardPressed(std::uint32_t key) {
     }
     const std::uint8_t character = GLWindow::keyboardKeyToAscii(key);
     if (key == key::pause || character == 'P' || character == 'p') {
-        state.paused = !state.paused;
+        setPaused(!state.paused);
     }
 }
 
 void Game::windowFocusLost() {
     TARNWICK_LOCATION("Game::windowFocusLost");
-    state.paused = true;
+    setPaused(true);
+}
+
+void Game::setPaused(bool paused) {
+    TARNWICK_LOCATION("Game::setPaused");
+    if (paused == state.paused) {
+        return; // a second pause would keep a position of its own
+    }
+    state.paused = paused;
+    if (paused) {
+        MusicSystem::pause();
+    } else {
+        MusicSystem::resume();
+    }
 }
 
 void Game::addCommands() {
@@ -393,7 +408,7 @@ void Game::conCmdRestart() {
 bool Game::conCmdPause(bool value, bool set) {
     TARNWICK_LOCATION("Game::conCmdPause");
     if (set) {
-        state.paused = value;
+        setPaused(value);
     }
     return state.paused;
 }

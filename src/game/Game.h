@@ -37,6 +37,8 @@ public:
     static bool paused() { return state.paused; }
     /// The level file now loaded, as it was asked for.
     static const std::string& currentMap() { return state.currentMapName; }
+    /// The music of play, which the menus start together with a level. Empty before the first level.
+    static const std::string& musicFileName() { return state.musicFileName; }
 
     /// Visible world size at zoom 1, world units: 800 by 600 in a 4:3 window; a wider window shows more to
     /// the sides, a taller one more above and below.
@@ -84,6 +86,7 @@ private:
         bool showSimSpeeds = false;
         std::string currentMapName;
         std::string nextMapName;
+        std::string musicFileName;  ///< Of play.
         float backgroundRed = 0.0f; ///< What the picture is cleared to, 0 to 1.
         float backgroundGreen = 0.0f;
         float backgroundBlue = 0.0f;
@@ -115,6 +118,8 @@ private:
     static void measureSimulation(std::uint64_t ticks);
     /// Adds the cost of one run to a batch of 32. True when it was the last: `average` is new then.
     static bool averageTicks(std::uint64_t ticks, std::int32_t& count, double& sum, double& average);
+    /// Holds or goes on, and the music with it. Does nothing if that is so already.
+    static void setPaused(bool paused);
     static void readBackground(const ConfigFile& config);
     static void viewFromFreeCamera();
     static void drawLevel();

@@ -1,3 +1,4 @@
+#include "audio/MusicSystem.h"
 #include "console/GLConsole.h"
 #include "core/CrashReport.h"
 #include "core/LocationStack.h"
@@ -42,6 +43,7 @@ int main() {
     openWindow();
     GLTextureManager::initialise();
     GLConsole::initialise();
+    MusicSystem::initialise();
     smoothEdges();
     HighScores::loadScores();
     GLWindow::giveFocous();
@@ -49,6 +51,7 @@ int main() {
         Game::run("maps\\testLevel.rivl");
     }
     HighScores::saveScores();
+    MusicSystem::shutdown();
     GLConsole::shutdown();
     GLTextureManager::shutdown();
     return 0;

@@ -1,5 +1,6 @@
 #include "docs/EveryModule.h"
 
+#include "audio/MusicSystem.h"
 #include "console/GLConsole.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
@@ -18,6 +19,7 @@ void startEveryModule(const DataFolder& folder) {
     folder.write("maps/empty.rivl", LevelFileBuilder::write(level));
     GLWindow::createHeadless(800, 600);
     GLConsole::initialise();
+    MusicSystem::initialise();
     SurfaceTypeManager::initialise();
     if (!Game::initialise("maps\\empty.rivl")) {
         throw std::runtime_error("the empty level was refused: " + GLConsole::outputText());

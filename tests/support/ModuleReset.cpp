@@ -1,5 +1,6 @@
 #include "support/ModuleReset.h"
 
+#include "audio/MusicSystem.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "core/ConfigFile.h"
@@ -56,6 +57,8 @@ void ModuleReset::all() {
     LevelObjectsManager::state = {};
     Level::polygons.clear();
     Level::state = {};
+    MusicSystem::shutdown();
+    MusicSystem::state = {};
     ParticleGroupMover::groups.clear();
     ParticleGroupMover::state = {};
     ParticleManager::particles.clear();
