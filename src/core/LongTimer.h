@@ -20,7 +20,7 @@ public:
     std::int32_t getTotalClocks() const { return totalClocks; }
 
 private:
-    friend class SimulationState;
+    friend class GameRows; // tools: dump and restore
 
     std::int32_t totalClocks = 0; ///< Running sum, milliseconds; wraps round after 24 days.
     std::uint32_t lastClock = 0;  ///< Milliseconds.

@@ -6,6 +6,7 @@
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "game/Camera.h"
+#include "game/GameRules.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
 #include "graphics/KeyMap.h"
@@ -135,6 +136,7 @@ bool Game::initialise(const std::string& levelFile) {
     if (state.gameFont == nullptr) {
         state.gameFont = std::make_unique<GLFont>(config.getVarAsString("font"));
     }
+    GameRules::initialise();
     return true;
 }
 
@@ -184,6 +186,7 @@ void Game::resetLevel() {
     Level::reset();
     Camera::initialise();
     startLevel();
+    GameRules::initialise();
 }
 
 void Game::clearRequests() {
@@ -221,7 +224,7 @@ void Game::serveRequests() {
 
 void Game::tick(float dt) {
     TARNWICK_LOCATION("Game::tick");
-    if (!Camera::movingTowardsWaypoint() && !state.paused) {
+    if (!Camera::movingTowardsWaypoint() && !GameRules::gameIsFinished() && !state.paused) {
         runSimulation(dt);
     }
     if (state.freeCameraEnabled) {
@@ -229,6 +232,12 @@ void Game::tick(float dt) {
         checkFreeCameraInput();
     } else {
         Camera::doMovements(!state.consoleOpen, dt);
+    }
+    // Asked again: the camera may have arrived.
+    if (!GameRules::gameIsFinished() && !Camera::movingTowardsWaypoint() && !state.paused) {
+        GameRules::update(dt);
+    } else {
+        GameRules::unpauseLevelTimer();
     }
 }
 

@@ -53,7 +53,7 @@ public:
     static void resetLevel();
     /// One frame: the frame average, a tick when it is due, the picture, then the requests.
     static void gameLoop();
-    /// One tick of `dt` seconds, in the order simulation, camera. The headless runner calls it too.
+    /// One tick of `dt` seconds, in the order simulation, camera, rules. The headless runner calls it too.
     static void tick(float dt);
     /// Acts on what was asked for since the last frame: the end of the game before a change of level before a
     /// restart. The headless runner calls it after each tick.

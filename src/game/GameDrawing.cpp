@@ -3,6 +3,7 @@
 #include "core/LocationStack.h"
 #include "game/Camera.h"
 #include "game/Game.h"
+#include "game/GameRules.h"
 #include "graphics/DynamicPolygonRenderer.h"
 #include "graphics/GLFont.h"
 #include "graphics/GLWindow.h"
@@ -87,10 +88,13 @@ void Game::drawPicture() {
     } else {
         Camera::viewFrom();
     }
-    drawLevel();
-    if (state.freeCameraEnabled) {
-        drawFreeCamera();
+    if (!GameRules::gameIsFinished()) {
+        drawLevel();
+        if (state.freeCameraEnabled) {
+            drawFreeCamera();
+        }
     }
+    GameRules::draw();
     beginVirtualScreen();
     drawPausedText();
     measureDrawing(Clock::performanceCounter() - before);

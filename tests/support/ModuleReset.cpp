@@ -9,6 +9,7 @@
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
+#include "game/GameRules.h"
 #include "game/HighScores.h"
 #include "graphics/DynamicPolygonRenderer.h"
 #include "graphics/GLTextureManager.h"
@@ -49,6 +50,7 @@ void ModuleReset::all() {
     GLWindow::close();
     GLWindow::state = {};
     Game::state = {};
+    GameRules::state = {};
     HighScores::state = {};
     LevelBspTree::state = {};
     LevelGeometryRenderer::state = {};

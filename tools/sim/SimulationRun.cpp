@@ -7,6 +7,7 @@
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
+#include "game/GameRules.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
@@ -195,7 +196,11 @@ void writeSummary(const RunPosition& position, std::ostream& out) {
         << "speed      " << (loose == 0 ? 0.0f : speedSum / static_cast<float>(loose))
         << " units/s on average\n"
         << "camera     at (" << Camera::position().x << ", " << Camera::position().y << "), turned by "
-        << Camera::angle() << " degrees, state " << Camera::getState() << '\n';
+        << Camera::angle() << " degrees, state " << Camera::getState() << '\n'
+        << "time       " << static_cast<double>(GameRules::getLevelTime()) / 1000.0 << " s of play"
+        << (GameRules::gameIsFinished() ? ", the level is finished\n" : "\n") << "score      "
+        << GameRules::getTotalScore() << ": " << GameRules::getTimeScore() << " for the time, "
+        << GameRules::getWaterScore() << " for the water\n";
 }
 
 } // namespace

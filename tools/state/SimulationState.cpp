@@ -9,6 +9,7 @@
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "tools/state/EffectRows.h"
+#include "tools/state/GameRows.h"
 #include "tools/state/JsonLine.h"
 #include "tools/state/ObjectRows.h"
 
@@ -69,6 +70,7 @@ std::string SimulationState::write(const RunPosition& position) {
     out.key("menu").number(0);
     out.key("paused").flag(Game::paused());
     writeCamera(out);
+    GameRows::write(out);
     writeWater(out);
     writeParticles(out);
     writeGroups(out);

@@ -9,6 +9,7 @@
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
 #include "tools/state/EffectRows.h"
+#include "tools/state/GameRows.h"
 #include "tools/state/JsonObject.h"
 #include "tools/state/ObjectRows.h"
 #include "tools/state/SimulationState.h"
@@ -101,6 +102,7 @@ struct SimulationState::Restored {
     std::uint32_t clock = 0;
     bool paused = false;
     Camera::State camera;
+    GameRows game;
     ParticleManager::State water;
     ParticleList particles;
     std::list<ParticleGroup> groups;
@@ -126,6 +128,7 @@ RunPosition SimulationState::read(const std::string& line) {
     restored.clock = in.integer<std::uint32_t>("clock");
     restored.paused = in.flag("paused");
     readCamera(in.child("camera"), restored);
+    restored.game.read(in);
     readWater(in.child("water"), restored);
     readParticles(in, restored);
     readGroups(in, restored);
@@ -220,6 +223,7 @@ void SimulationState::apply(Restored& restored) {
     Clock::drive(restored.clock);
     Game::state.paused = restored.paused;
     Camera::state = restored.camera;
+    restored.game.apply();
     ParticleManager::state = restored.water;
     ParticleMover::clearParticleGrid();
     ParticleManager::particles = std::move(restored.particles);

@@ -116,6 +116,32 @@ TEST_F(SimulationRunTest, EffectsAndForcesGoOnFromADumpAlsoThoseOfTheConsole) {
     EXPECT_GT(last["effectParticles"].size(), 50u);
 }
 
+TEST_F(SimulationRunTest, LostWaterComesBackAndTheRunGoesOnFromADumpInTheFlight) {
+    LevelFile level; // nothing holds the water
+    files.write("void.rivl", LevelFileBuilder::write(level));
+    SimulationOptions asked = options();
+    asked.level = "void.rivl";
+    asked.ticks = 400;
+    asked.dumpFile = "whole.jsonl";
+    run(asked);
+    const std::vector<std::string> whole = linesOf("whole.jsonl");
+    std::size_t lost = 1; // the first tick at whose end the camera flies back
+    while (lost < 300 && nlohmann::json::parse(whole[lost])["camera"]["state"] != 0) {
+        ++lost;
+    }
+    ASSERT_LT(lost, 300u);
+    files.write("flight.jsonl", whole[lost + 1] + "\n");
+    asked.stateFile = "flight.jsonl";
+    asked.ticks = 400 - lost - 1;
+    asked.dumpFile = "rest.jsonl";
+
+    run(asked);
+
+    EXPECT_EQ(nlohmann::json::parse(whole[lost])["particles"].size(), 128u);
+    EXPECT_EQ(linesOf("rest.jsonl"),
+              std::vector<std::string>(whole.begin() + static_cast<std::ptrdiff_t>(lost) + 1, whole.end()));
+}
+
 TEST_F(SimulationRunTest, HeldKeysTurnTheWorldAsAPlayersDo) {
     files.write("keys.txt", "0 left\n");
     SimulationOptions asked = options();
@@ -166,6 +192,10 @@ TEST_F(SimulationRunTest, TheSummaryTellsWhatBecameOfTheWater) {
 
     EXPECT_NE(summary.find("ticks      60, 0.8 s"), std::string::npos) << summary;
     EXPECT_NE(summary.find("particles  128: 128 water, 0 steam, 0 ice in 0 groups"), std::string::npos)
+        << summary;
+    EXPECT_NE(summary.find("time       0.8 s of play\n"), std::string::npos) << summary;
+    EXPECT_NE(summary.find("score      500000: 436000 for the time, 64000 for the water\n"),
+              std::string::npos)
         << summary;
 }
 

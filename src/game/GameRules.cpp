@@ -1,0 +1,196 @@
+#include "game/GameRules.h"
+
+#include "audio/MusicSystem.h"
+#include "console/GLConsole.h"
+#include "core/ConfigFile.h"
+#include "core/LocationStack.h"
+#include "game/Camera.h"
+#include "level/Level.h"
+#include "particles/ParticleGroupMover.h"
+#include "particles/ParticleManager.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float returnRadius = 10.0f; ///< World units: the disc in which water comes back.
+constexpr float shortestFinish = 0.001f;
+
+constexpr float timeScoreRange = 435'000.0f; ///< From the worst to the best time.
+constexpr std::uint32_t smallestTimeScore = 1000;
+constexpr float fullWater = 128.0f; ///< Particles that give `fullWaterScore`.
+constexpr float fullWaterScore = 64'000.0f;
+
+constexpr std::int32_t millisecondsInSecond = 1000;
+constexpr std::int32_t millisecondsInMinute = 60 * millisecondsInSecond;
+constexpr std::int32_t millisecondsInHour = 60 * millisecondsInMinute;
+
+/// Particles in `share` of `count`, cut to a whole number; at least 1.
+std::uint32_t particlesIn(float share, std::uint32_t count) {
+    TARNWICK_LOCATION("GameRules::particlesIn");
+    constexpr float beyondAll = 4294967296.0f; // 2^32
+    const float particles = static_cast<float>(count) * share;
+    if (particles >= beyondAll) {
+        return std::numeric_limits<std::uint32_t>::max();
+    }
+    return particles < 1.0f ? 1 : static_cast<std::uint32_t>(particles);
+}
+
+} // namespace
+
+GameRules::State GameRules::state;
+
+void GameRules::initialise() {
+    TARNWICK_LOCATION("GameRules::initialise");
+    const Vector2 start = Level::waterStart();
+    state.checkPointX = start.x;
+    state.checkPointY = start.y;
+    state.checkPointParticleCount = startParticles;
+    state.levelEnding = false;
+    state.timePrintEnabled = false;
+    state.endOfLevelParticleCount = 0;
+    readConfiguration();
+    state.finishTimeLeft = state.finishAnimationTime;
+    GLConsole::addCommand("TimePrint", conCmdTimePrint);
+    state.levelTimer.reset();
+}
+
+void GameRules::readConfiguration() {
+    TARNWICK_LOCATION("GameRules::readConfiguration");
+    const ConfigFile config("cfg\\game.cfg");
+    state.finishAnimationTime = std::max(config.getVarAsFloat("finishAnimationTime"), shortestFinish);
+    state.finishWaterVolume = config.getVarAsFloat("finishWaterVolume");
+}
+
+void GameRules::shutdown() {
+    TARNWICK_LOCATION("GameRules::shutdown");
+    GLConsole::removeCommand("TimePrint");
+    state.endOfLevelParticleCount = 0;
+}
+
+void GameRules::update(float dt) {
+    TARNWICK_LOCATION("GameRules::update");
+    if (!state.levelEnding) { // the clock stops at the moment the finish begins
+        if (Camera::getState() == Camera::movingToWaypoint) {
+            state.levelTimer.unpause();
+        } else {
+            state.levelTimer.update();
+        }
+    }
+    if (ParticleManager::particles.empty() && ParticleGroupMover::groups.empty()) {
+        restoreLostWater();
+    }
+    if (!state.levelEnding) {
+        lookForFinish();
+    } else if (state.finishTimeLeft > 0.0f) {
+        runFinish(dt);
+    }
+}
+
+/// The loss costs the time of the flight back and the water lost since the check point, and nothing else.
+void GameRules::restoreLostWater() {
+    TARNWICK_LOCATION("GameRules::restoreLostWater");
+    ParticleManager::createParticles(state.checkPointX, state.checkPointY, returnRadius,
+                                     static_cast<std::int32_t>(state.checkPointParticleCount));
+    Camera::setState(Camera::movingToWaypoint);
+}
+
+void GameRules::lookForFinish() {
+    TARNWICK_LOCATION("GameRules::lookForFinish");
+    const std::uint32_t needed = particlesIn(state.finishWaterVolume, getParticleCount());
+    const bool enough = state.endOfLevelParticleCount >= needed;
+    state.endOfLevelParticleCount = 0; // what came through in earlier ticks does not count
+    if (enough) {
+        state.levelEnding = true;
+        state.finishTimeLeft = state.finishAnimationTime;
+    }
+}
+
+void GameRules::runFinish(float dt) {
+    TARNWICK_LOCATION("GameRules::runFinish");
+    state.finishTimeLeft -= dt;
+    if (state.finishTimeLeft <= 0.0f) {
+        MusicSystem::stop();
+    }
+}
+
+void GameRules::unpauseLevelTimer() {
+    TARNWICK_LOCATION("GameRules::unpauseLevelTimer");
+    state.levelTimer.unpause();
+}
+
+bool GameRules::gameIsFinished() {
+    TARNWICK_LOCATION("GameRules::gameIsFinished");
+    return state.levelEnding && state.finishTimeLeft <= 0.0f;
+}
+
+std::uint32_t GameRules::getParticleCount() {
+    TARNWICK_LOCATION("GameRules::getParticleCount");
+    std::size_t count = ParticleManager::particles.size();
+    for (const ParticleGroup& group : ParticleGroupMover::groups) {
+        count += group.members.size();
+    }
+    return static_cast<std::uint32_t>(count);
+}
+
+void GameRules::incrementEndOfLevelTriggerParticleCount(std::int32_t n) {
+    TARNWICK_LOCATION("GameRules::incrementEndOfLevelTriggerParticleCount");
+    state.endOfLevelParticleCount += static_cast<std::uint32_t>(n);
+}
+
+void GameRules::setCheckPoint(float x, float y) {
+    TARNWICK_LOCATION("GameRules::setCheckPoint");
+    state.checkPointX = x;
+    state.checkPointY = y;
+    state.checkPointParticleCount = getParticleCount();
+}
+
+std::uint32_t GameRules::getTimeScore() {
+    TARNWICK_LOCATION("GameRules::getTimeScore");
+    constexpr auto range = static_cast<float>(worstLevelTime - bestLevelTime);
+    const float late = (static_cast<float>(getLevelTime()) - static_cast<float>(bestLevelTime)) / range;
+    const float kept = 1.0f - std::clamp(late, 0.0f, 1.0f);
+    return static_cast<std::uint32_t>(kept * timeScoreRange) + smallestTimeScore;
+}
+
+std::uint32_t GameRules::getWaterScore() {
+    TARNWICK_LOCATION("GameRules::getWaterScore");
+    return static_cast<std::uint32_t>(static_cast<float>(getParticleCount()) / fullWater * fullWaterScore);
+}
+
+std::uint32_t GameRules::getTotalScore() {
+    TARNWICK_LOCATION("GameRules::getTotalScore");
+    return getTimeScore() + getWaterScore();
+}
+
+void GameRules::draw() {
+    TARNWICK_LOCATION("GameRules::draw");
+    if (state.timePrintEnabled) {
+        printTime();
+    }
+}
+
+/// Hours, minutes, seconds and hundredths.
+void GameRules::printTime() {
+    TARNWICK_LOCATION("GameRules::printTime");
+    const std::int32_t time = getLevelTime();
+    char text[64];
+    std::snprintf(text, sizeof text, "\n%01i::%2i::%3i.%4i", time / millisecondsInHour,
+                  time % millisecondsInHour / millisecondsInMinute,
+                  time % millisecondsInMinute / millisecondsInSecond, time % millisecondsInSecond / 10);
+    GLConsole::print(text);
+}
+
+bool GameRules::conCmdTimePrint(bool value, bool set) {
+    TARNWICK_LOCATION("GameRules::conCmdTimePrint");
+    if (set) {
+        state.timePrintEnabled = value;
+    }
+    return state.timePrintEnabled;
+}
+
+} // namespace tarnwick
