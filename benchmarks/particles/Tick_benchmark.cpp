@@ -3,10 +3,10 @@
 //   tick_settled/N        the whole tick of a pool that has come to rest in a bowl
 //   tick_falling/N        the whole tick of the same body in free fall
 //   tick_floor/N          what no implementation can avoid, on the states of tick_settled: the ordered visit
-//   of every
-//                         particle to its seven cells, with the exchange; nothing else
+//                         of every particle to its seven cells, with the exchange; nothing else
 //   tick_floor_falling/N  the same on the states of tick_falling
 //   tick_plain/N          the plain reading of the whole tick, on the settled pool
+//   tick_splash/N         a pool falls into the bowl: "worst" is its longest tick, each tick taken as the
 //                         smallest of several equal runs, and "worst_to_settled" what that is of a settled
 //                         tick
 //   freeze/N              the tick in which a cold drop freezes the pool

@@ -108,6 +108,11 @@ struct SignalCase {
     const char* place;
 };
 
+/// Shown by CTest beside the test's name.
+void PrintTo(const SignalCase& signalCase, std::ostream* stream) {
+    *stream << signalCase.name;
+}
+
 class CrashReportSignalTest : public CrashReportTest, public testing::WithParamInterface<SignalCase> {};
 
 TEST_P(CrashReportSignalTest, TheWholeReportGoesToStandardErrorAndTheStatusIsOne) {
