@@ -11,12 +11,16 @@ import numpy as np
 
 GFX = pathlib.Path(__file__).resolve().parents[2] / "data" / "gfx"
 LONGEST_PACKET = 128
+SHORTEST_RUN = 3  # pixels that are worth being made alike
 WORTH_PACKING = 0.9  # run lengths are kept only if they take less than this share of the plain size
 
 
-def save(name, picture):
-    """Writes `picture` (rows, columns, 3 or 4; 0 to 1) to data/gfx/`name`, the shorter of plain and run lengths."""
-    pixels = to_bytes(picture)
+def save(name, picture, tolerance=0):
+    """Writes `picture` (rows, columns, 3 or 4; 0 to 1) to data/gfx/`name`, the shorter of plain and run lengths.
+
+    Neighbours in a row that differ by no more than twice `tolerance`, in steps of 1/255, become one colour.
+    """
+    pixels = steadied(to_bytes(picture), tolerance)
     rows, columns = pixels.shape[:2]
     if rows & (rows - 1) or columns & (columns - 1) or min(rows, columns) < 4:
         raise ValueError(f"{name}: {columns} x {rows} are not powers of two from 4 on")
@@ -36,6 +40,27 @@ def to_bytes(picture):
         picture = np.dstack([picture, np.ones(picture.shape[:2])])
     rounded = (np.clip(picture, 0, 1) * 255 + 0.5).astype(np.uint8)
     return np.ascontiguousarray(rounded[..., [2, 1, 0, 3]])
+
+
+def steadied(pixels, tolerance):
+    """Makes pixels of a row alike that nearly are: each run gets the middle of its colours."""
+    if tolerance == 0:
+        return pixels
+    steady = pixels.copy()
+    for row, source in zip(steady, pixels.tolist()):
+        start, lowest, highest = 0, source[0], source[0]
+        for place in range(1, len(source) + 1):
+            if place < len(source):
+                low = [min(a, b) for a, b in zip(lowest, source[place])]
+                high = [max(a, b) for a, b in zip(highest, source[place])]
+                if all(b - a <= 2 * tolerance for a, b in zip(low, high)):
+                    lowest, highest = low, high
+                    continue
+            if place - start >= SHORTEST_RUN:
+                row[start:place] = [(a + b + 1) // 2 for a, b in zip(lowest, highest)]
+            if place < len(source):
+                start, lowest, highest = place, source[place], source[place]
+    return steady
 
 
 def pack_row(row):

@@ -93,5 +93,6 @@ def pour(picture, letters, level, phase, scale, depth=22.0, rim=1.1, glow=1.0):
     colour = shade.mix(colour, palette.WATER_RIM, np.exp(-inside / (rim * scale)) * 0.75)
     colour = shade.mix(colour, palette.FOAM, np.exp(-((below / scale) ** 2)) * (below > -scale))
     shine = shade.blur(wet, 6 * scale, mode="constant") * 0.9 + shade.blur(wet, 2.2 * scale, mode="constant") * 0.35
-    picture = picture + (shine * (1 - letters))[..., None] * np.array(palette.WATER_SHINE) * glow
+    shine = (shine * (1 - letters))[..., None] * glow
+    picture = picture * (1 - np.clip(0.9 * shine, 0, 0.62)) + shine * np.array(palette.WATER_SHINE)
     return shade.mix(picture, colour, wet * 0.96)

@@ -1,0 +1,57 @@
+"""Writes the picture behind each menu into data/gfx/menu: what `logo` in the menus' configuration names.
+
+512 x 512 with the name of the game above, or 1024 x 512 with a heading; one pixel is one of the 800 by 600 units of
+the menus. data/cfg/menu_*.cfg lays widgets on them, so places that are agreed between the two are named here.
+"""
+
+import numpy as np
+
+import palette
+from lib import noise, shade, shapes, tga
+from menus import boards, logo
+
+PACKING = 3
+SMALL, LARGE = (512, 512), (512, 1024)  # rows and columns
+CHAINS = 256 - 84, 256 + 84
+LOGO_TOP = 84  # rows of the logo's picture that stay above the canvas
+SCREEN_LEFT = 112  # column of a large canvas at the left edge of the screen
+
+
+def with_logo(canvas):
+    boards.place(canvas, logo.logo(), 0, -LOGO_TOP + 42)
+    return canvas
+
+
+def signs_screen():
+    """Main menu and menu in play: a column of signs hangs on two chains from the logo."""
+    canvas = boards.clear(*SMALL)
+    boards.chains(canvas, CHAINS, 132, 496)
+    boards.vignette(canvas, (256, 256), (250, 256), 0.50)
+    return with_logo(canvas)
+
+
+def question_screen(bottom, chains_end, plank):
+    """A small board under the logo, and signs under the board."""
+    canvas = boards.clear(*SMALL)
+    boards.chains(canvas, CHAINS, 132, chains_end)
+    boards.place(canvas, boards.board(*SMALL, 14, 186, 498, bottom, plank, seed=51), 0, 0)
+    boards.vignette(canvas, (256, 230), (254, 228), 0.50)
+    return with_logo(canvas)
+
+
+def board_screen(text, half_heading, left, right, bottom, plank, seed):
+    """A large board with a heading, which a sign hangs from."""
+    canvas = boards.clear(*LARGE)
+    boards.chains(canvas, (512 - 84, 512 + 84), bottom - 10, 512)
+    boards.chains(canvas, (512 - 200, 512 + 200), 0, 60)
+    boards.place(canvas, boards.board(*LARGE, left, 40, right, bottom, plank, seed), 0, 0)
+    boards.heading(canvas, text, 512, 42, half_heading)
+    return canvas
+
+
+if __name__ == "__main__":
+    tga.save("menu/signs.tga", signs_screen(), PACKING)
+    tga.save("menu/question.tga", question_screen(286, 330, 58), PACKING)
+    tga.save("menu/load_map.tga", question_screen(318, 420, 74), PACKING)
+    tga.save("menu/options.tga", board_screen("Options", 130, 172, 852, 425, 72, 61), PACKING)
+    tga.save("menu/high_scores.tga", board_screen("High scores", 170, 152, 872, 445, 54, 62), PACKING)
