@@ -15,6 +15,7 @@
 #include "level/LevelObjectsManager.h"
 #include "level/SurfaceTypeManager.h"
 #include "mechanisms/FxParticleManager.h"
+#include "mechanisms/MoverManager.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
@@ -261,6 +262,8 @@ void Game::runSimulation(float dt) {
     TARNWICK_LOCATION("Game::runSimulation");
     const std::uint64_t before = Clock::performanceCounter();
     const float step = std::min(dt, longestStep);
+    MoverManager::updateCollideableNodes(); // the edges that every later collision of the tick reads
+    MoverManager::runMovers(step);
     FxParticleManager::run(step);
     ParticleManager::runSimulation(step);
     LevelObjectsManager::runAnimations(step);

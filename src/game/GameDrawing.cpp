@@ -13,6 +13,7 @@
 #include "level/LevelObjectsManager.h"
 #include "mechanisms/ForceManager.h"
 #include "mechanisms/FxParticleManager.h"
+#include "mechanisms/MoverManager.h"
 #include "particles/ParticleGroupMover.h"
 
 #include <GL/gl.h>
@@ -137,6 +138,7 @@ void Game::drawLevel() {
     ForceManager::debugDraw();
     ParticleGroupMover::debugDraw();
     LevelObjectsManager::debugDraw();
+    MoverManager::debugDraw();
     FxParticleManager::debugDraw();
 }
 

@@ -9,6 +9,9 @@
 #include "level/LevelLoader.h"
 #include "level/LevelObjectsManager.h"
 #include "mechanisms/ForceManager.h"
+#include "mechanisms/MoverManager.h"
+
+#include <set>
 
 namespace tarnwick {
 
@@ -23,6 +26,7 @@ bool Level::load(const std::string& fileName) {
         return false;
     }
     state.drawTriangles = false;
+    findMoveablePolygons();
     LevelBspTree::create();
     LevelGeometryRenderer::initialise();
     DynamicPolygonRenderer::initialise();
@@ -40,6 +44,7 @@ void Level::clear() {
     LevelObjectsManager::shutdown();
     ForceManager::shutdown();
     DynamicPolygonRenderer::shutdown();
+    MoverManager::shutdown();
     polygons.clear(); // last: everything else points into them
     state.polygonNodes.clear();
 }
@@ -56,6 +61,7 @@ void Level::reset() {
     }
     LevelBspTree::resetTree();
     LevelObjectsManager::resetObjects();
+    MoverManager::resetMovers();
 }
 
 void Level::debugDraw() {
@@ -88,6 +94,17 @@ const std::vector<LevelBspNode*>* Level::nodesOf(const Polygon2D& polygon) {
     TARNWICK_LOCATION("Level::nodesOf");
     const auto entry = state.polygonNodes.find(&polygon);
     return entry != state.polygonNodes.end() ? &entry->second : nullptr;
+}
+
+void Level::findMoveablePolygons() {
+    TARNWICK_LOCATION("Level::findMoveablePolygons");
+    std::set<std::int32_t> ids;
+    for (const Mover& mover : MoverManager::movers) {
+        ids.insert(mover.id);
+    }
+    for (Polygon2D& polygon : polygons) {
+        polygon.moveable |= ids.contains(polygon.id);
+    }
 }
 
 void Level::buildPolyNodeMap() {

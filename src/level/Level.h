@@ -44,6 +44,8 @@ public:
 
     /// Every node of the polygon in the tree, pieces of its edges included; null for a polygon without nodes.
     static const std::vector<LevelBspNode*>* nodesOf(const Polygon2D& polygon);
+    /// Marks the polygons that some mover carries. A step of `load`, before the tree is built.
+    static void findMoveablePolygons();
     /// Gathers for each polygon its nodes. A step of `load`, after the tree is built.
     static void buildPolyNodeMap();
 

@@ -14,6 +14,7 @@
 #include "level/SurfaceTypeManager.h"
 #include "mechanisms/ForceManager.h"
 #include "mechanisms/FxParticleManager.h"
+#include "mechanisms/MoverManager.h"
 
 #include <fstream>
 #include <list>
@@ -119,6 +120,21 @@ void handOverForces(const LevelFile& file) {
     }
 }
 
+void handOverMovers(const LevelFile& file) {
+    TARNWICK_LOCATION("LevelLoader::handOverMovers");
+    MoverManager::initialise();
+    for (const LevelFile::MoverRecord& record : file.movers) {
+        Mover mover;
+        mover.id = record.moverId;
+        mover.speed = record.speed;
+        const Vector2 start = toVector(record.start);
+        const Vector2 end = toVector(record.end);
+        mover.setStartPoint(start.x, start.y);
+        mover.setEndPoint(end.x, end.y);
+        MoverManager::addMover(mover); // looks for what it carries among the polygons and objects
+    }
+}
+
 void handOverEmitters(const LevelBuilder& builder) {
     TARNWICK_LOCATION("LevelLoader::handOverEmitters");
     FxParticleManager::initalise();
@@ -138,6 +154,7 @@ void handOver(const LevelFile& file, LevelBuilder& builder) {
         LevelObjectsManager::addObject(object);
     }
     handOverForces(file);
+    handOverMovers(file);
     handOverEmitters(builder);
 }
 

@@ -4,6 +4,7 @@
 #include "core/LocationStack.h"
 #include "level/LevelBspNode.h"
 #include "level/LevelBspTree.h"
+#include "mechanisms/MoverManager.h"
 #include "particles/Particle.h"
 
 #include <cmath>
@@ -27,19 +28,45 @@ void CircleCollision::prepare() {
     }
     std::vector<LevelBspNode*> nodes;
     LevelBspTree::getNodeList(nodes);
-    state.collisionPoints.resize(nodes.size());
-    state.collisionNodes.resize(nodes.size());
+    state.treeSize = nodes.size();
+    makeRoom();
     state.field.build(LevelBspTree::rootNode());
     state.fieldGeneration = LevelBspTree::generation();
 }
 
+void CircleCollision::prepareMovingEdges(Vector2 view, float reach) {
+    TARNWICK_LOCATION("CircleCollision::prepareMovingEdges");
+    makeRoom();
+    state.movingEdges.build(MoverManager::collideableNodes, view, reach);
+}
+
+void CircleCollision::makeRoom() {
+    TARNWICK_LOCATION("CircleCollision::makeRoom");
+    const std::size_t edgeCount = state.treeSize + MoverManager::collideableNodes.size();
+    state.collisionPoints.resize(edgeCount);
+    state.collisionNodes.resize(edgeCount);
+}
+
 bool CircleCollision::collisionTest(Vector2& centre, float radius) {
     TARNWICK_LOCATION("CircleCollision::collisionTest");
-    return collisionTestStatic(centre, radius); // the moving edges, when there are any, go before
+    state.pointCount = 0;
+    state.nodeCount = 0;
+    if (!MoverManager::collideableNodes.empty()) {
+        buildDynamicPointsAndNodesList(centre, radius);
+    }
+    return testAgainstTree(centre, radius);
 }
 
 bool CircleCollision::collisionTestStatic(Vector2& centre, float radius) {
     TARNWICK_LOCATION("CircleCollision::collisionTestStatic");
+    state.pointCount = 0;
+    state.nodeCount = 0;
+    return testAgainstTree(centre, radius);
+}
+
+/// Goes on with the test of a circle, whose candidates among the moving edges stand in the lists already.
+inline bool CircleCollision::testAgainstTree(Vector2& centre, float radius) {
+    TARNWICK_LOCATION("CircleCollision::testAgainstTree");
     state.contactCount = 0;
     state.contactNormal = {};
     state.contactFriction = 1.0f;
@@ -48,10 +75,37 @@ bool CircleCollision::collisionTestStatic(Vector2& centre, float radius) {
            resolveCollisions(centre, radius); // without a point there is no edge either
 }
 
+void CircleCollision::buildDynamicPointsAndNodesList(const Vector2& collisionCentre, float collisionRadius) {
+    TARNWICK_LOCATION("CircleCollision::buildDynamicPointsAndNodesList");
+    const auto consider = [&](const LevelBspNode& edge) {
+        const Vector2 fromStart = collisionCentre - edge.start;
+        const float d = dotProduct(fromStart, edge.normal);
+        if (!(d >= -collisionRadius && d <= collisionRadius)) {
+            return;
+        }
+        const float t = dotProduct(fromStart, edge.direction);
+        if (t >= 0.0f && t <= edge.length) {
+            state.collisionNodes[state.nodeCount++] = &edge;
+            state.collisionPoints[state.pointCount++] = {edge.start + edge.direction * t, edge.friction};
+        } else if (t >= -collisionRadius && t <= edge.length + collisionRadius) {
+            const Vector2 corner = t >= 0.0f ? edge.start + edge.direction * edge.length : edge.start;
+            state.collisionPoints[state.pointCount++] = {corner, edge.friction};
+        }
+    };
+    const std::vector<LevelBspNode>& edges = MoverManager::collideableNodes;
+    if (collisionRadius == particleRadius && state.movingEdges.covers(collisionCentre)) { // exactly
+        for (const std::uint32_t edge : state.movingEdges.edgesAt(collisionCentre)) {
+            consider(edges[edge]);
+        }
+    } else {
+        for (const LevelBspNode& edge : edges) {
+            consider(edge);
+        }
+    }
+}
+
 void CircleCollision::buildPointsAndNodesList(const Vector2& collisionCentre, float collisionRadius) {
     TARNWICK_LOCATION("CircleCollision::buildPointsAndNodesList");
-    state.pointCount = 0;
-    state.nodeCount = 0;
     if (state.fieldGeneration != LevelBspTree::generation()) {
         prepare();
     }

@@ -2,6 +2,7 @@
 
 #include "core/Vector2.h"
 #include "particles/CollisionField.h"
+#include "particles/MovingEdgeField.h"
 
 #include <cstdint>
 #include <vector>
@@ -21,7 +22,9 @@ struct CollisionPoint {
 ///
 /// A test pushes the position out of every edge and edge end in reach and leaves behind the mean contact
 /// normal and the mean surface friction; it changes no velocity, that is the caller's part. The edges near
-/// the circle come from the level's tree. One test at a time: results hold until the next one.
+/// the circle come from the level's tree and from the flat list of moving edges of `MoverManager`, which tell
+/// nothing of their motion: what a moving polygon meets is pushed before. One test at a time: results hold
+/// until the next one.
 class CircleCollision {
 public:
     CircleCollision() = delete;
@@ -29,7 +32,7 @@ public:
     /// Moves `centre` (world units) out of all edges within `radius`, in at most three passes. True if
     /// anything was hit; a contact that moves by zero is a hit too.
     static bool collisionTest(Vector2& centre, float radius);
-    /// The same against the edges that never move.
+    /// The same against the edges that never move: for what a moving polygon pushes.
     static bool collisionTestStatic(Vector2& centre, float radius);
 
     /// Mean of the last test's contact normals, pointing into the solid; below unit length in a corner, zero
@@ -41,6 +44,9 @@ public:
 
     /// Gets ready for the level's tree, which the first test after a change of the level would do else.
     static void prepare();
+    /// Takes the moving edges as they stand in `MoverManager::collideableNodes` until the next call; most of
+    /// the water is within `reach` world units of `view` on each axis. Once a tick.
+    static void prepareMovingEdges(Vector2 view, float reach);
 
 private:
     friend class ModuleReset;
@@ -49,8 +55,10 @@ private:
     struct State {
         CollisionField field;              ///< Of the tree of `fieldGeneration`.
         std::uint32_t fieldGeneration = 0; ///< Of `LevelBspTree`; 0 for none.
+        std::size_t treeSize = 0;          ///< Nodes of that tree.
+        MovingEdgeField movingEdges;       ///< Of `MoverManager::collideableNodes`.
         /// Candidates of the test that runs, in the order found; they are resolved from the last to the
-        /// first. There is always room for every edge of the level.
+        /// first. There is always room for every edge of the level, and those that move.
         std::vector<CollisionPoint> collisionPoints;
         std::vector<const CollisionNode*> collisionNodes; ///< Not owned.
         std::size_t pointCount = 0;
@@ -62,6 +70,10 @@ private:
     };
     static State state;
 
+    static void makeRoom();
+    static bool testAgainstTree(Vector2& centre, float radius);
+    /// Gathers the candidates among the moving edges, in the order of their list.
+    static void buildDynamicPointsAndNodesList(const Vector2& collisionCentre, float collisionRadius);
     /// Gathers the candidates of the tree: of each node first its own, then those behind, then those in
     /// front. Of an edge that the centre projects onto, the edge and its nearest point; else the end in
     /// reach.

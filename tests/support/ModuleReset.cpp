@@ -22,6 +22,7 @@
 #include "level/SurfaceTypeManager.h"
 #include "mechanisms/ForceManager.h"
 #include "mechanisms/FxParticleManager.h"
+#include "mechanisms/MoverManager.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -61,6 +62,9 @@ void ModuleReset::all() {
     Level::state = {};
     MusicSystem::shutdown();
     MusicSystem::state = {};
+    MoverManager::movers.clear();
+    MoverManager::collideableNodes.clear();
+    MoverManager::state = {};
     ParticleGroupMover::groups.clear();
     ParticleGroupMover::state = {};
     ParticleManager::particles.clear();
