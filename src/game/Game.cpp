@@ -1,5 +1,8 @@
 #include "game/Game.h"
 
+#include "audio/GameSfx_Ice.h"
+#include "audio/GameSfx_Steam.h"
+#include "audio/GameSfx_Water.h"
 #include "audio/MusicSystem.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
@@ -137,7 +140,7 @@ bool Game::initialise(const std::string& levelFile) {
     if (state.gameFont == nullptr) {
         state.gameFont = std::make_unique<GLFont>(config.getVarAsString("font"));
     }
-    GameRules::initialise();
+    startRules();
     return true;
 }
 
@@ -156,6 +159,15 @@ void Game::startLevel() {
     const Vector2 camera = Level::cameraStart();
     Camera::setPosition(camera.x, camera.y);
     Camera::setState(Camera::movingToWaypoint);
+}
+
+/// What listens to the level and what judges it.
+void Game::startRules() {
+    TARNWICK_LOCATION("Game::startRules");
+    GameSfx_Ice::initialise();
+    GameSfx_Water::initialise();
+    GameSfx_Steam::initialise();
+    GameRules::initialise();
 }
 
 void Game::shutdown() {
@@ -187,7 +199,7 @@ void Game::resetLevel() {
     Level::reset();
     Camera::initialise();
     startLevel();
-    GameRules::initialise();
+    startRules();
 }
 
 void Game::clearRequests() {
@@ -227,6 +239,9 @@ void Game::tick(float dt) {
     TARNWICK_LOCATION("Game::tick");
     if (!Camera::movingTowardsWaypoint() && !GameRules::gameIsFinished() && !state.paused) {
         runSimulation(dt);
+    }
+    if (!GameRules::gameIsFinished()) {
+        soundUpdate(dt);
     }
     if (state.freeCameraEnabled) {
         Camera::doMovements(false, dt);
@@ -268,6 +283,14 @@ void Game::runSimulation(float dt) {
     ParticleManager::runSimulation(step);
     LevelObjectsManager::runAnimations(step);
     measureSimulation(Clock::performanceCounter() - before);
+}
+
+/// Also while the simulation stands still. Draws random numbers in every tick.
+void Game::soundUpdate(float dt) {
+    TARNWICK_LOCATION("Game::soundUpdate");
+    GameSfx_Ice::update(dt);
+    GameSfx_Water::update(dt);
+    GameSfx_Steam::update(dt);
 }
 
 /// Adds the cost of one run; a batch of 32 gives the average, printed if asked for.

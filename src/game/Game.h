@@ -53,7 +53,8 @@ public:
     static void resetLevel();
     /// One frame: the frame average, a tick when it is due, the picture, then the requests.
     static void gameLoop();
-    /// One tick of `dt` seconds, in the order simulation, camera, rules. The headless runner calls it too.
+    /// One tick of `dt` seconds, in the order simulation, sound, camera, rules. The headless runner calls it
+    /// too.
     static void tick(float dt);
     /// Acts on what was asked for since the last frame: the end of the game before a change of level before a
     /// restart. The headless runner calls it after each tick.
@@ -112,9 +113,11 @@ private:
     static State state;
 
     static void startLevel();
+    static void startRules();
     static void clearRequests();
     static void updateFrameSpeed();
     static void runSimulation(float dt);
+    static void soundUpdate(float dt);
     static void measureSimulation(std::uint64_t ticks);
     /// Adds the cost of one run to a batch of 32. True when it was the last: `average` is new then.
     static bool averageTicks(std::uint64_t ticks, std::int32_t& count, double& sum, double& average);

@@ -2,7 +2,9 @@
 
 #include "console/GLConsole.h"
 #include "core/Clock.h"
+#include "core/Random.h"
 #include "game/Camera.h"
+#include "game/GameRules.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
 #include "level/Level.h"
@@ -417,6 +419,35 @@ TEST_F(GameTest, ANewLevelPutsTheFreeCameraAndTheSwitchesBack) {
     EXPECT_FALSE(state().showSimSpeeds);
     EXPECT_EQ(state().freeCameraX, 0.0f);
     EXPECT_EQ(state().freeCameraZoom, 1.0f);
+}
+
+/// Recorded keys depend on it.
+TEST_F(GameTest, EveryTickDrawsSixNumbersForTheSoundsAlsoWhenNothingMoves) {
+    const auto drawsOfATick = [] {
+        const std::uint32_t before = getRandomState();
+        Game::tick(0.01f);
+        std::uint32_t state = before;
+        int draws = 0;
+        while (state != getRandomState() && draws < 100) {
+            state = Random::nextState(state);
+            ++draws;
+        }
+        return draws;
+    };
+    Game::initialise(level); // the camera flies
+    const int inFlight = drawsOfATick();
+    start();
+    GLConsole::runLine("Pause true");
+    const int paused = drawsOfATick();
+    GameRules::incrementEndOfLevelTriggerParticleCount(128);
+    GameRules::update(0.1f);
+    GameRules::update(0.1f);
+    const int finished = drawsOfATick();
+
+    EXPECT_EQ(inFlight, 6);
+    EXPECT_EQ(paused, 6);
+    EXPECT_TRUE(GameRules::gameIsFinished());
+    EXPECT_EQ(finished, 0);
 }
 
 } // namespace tarnwick

@@ -1,5 +1,8 @@
 #include "support/ModuleReset.h"
 
+#include "audio/GameSfx_Ice.h"
+#include "audio/GameSfx_Steam.h"
+#include "audio/GameSfx_Water.h"
 #include "audio/MusicSystem.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
@@ -52,6 +55,9 @@ void ModuleReset::all() {
     GLWindow::state = {};
     Game::state = {};
     GameRules::state = {};
+    GameSfx_Ice::state = {};
+    GameSfx_Steam::state = {};
+    GameSfx_Water::state = {};
     HighScores::state = {};
     LevelBspTree::state = {};
     LevelGeometryRenderer::state = {};

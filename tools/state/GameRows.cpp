@@ -6,6 +6,11 @@
 namespace tarnwick {
 
 void GameRows::write(JsonLine& out) {
+    writeRules(out);
+    writeAmbience(out);
+}
+
+void GameRows::writeRules(JsonLine& out) {
     const GameRules::State& rules = GameRules::state;
     out.key("rules").openObject();
     out.key("levelTime").number(rules.levelTimer.totalClocks);
@@ -17,8 +22,35 @@ void GameRows::write(JsonLine& out) {
     out.closeObject();
 }
 
+void GameRows::writeAmbience(JsonLine& out) {
+    const GameSfx_Water::State& water = GameSfx_Water::state;
+    const GameSfx_Ice::State& ice = GameSfx_Ice::state;
+    const GameSfx_Steam::State& steam = GameSfx_Steam::state;
+    out.key("ambience").openObject();
+    out.key("water").openObject();
+    out.key("previousAverageSpeed").number(water.previousAverageSpeed);
+    out.key("ambientLevel").number(water.ambientLevel);
+    out.closeObject();
+    out.key("ice").openObject();
+    out.key("previousAverageSpeed").number(ice.previousAverageSpeed);
+    out.key("previousCount").number(ice.previousCount);
+    out.key("pendingFreeze").number(ice.pendingFreeze).key("freezeLevel").number(ice.freezeLevel);
+    out.key("frictionLevel").number(ice.frictionLevel);
+    out.closeObject();
+    out.key("steam").openObject();
+    out.key("previousCount").number(steam.previousCount);
+    out.key("pendingEvaporation").number(steam.pendingEvaporation);
+    out.key("evaporationLevel").number(steam.evaporationLevel);
+    out.key("ambientLevel").number(steam.ambientLevel);
+    out.closeObject().closeObject();
+}
+
 void GameRows::read(const JsonObject& in) {
-    const JsonObject from = in.child("rules");
+    readRules(in.child("rules"));
+    readAmbience(in.child("ambience"));
+}
+
+void GameRows::readRules(const JsonObject& from) {
     rules = GameRules::state; // keeps what `cfg\game.cfg` and the console decide
     rules.levelTimer.totalClocks = from.integer<std::int32_t>("levelTime");
     rules.levelTimer.lastClock = from.integer<std::uint32_t>("levelTimerLast");
@@ -30,8 +62,42 @@ void GameRows::read(const JsonObject& in) {
     rules.checkPointParticleCount = from.integer<std::uint32_t>("checkPointParticleCount");
 }
 
+void GameRows::readAmbience(const JsonObject& in) {
+    const JsonObject water = in.child("water");
+    ambience.waterSpeed = water.number("previousAverageSpeed");
+    ambience.waterLevel = water.number("ambientLevel");
+    const JsonObject ice = in.child("ice");
+    ambience.iceSpeed = ice.number("previousAverageSpeed");
+    ambience.iceCount = ice.integer<std::uint32_t>("previousCount");
+    ambience.pendingFreeze = ice.number("pendingFreeze");
+    ambience.freezeLevel = ice.number("freezeLevel");
+    ambience.frictionLevel = ice.number("frictionLevel");
+    const JsonObject steam = in.child("steam");
+    ambience.steamCount = steam.integer<std::uint32_t>("previousCount");
+    ambience.pendingEvaporation = steam.number("pendingEvaporation");
+    ambience.evaporationLevel = steam.number("evaporationLevel");
+    ambience.steamLevel = steam.number("ambientLevel");
+}
+
 void GameRows::apply() const {
     GameRules::state = rules;
+    applyAmbience();
+}
+
+void GameRows::applyAmbience() const {
+    GameSfx_Water::state.previousAverageSpeed = ambience.waterSpeed;
+    GameSfx_Water::state.ambientLevel = ambience.waterLevel;
+    GameSfx_Ice::State& ice = GameSfx_Ice::state;
+    ice.previousAverageSpeed = ambience.iceSpeed;
+    ice.previousCount = ambience.iceCount;
+    ice.pendingFreeze = ambience.pendingFreeze;
+    ice.freezeLevel = ambience.freezeLevel;
+    ice.frictionLevel = ambience.frictionLevel;
+    GameSfx_Steam::State& steam = GameSfx_Steam::state;
+    steam.previousCount = ambience.steamCount;
+    steam.pendingEvaporation = ambience.pendingEvaporation;
+    steam.evaporationLevel = ambience.evaporationLevel;
+    steam.ambientLevel = ambience.steamLevel;
 }
 
 } // namespace tarnwick

@@ -1,0 +1,96 @@
+#include "audio/GameSfx_Ice.h"
+
+#include "core/ConfigFile.h"
+#include "core/LocationStack.h"
+#include "core/VectorMaths2D.h"
+#include "particles/ParticleGroupMover.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarnwick {
+
+namespace {
+
+/// What is left after `dt` seconds of something of which `share` is left after one.
+float keptAfter(float share, float dt) {
+    TARNWICK_LOCATION("GameSfx_Ice::keptAfter");
+    return static_cast<float>(std::pow(static_cast<double>(share), static_cast<double>(dt)));
+}
+
+} // namespace
+
+GameSfx_Ice::State GameSfx_Ice::state;
+
+void GameSfx_Ice::initialise() {
+    TARNWICK_LOCATION("GameSfx_Ice::initialise");
+    const ConfigFile config("cfg\\game_sfx.cfg");
+    const auto share = [&](const char* key) { return std::clamp(config.getVarAsFloat(key), 0.0f, 1.0f); };
+    state.disturbance = GameSfx_Disturbance::readSettings(config, "ice_disturbance");
+    state.frictionChangeRate = share("ice_frictionChangeRate");
+    state.frictionSpeed = config.getVarAsFloat("ice_frictionSpeed");
+    state.freezeEffectSpeed = share("ice_freezeEffectSpeed");
+    state.freezeVolume = config.getVarAsFloat("ice_freezeVolume");
+    state.freezeVolumeFadeRate = share("ice_freezeVolumeFadeRate");
+    state.previousAverageSpeed = 0.0f;
+    state.previousCount = 0;
+    state.pendingFreeze = 0.0f;
+    state.freezeLevel = 0.0f;
+    state.frictionLevel = 0.0f;
+}
+
+void GameSfx_Ice::update(float dt) {
+    TARNWICK_LOCATION("GameSfx_Ice::update");
+    const std::uint32_t count = getIceParticleCount();
+    if (count > state.previousCount) {
+        state.pendingFreeze += static_cast<float>(count - state.previousCount);
+    }
+    state.previousCount = count;
+
+    float speed = 0.0f;
+    getAverageIceVelocity(speed);
+    const float fall = state.previousAverageSpeed - speed; // above 0 when the ice has hit something
+    state.previousAverageSpeed = speed;
+
+    const float part = (1.0f - keptAfter(state.freezeEffectSpeed, dt)) * state.pendingFreeze;
+    state.pendingFreeze -= part;
+    state.freezeLevel += part * state.freezeVolume;
+    state.freezeLevel *= keptAfter(state.freezeVolumeFadeRate, dt);
+
+    GameSfx_Disturbance::choose(state.disturbance, fall, static_cast<float>(count) / smallBody);
+    calculateFrictionLevel(dt);
+}
+
+std::uint32_t GameSfx_Ice::getIceParticleCount() {
+    TARNWICK_LOCATION("GameSfx_Ice::getIceParticleCount");
+    std::size_t count = 0;
+    for (const ParticleGroup& group : ParticleGroupMover::groups) {
+        count += group.members.size();
+    }
+    return static_cast<std::uint32_t>(count);
+}
+
+void GameSfx_Ice::getAverageIceVelocity(float& average) {
+    TARNWICK_LOCATION("GameSfx_Ice::getAverageIceVelocity");
+    float sum = 0.0f;
+    for (const ParticleGroup& group : ParticleGroupMover::groups) {
+        sum += static_cast<float>(group.members.size()) * vectorLength(group.velocity);
+    }
+    const std::uint32_t count = getIceParticleCount();
+    average = count == 0 ? 0.0f : sum / static_cast<float>(count);
+}
+
+void GameSfx_Ice::calculateFrictionLevel(float dt) {
+    TARNWICK_LOCATION("GameSfx_Ice::calculateFrictionLevel");
+    float target = 0.0f; // a group in free fall rubs on nothing
+    for (const ParticleGroup& group : ParticleGroupMover::groups) {
+        if (group.colliding) {
+            const float share = static_cast<float>(group.members.size()) / smallBody;
+            target += vectorLength(group.velocity) * state.frictionSpeed * std::sqrt(share);
+        }
+    }
+    const float kept = keptAfter(state.frictionChangeRate, dt);
+    state.frictionLevel = (1.0f - kept) * target + kept * state.frictionLevel;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,65 @@
+#include "audio/GameSfx_Steam.h"
+
+#include "core/LocationStack.h"
+#include "particles/ParticleManager.h"
+
+#include <cmath>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float pendingKept = 0.001f;      ///< Share of the pending evaporation that is left after 1 s.
+constexpr float evaporationVolume = 0.05f; ///< Level for each particle that evaporated.
+constexpr float evaporationKept = 0.25f;   ///< Share of the level of evaporation that is left after 1 s.
+constexpr float ambientVolume = 0.02f;     ///< Level for each particle of steam.
+constexpr float ambientKept = 0.05f;       ///< Share of the old ambient level that is left after 1 s.
+
+/// What is left after `dt` seconds of something of which `share` is left after one.
+float keptAfter(float share, float dt) {
+    TARNWICK_LOCATION("GameSfx_Steam::keptAfter");
+    return static_cast<float>(std::pow(static_cast<double>(share), static_cast<double>(dt)));
+}
+
+} // namespace
+
+GameSfx_Steam::State GameSfx_Steam::state;
+
+void GameSfx_Steam::initialise() {
+    TARNWICK_LOCATION("GameSfx_Steam::initialise");
+    state.previousCount = 0;
+    state.pendingEvaporation = 0.0f;
+    state.evaporationLevel = 0.0f;
+    state.ambientLevel = 0.0f;
+}
+
+void GameSfx_Steam::update(float dt) {
+    TARNWICK_LOCATION("GameSfx_Steam::update");
+    const std::uint32_t count = getSteamParticleCount();
+    if (count > state.previousCount) {
+        state.pendingEvaporation += static_cast<float>(count - state.previousCount);
+    }
+    state.previousCount = count;
+
+    const float part = (1.0f - keptAfter(pendingKept, dt)) * state.pendingEvaporation;
+    state.pendingEvaporation -= part;
+    state.evaporationLevel += part * evaporationVolume;
+    state.evaporationLevel *= keptAfter(evaporationKept, dt);
+
+    const float kept = keptAfter(ambientKept, dt);
+    state.ambientLevel =
+        (1.0f - kept) * static_cast<float>(count) * ambientVolume + kept * state.ambientLevel;
+}
+
+std::uint32_t GameSfx_Steam::getSteamParticleCount() {
+    TARNWICK_LOCATION("GameSfx_Steam::getSteamParticleCount");
+    std::uint32_t count = 0;
+    for (const Particle& particle : ParticleManager::particles) {
+        if (particle.temperature >= steamTemperature) {
+            ++count;
+        }
+    }
+    return count;
+}
+
+} // namespace tarnwick
