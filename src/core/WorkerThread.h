@@ -31,6 +31,8 @@ public:
     /// heap.
     void suspend();
     bool isSuspended() const { return suspended; }
+    /// False if the system refused the thread.
+    bool exists() const { return threadId != 0; }
 
     /// -2 (least) to 2 (most); others are ignored. Keeps the old one if the system refuses, as it may for
     /// more than 0 without the right to it.

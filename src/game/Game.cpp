@@ -14,6 +14,7 @@
 #include "graphics/GLWindowEventListener.h"
 #include "graphics/KeyMap.h"
 #include "graphics/ParticleRenderer.h"
+#include "gui/SplashScreen.h"
 #include "level/Level.h"
 #include "level/LevelObjectsManager.h"
 #include "level/SurfaceTypeManager.h"
@@ -115,6 +116,15 @@ bool Game::initialise(const std::string& levelFile) {
     TARNWICK_LOCATION("Game::initialise");
     state.gameRunning = true;
     clearRequests();
+    SplashScreen::run();
+    const bool loaded = load(levelFile);
+    SplashScreen::stop();
+    return loaded;
+}
+
+/// What the splash covers. A level that cannot be loaded changes nothing.
+bool Game::load(const std::string& levelFile) {
+    TARNWICK_LOCATION("Game::load");
     if (!Level::load(levelFile)) {
         return false;
     }

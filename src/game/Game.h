@@ -112,6 +112,7 @@ private:
     };
     static State state;
 
+    static bool load(const std::string& levelFile);
     static void startLevel();
     static void startRules();
     static void clearRequests();

@@ -6,6 +6,7 @@
 #include "game/HighScores.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
+#include "gui/IntroScreen.h"
 
 using namespace tarnwick;
 
@@ -45,6 +46,7 @@ int main() {
     GLConsole::initialise();
     MusicSystem::initialise();
     smoothEdges();
+    IntroScreen().run();
     HighScores::loadScores();
     GLWindow::giveFocous();
     if (GLWindow::exists()) {

@@ -3,6 +3,7 @@
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
 #include "graphics/GLWindowEventListener.h"
+#include "gui/SplashScreen.h"
 
 #include <GL/gl.h>
 #include <SDL.h>
@@ -116,6 +117,7 @@ void GLWindow::close() {
     if (!state.open || state.closing) {
         return;
     }
+    SplashScreen::stop(); // its thread draws into the window
     state.closing = true;
     if (state.eventListener != nullptr) {
         state.eventListener->windowClosed();

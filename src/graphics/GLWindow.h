@@ -185,6 +185,19 @@ public:
     /// Whether presenting waits for the screen; true where the platform cannot tell.
     static bool vsyncEnabled();
 
+    // Another thread draws into the window for a while: of two contexts on one window not every platform
+    // allows both to be current. So the window is lent. The main thread's context goes on meanwhile, its
+    // textures and lists can be filled, but what it draws nobody sees.
+
+    /// For the main thread: gives the window away. False if it has no picture to draw, or is lent already.
+    static bool lend();
+    /// For the main thread, when the other one is done.
+    static void takeBack();
+    /// For the other thread: a GL context of its own on the lent window, current, which shares nothing with
+    /// the main one; null if the platform refuses.
+    static void* createLentContext();
+    static void deleteLentContext(void* context);
+
     // Dialogs. Without a desktop to show them on, their text goes to standard error and the answer is no.
 
     static void showMessageBox(const std::string& text, const std::string& caption);
@@ -217,6 +230,7 @@ private:
         bool closing = false;               ///< `close` is at work.
         SDL_Window* windowHandle = nullptr; ///< Null without a window and in a headless one.
         void* renderingContext = nullptr;   ///< SDL's handle; current for the whole life of the window.
+        SDL_Window* stageWindow = nullptr;  ///< Unseen; has the context while the window is lent, else null.
         GLWindowEventListener* eventListener = nullptr; ///< Not owned.
         std::string title;
         bool fullscreen = false;

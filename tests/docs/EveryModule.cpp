@@ -4,6 +4,7 @@
 #include "console/GLConsole.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
+#include "gui/SplashPicture.h"
 #include "level/SurfaceTypeManager.h"
 #include "support/DataFolder.h"
 #include "support/LevelFileBuilder.h"
@@ -21,6 +22,9 @@ void startEveryModule(const DataFolder& folder) {
     GLConsole::initialise();
     MusicSystem::initialise();
     SurfaceTypeManager::initialise();
+    {
+        const SplashPicture splash;
+    } // without a window that shows pictures there is no splash to read its file
     if (!Game::initialise("maps\\empty.rivl")) {
         throw std::runtime_error("the empty level was refused: " + GLConsole::outputText());
     }

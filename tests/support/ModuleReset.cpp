@@ -19,6 +19,7 @@
 #include "graphics/GLWindow.h"
 #include "graphics/LevelGeometryRenderer.h"
 #include "graphics/ParticleRenderer.h"
+#include "gui/SplashScreen.h"
 #include "level/Level.h"
 #include "level/LevelBspTree.h"
 #include "level/LevelObjectsManager.h"
@@ -36,6 +37,7 @@
 namespace tarnwick {
 
 void ModuleReset::all() {
+    SplashScreen::stop(); // its thread ends before anything that it looks at
     Camera::state = {};
     CircleCollision::state = {};
     Clock::state = {};

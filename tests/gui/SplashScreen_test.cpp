@@ -1,0 +1,156 @@
+#include "gui/SplashScreen.h"
+
+#include "game/Game.h"
+#include "graphics/GLTexture.h"
+#include "graphics/GLTextureManager.h"
+#include "graphics/GLWindow.h"
+#include "graphics/GLWindowEventListener.h"
+#include "support/DrawingTest.h"
+
+#include <GL/gl.h>
+#include <SDL.h>
+
+#include <algorithm>
+#include <list>
+#include <string>
+
+namespace tarnwick {
+
+class SplashScreenTest : public DrawingTest {
+protected:
+    SplashScreenTest() {
+        writeFlatPicture("gfx/back.tga", blue);
+        writeFlatPicture("gfx/wheel.tga", red);
+        writeFlatPicture("gfx/stone.tga", green);
+        data.write("cfg/splashScreen.cfg",
+                   "splashBackground = gfx\\back.tga splashBackgroundW = 4 splashBackgroundH = 4"
+                   " splashAnimation = gfx\\wheel.tga splashAnimationX = 400 splashAnimationY = 300"
+                   " splashAnimationSpeed = 10");
+        GLWindow::setEventListener(&listener);
+        GLWindow::clearScreen(0.0f, 0.0f, 0.0f);
+        GLWindow::swapBuffers();
+    }
+
+    static bool isCached(const std::string& name) {
+        std::list<std::string> list;
+        GLTextureManager::getTextureList(list);
+        return std::any_of(list.begin(), list.end(),
+                           [&](const std::string& line) { return line.starts_with(name); });
+    }
+    /// The picture that a texture has in the context of this thread.
+    static FramePicture::Pixel firstTexel(const GLTexture& texture) {
+        std::vector<std::uint8_t> texels(std::size_t{texture.width} * texture.height * 3);
+        glBindTexture(GL_TEXTURE_2D, texture.textureId);
+        glGetTexImage(GL_TEXTURE_2D, 0, GL_RGB, GL_UNSIGNED_BYTE, texels.data());
+        return {texels[0], texels[1], texels[2]};
+    }
+
+    struct Listener final : GLWindowEventListener {};
+    Listener listener;
+};
+
+TEST_F(SplashScreenTest, NobodyHearsTheWindowFromRunToStop) {
+    SplashScreen::run();
+    EXPECT_TRUE(SplashScreen::isRunning());
+    EXPECT_EQ(GLWindow::getEventListener(), nullptr);
+
+    SplashScreen::stop();
+
+    EXPECT_FALSE(SplashScreen::isRunning());
+    EXPECT_EQ(GLWindow::getEventListener(), &listener);
+}
+
+TEST_F(SplashScreenTest, ItsPicturesAreThereWhenRunReturnsAndGoneAfterStop) {
+    SplashScreen::run();
+    EXPECT_TRUE(isCached("GFX\\BACK.TGA"));
+    EXPECT_TRUE(isCached("GFX\\WHEEL.TGA"));
+
+    SplashScreen::stop();
+
+    EXPECT_FALSE(isCached("GFX\\BACK.TGA"));
+    EXPECT_FALSE(isCached("GFX\\WHEEL.TGA"));
+}
+
+TEST_F(SplashScreenTest, PicturesLoadedMeanwhileBelongToTheMainContext) {
+    SplashScreen::run();
+    const GLTexture stone("gfx\\stone.tga");
+    EXPECT_EQ(firstTexel(stone), green);
+    GLTextureManager::reloadAllTextures(); // those of the splash belong to the other thread
+    EXPECT_EQ(firstTexel(stone), green);
+
+    SplashScreen::stop();
+
+    EXPECT_EQ(firstTexel(stone), green);
+}
+
+TEST_F(SplashScreenTest, TheMainContextDrawsIntoTheWindowAgainAfterStop) {
+    SplashScreen::run();
+    SplashScreen::stop();
+
+    beginPicture();
+    glDisable(GL_TEXTURE_2D);
+    glColor4f(1.0f, 1.0f, 0.0f, 1.0f);
+    glRectf(0.0f, 0.0f, 80.0f, 60.0f);
+
+    EXPECT_EQ(pixel(40, 30), yellow);
+    EXPECT_EQ(pixel(79, 59), yellow);
+}
+
+TEST_F(SplashScreenTest, ASecondRunDoesNothingAndOneStopEndsIt) {
+    SplashScreen::run();
+    SplashScreen::run();
+
+    SplashScreen::stop();
+
+    EXPECT_FALSE(SplashScreen::isRunning());
+    EXPECT_EQ(GLWindow::getEventListener(), &listener);
+}
+
+TEST_F(SplashScreenTest, StoppingWithoutASplashDoesNothing) {
+    SplashScreen::stop();
+
+    EXPECT_EQ(GLWindow::getEventListener(), &listener);
+}
+
+TEST_F(SplashScreenTest, ItRunsAsOftenAsItIsAskedFor) {
+    for (int round = 0; round < 5; ++round) {
+        SplashScreen::run();
+        EXPECT_TRUE(SplashScreen::isRunning());
+        SplashScreen::stop();
+    }
+
+    EXPECT_TRUE(GLWindow::contextCurrent());
+}
+
+TEST_F(SplashScreenTest, AWindowThatGoesInTheMiddleTakesTheSplashWithIt) {
+    SplashScreen::run();
+
+    GLWindow::close();
+
+    EXPECT_FALSE(SplashScreen::isRunning());
+    EXPECT_FALSE(GLWindow::exists());
+    SplashScreen::stop();
+    SplashScreen::run(); // nothing to show it on
+    EXPECT_FALSE(SplashScreen::isRunning());
+}
+
+TEST_F(SplashScreenTest, ALevelThatFailsToLoadEndsTheSplashAsWell) {
+    EXPECT_FALSE(Game::initialise("maps\\missing.rivl"));
+
+    EXPECT_FALSE(SplashScreen::isRunning());
+    EXPECT_EQ(GLWindow::getEventListener(), &listener);
+    EXPECT_TRUE(GLWindow::contextCurrent());
+}
+
+TEST_F(SplashScreenTest, AHeadlessWindowHasNoSplash) {
+    GLWindow::close();
+    GLWindow::createHeadless(800, 600);
+    GLWindow::setEventListener(&listener);
+
+    SplashScreen::run();
+
+    EXPECT_FALSE(SplashScreen::isRunning());
+    EXPECT_EQ(GLWindow::getEventListener(), &listener);
+}
+
+} // namespace tarnwick
