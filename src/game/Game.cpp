@@ -20,6 +20,8 @@
 #include "level/SurfaceTypeManager.h"
 #include "mechanisms/FxParticleManager.h"
 #include "mechanisms/MoverManager.h"
+#include "mechanisms/TriggerManager.h"
+#include "mechanisms/Triggers_HeatSources.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
@@ -139,6 +141,7 @@ bool Game::load(const std::string& levelFile) {
     state.freeCameraEnabled = false;
     addCommands();
     GLConsole::printTitle("Game initialisation");
+    Triggers_HeatSources_LoadSettings();
     ParticleManager::initialise();
     ParticleRenderer::initialise();
     Camera::initialise();
@@ -291,6 +294,7 @@ void Game::runSimulation(float dt) {
     MoverManager::runMovers(step);
     FxParticleManager::run(step);
     ParticleManager::runSimulation(step);
+    TriggerManager::runTriggers(step); // after the water has moved
     LevelObjectsManager::runAnimations(step);
     measureSimulation(Clock::performanceCounter() - before);
 }

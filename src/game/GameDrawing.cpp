@@ -14,6 +14,7 @@
 #include "mechanisms/ForceManager.h"
 #include "mechanisms/FxParticleManager.h"
 #include "mechanisms/MoverManager.h"
+#include "mechanisms/TriggerManager.h"
 #include "particles/ParticleGroupMover.h"
 
 #include <GL/gl.h>
@@ -137,6 +138,7 @@ void Game::drawLevel() {
     Level::debugDraw();
     ForceManager::debugDraw();
     ParticleGroupMover::debugDraw();
+    TriggerManager::debugDraw();
     LevelObjectsManager::debugDraw();
     MoverManager::debugDraw();
     FxParticleManager::debugDraw();

@@ -10,6 +10,7 @@
 #include "level/LevelObjectsManager.h"
 #include "mechanisms/ForceManager.h"
 #include "mechanisms/MoverManager.h"
+#include "mechanisms/TriggerManager.h"
 
 #include <set>
 
@@ -26,6 +27,7 @@ bool Level::load(const std::string& fileName) {
         return false;
     }
     state.drawTriangles = false;
+    findDestructablePolygons();
     findMoveablePolygons();
     LevelBspTree::create();
     LevelGeometryRenderer::initialise();
@@ -44,6 +46,7 @@ void Level::clear() {
     LevelObjectsManager::shutdown();
     ForceManager::shutdown();
     DynamicPolygonRenderer::shutdown();
+    TriggerManager::shutdown();
     MoverManager::shutdown();
     polygons.clear(); // last: everything else points into them
     state.polygonNodes.clear();
@@ -62,6 +65,7 @@ void Level::reset() {
     LevelBspTree::resetTree();
     LevelObjectsManager::resetObjects();
     MoverManager::resetMovers();
+    TriggerManager::resetTriggers();
 }
 
 void Level::debugDraw() {
@@ -94,6 +98,20 @@ const std::vector<LevelBspNode*>* Level::nodesOf(const Polygon2D& polygon) {
     TARNWICK_LOCATION("Level::nodesOf");
     const auto entry = state.polygonNodes.find(&polygon);
     return entry != state.polygonNodes.end() ? &entry->second : nullptr;
+}
+
+void Level::findDestructablePolygons() {
+    TARNWICK_LOCATION("Level::findDestructablePolygons");
+    std::set<std::int32_t> ids;
+    for (const Trigger& trigger : TriggerManager::triggers) {
+        if (trigger.typeId == TriggerManager::entityRemoveType ||
+            trigger.typeId == TriggerManager::entityAddType) {
+            ids.insert(trigger.targetId);
+        }
+    }
+    for (Polygon2D& polygon : polygons) {
+        polygon.destructable |= ids.contains(polygon.id);
+    }
 }
 
 void Level::findMoveablePolygons() {

@@ -44,6 +44,10 @@ public:
 
     /// Every node of the polygon in the tree, pieces of its edges included; null for a polygon without nodes.
     static const std::vector<LevelBspNode*>* nodesOf(const Polygon2D& polygon);
+    /// Marks the polygons that some trigger removes or adds. Kept: target id 0, which is no target to a
+    /// trigger, marks the polygons of id 0 as well. A step of `load`, before the tree is built: their edges
+    /// are kept whole there, so that they can be switched.
+    static void findDestructablePolygons();
     /// Marks the polygons that some mover carries. A step of `load`, before the tree is built.
     static void findMoveablePolygons();
     /// Gathers for each polygon its nodes. A step of `load`, after the tree is built.

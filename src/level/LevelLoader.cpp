@@ -15,6 +15,7 @@
 #include "mechanisms/ForceManager.h"
 #include "mechanisms/FxParticleManager.h"
 #include "mechanisms/MoverManager.h"
+#include "mechanisms/TriggerManager.h"
 
 #include <fstream>
 #include <list>
@@ -143,6 +144,17 @@ void handOverEmitters(const LevelBuilder& builder) {
     }
 }
 
+/// Comes last: a trigger looks for its targets when it is made.
+void handOverTriggers(const LevelFile& file) {
+    TARNWICK_LOCATION("LevelLoader::handOverTriggers");
+    TriggerManager::initialise();
+    for (const LevelFile::TriggerRecord& record : file.triggers) {
+        TriggerManager::addTrigger(record.triggerType, record.targetId, record.delay,
+                                   toVector(record.corners[0]), toVector(record.corners[1]),
+                                   toVector(record.corners[2]), toVector(record.corners[3]));
+    }
+}
+
 /// Puts the level that was read in the place of the one in memory. Nothing here can fail.
 void handOver(const LevelFile& file, LevelBuilder& builder) {
     TARNWICK_LOCATION("LevelLoader::handOver");
@@ -156,6 +168,7 @@ void handOver(const LevelFile& file, LevelBuilder& builder) {
     handOverForces(file);
     handOverMovers(file);
     handOverEmitters(builder);
+    handOverTriggers(file);
 }
 
 } // namespace

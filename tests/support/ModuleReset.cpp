@@ -27,6 +27,8 @@
 #include "mechanisms/ForceManager.h"
 #include "mechanisms/FxParticleManager.h"
 #include "mechanisms/MoverManager.h"
+#include "mechanisms/TriggerManager.h"
+#include "mechanisms/Triggers_HeatSources.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -82,6 +84,9 @@ void ModuleReset::all() {
     ParticleRenderer::state = {};
     Random::state = {};
     SurfaceTypeManager::state = {};
+    TriggerManager::triggers.clear();
+    TriggerManager::state = {};
+    Triggers_HeatSources::state = {};
 }
 
 } // namespace tarnwick

@@ -1,0 +1,351 @@
+#include "mechanisms/TriggerManager.h"
+
+#include "console/GLConsole.h"
+#include "core/Geometry.h"
+#include "core/LocationStack.h"
+#include "core/Strings.h"
+#include "game/Camera.h"
+#include "game/Game.h"
+#include "level/Level.h"
+#include "level/LevelObjectsManager.h"
+#include "mechanisms/ForceManager.h"
+#include "mechanisms/FxParticleManager.h"
+#include "mechanisms/MoverManager.h"
+#include "particles/ParticleGroupMover.h"
+#include "particles/ParticleManager.h"
+
+#include <algorithm>
+#include <iterator>
+#include <ranges>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float reachOfView = 0.55f;  ///< Of the view's larger side, from its middle: where triggers live.
+constexpr std::int32_t nullType = -1; ///< The row for type ids that the table does not have.
+constexpr std::size_t createArguments = 6; ///< Of `TriggerCreate`.
+constexpr std::size_t createIds = 2;       ///< The first of them: type and target.
+
+struct TypeRow {
+    std::int32_t id;
+    const char* name;
+    TriggerHandler handler;
+    std::uint32_t maxFires;
+};
+
+/// "_a" stands for always, "_1" for one shot.
+constexpr TypeRow typeTable[] = {
+    {nullType, "Null_a", trigFuncNull, 0},
+    {0, "To_ice_a", trigFuncToIce, 0},
+    {1, "To_water_a", trigFuncToWater, 0},
+    {2, "To_steam_a", trigFuncToSteam, 0},
+    {3, "Anim_play_loop_1", trigFuncAnimPlayLoop, 1},
+    {4, "Anim_play_once_1", trigFuncAnimPlayOnce, 1},
+    {5, "Anim_stop_1", trigFuncAnimStop, 1},
+    {200, "Force_directional_a", trigFuncForceDirectional, 0},
+    {201, "Force_instantenous_a", trigFuncForceInstantenous, 0},
+    {202, "Force_multi_dir_pull_a", trigFuncForceMultiDirPull, 0},
+    {203, "Force_multi_dir_push_a", trigFuncForceMultiDirPush, 0},
+    {300, "Entity_remove_1", trigFuncEntityRemove, 1},
+    {301, "Entity_add_1", trigFuncEntityAdd, 1},
+    {401, "Mover_goto_start_1", trigFuncMoverGotoStart, 1},
+    {402, "Mover_goto_end_1", trigFuncMoverGotoEnd, 1},
+    {403, "Mover_stop_1", trigFuncMoverStop, 1},
+    {404, "Mover_goto_start_a", trigFuncMoverGotoStart, 0},
+    {405, "Mover_goto_end_a", trigFuncMoverGotoEnd, 0},
+    {406, "Mover_stop_a", trigFuncMoverStop, 0},
+    {407, "Mover_goto_start_loop_1", trigFuncMoverGotoStartLoop, 1},
+    {408, "Mover_goto_end_loop_1", trigFuncMoverGotoEndLoop, 1},
+    {409, "Mover_goto_start_loop_a", trigFuncMoverGotoStartLoop, 0},
+    {410, "Mover_goto_end_loop_a", trigFuncMoverGotoEndLoop, 0},
+    {501, "Emitter_create_burst_1", trigFuncEmitterCreateBurst, 1},
+    {502, "Emitter_start_1", trigFuncEmitterStart, 1},
+    {503, "Emitter_stop_1", trigFuncEmitterStop, 1},
+    {601, "Camera_zoom_1", trigFuncCameraZoom, 1},
+    {602, "Camera_zoom_a", trigFuncCameraZoom, 0},
+    {603, "Camera_shake_1", trigFuncCameraShake, 1},
+    {604, "Camera_shake_a", trigFuncCameraShake, 0},
+    {701, "Particle_kill_a", trigFuncParticleKill, 0},
+    {702, "Particle_kill_random_a", trigFuncParticleKillRandom, 0},
+    {801, "Level_end_a", trigFuncLevelEnd, 0},
+    {901, "Checkpoint_1", trigFuncCheckPoint, 1},
+};
+
+/// Types whose handlers need the body that fired them: heat, forces and the sure kill. A delayed call has
+/// none.
+bool actsOnlyAtOnce(std::uint32_t typeId) {
+    TARNWICK_LOCATION("TriggerManager::actsOnlyAtOnce");
+    return typeId < 3 || (typeId >= 200 && typeId <= 203) || typeId == 701;
+}
+
+/// Takes the corners of a triangle in counter-clockwise order, and the edges, lengths and inward normals that
+/// follow.
+void setTriangle(const Vector2 (&given)[3],
+                 Vector2 (&corners)[3],
+                 Vector2 (&edges)[3],
+                 float (&lengths)[3],
+                 Vector2 (&normals)[3]) {
+    TARNWICK_LOCATION("TriggerManager::setTriangle");
+    float points[6] = {given[0].x, given[0].y, given[1].x, given[1].y, given[2].x, given[2].y};
+    fixTriangleWinding(points);
+    for (std::size_t i = 0; i < 3; ++i) {
+        corners[i] = {points[2 * i], points[2 * i + 1]};
+    }
+    for (std::size_t i = 0; i < 3; ++i) {
+        edges[i] = corners[(i + 1) % 3] - corners[i];
+        lengths[i] = vectorLength(edges[i]);
+        if (lengths[i] > 0.0f) {
+            edges[i] = edges[i] / lengths[i];
+        }
+        normals[i] = {-edges[i].y, edges[i].x};
+    }
+}
+
+bool pointInTriangle(Vector2 point, const Vector2 (&corners)[3], const Vector2 (&normals)[3]) {
+    TARNWICK_LOCATION("TriggerManager::pointInTriangle");
+    for (std::size_t i = 0; i < 3; ++i) {
+        if (dotProduct(point - corners[i], normals[i]) < 0.0f) {
+            return false;
+        }
+    }
+    return true;
+}
+
+Box boxOf(const Trigger& trigger) {
+    TARNWICK_LOCATION("TriggerManager::boxOf");
+    return {trigger.minX, trigger.minY, trigger.maxX, trigger.maxY};
+}
+
+/// Appends those of `entities` whose id, taken as signed, is the trigger's target id.
+template <typename Entity>
+void appendTargets(std::list<Entity>& entities, std::int32_t kind, Trigger& trigger) {
+    TARNWICK_LOCATION("TriggerManager::appendTargets");
+    for (Entity& entity : entities) {
+        if (static_cast<std::int32_t>(entity.id) == trigger.targetId) {
+            trigger.targets.push_back({&entity, kind});
+        }
+    }
+}
+
+} // namespace
+
+std::list<Trigger> TriggerManager::triggers;
+TriggerManager::State TriggerManager::state;
+
+void TriggerManager::initialise() {
+    TARNWICK_LOCATION("TriggerManager::initialise");
+    shutdown();
+    GLConsole::print("\nInitialising down trigger manager..");
+    GLConsole::addCommand("TriggerTypeList", conCmdTriggerTypeList);
+    GLConsole::addCommand("TriggerCreate", conCmdTriggerCreate);
+    GLConsole::addCommand("TriggerCount", conCmdTriggerCount);
+    GLConsole::addCommand("TriggerDraw", conCmdTriggerDraw);
+    state.triggerDraw = false;
+    createTriggerTypeMap();
+}
+
+void TriggerManager::shutdown() {
+    TARNWICK_LOCATION("TriggerManager::shutdown");
+    GLConsole::print("\nShutting down trigger manager..");
+    GLConsole::removeCommand("TriggerTypeList");
+    GLConsole::removeCommand("TriggerCreate");
+    GLConsole::removeCommand("TriggerCount");
+    GLConsole::removeCommand("TriggerDraw");
+    state.delayedEvents.clear(); // first: they point to the triggers, and those to the types
+    triggers.clear();
+    state.triggerTypes.clear();
+    state.triggerDraw = false;
+}
+
+void TriggerManager::createTriggerTypeMap() {
+    TARNWICK_LOCATION("TriggerManager::createTriggerTypeMap");
+    for (const TypeRow& row : typeTable) {
+        state.triggerTypes[row.id] = {.name = row.name, .handler = row.handler, .maxFires = row.maxFires};
+    }
+}
+
+void TriggerManager::addTrigger(std::int32_t typeId,
+                                std::int32_t targetId,
+                                float delay,
+                                Vector2 corner1,
+                                Vector2 corner2,
+                                Vector2 corner3,
+                                Vector2 corner4) {
+    TARNWICK_LOCATION("TriggerManager::addTrigger");
+    Trigger& trigger = triggers.emplace_front();
+    setTriangle({corner1, corner2, corner3}, trigger.triangleA, trigger.edgesA, trigger.lengthsA,
+                trigger.normalsA);
+    setTriangle({corner3, corner4, corner1}, trigger.triangleB, trigger.edgesB, trigger.lengthsB,
+                trigger.normalsB);
+    Box box = Box::around(corner1, corner2);
+    box.add(Box::around(corner3, corner4));
+    trigger.minX = box.minX;
+    trigger.maxX = box.maxX;
+    trigger.minY = box.minY;
+    trigger.maxY = box.maxY;
+    trigger.reach = LiveTriggers::reachOf(trigger);
+    trigger.typeId = static_cast<std::uint32_t>(typeId);
+    trigger.targetId = targetId;
+    trigger.delay = actsOnlyAtOnce(trigger.typeId) ? 0.0f : delay;
+    const auto row = state.triggerTypes.find(typeId);
+    // Before the table is built the row that is looked up comes into being as a type that does nothing.
+    trigger.type = row != state.triggerTypes.end() ? &row->second : &state.triggerTypes[nullType];
+    findTargets(trigger);
+}
+
+void TriggerManager::findTargets(Trigger& trigger) {
+    TARNWICK_LOCATION("TriggerManager::findTargets");
+    if (trigger.targetId == 0) {
+        return;
+    }
+    appendTargets(LevelObjectsManager::animatedObjects, TriggerTarget::object, trigger);
+    appendTargets(LevelObjectsManager::staticObjects, TriggerTarget::object, trigger);
+    appendTargets(ForceManager::forces, TriggerTarget::force, trigger);
+    appendTargets(Level::polygons, TriggerTarget::polygon, trigger);
+    appendTargets(MoverManager::movers, TriggerTarget::mover, trigger);
+    appendTargets(FxParticleManager::emitters, TriggerTarget::emitter, trigger);
+}
+
+bool TriggerManager::pointInTrigger(Vector2 point, const Trigger& trigger) {
+    TARNWICK_LOCATION("TriggerManager::pointInTrigger");
+    return pointInTriangle(point, trigger.triangleA, trigger.normalsA) ||
+           pointInTriangle(point, trigger.triangleB, trigger.normalsB);
+}
+
+void TriggerManager::runTriggers(float dt) {
+    TARNWICK_LOCATION("TriggerManager::runTriggers");
+    checkDelayedTriggerEvents(dt);
+    gatherLiveTriggers(dt);
+    if (!state.liveTriggers.empty()) {
+        for (Particle& particle : ParticleManager::particles) {
+            fireAt(particle.position, &particle, triggerBodyParticle, dt);
+        }
+        for (ParticleGroup& group : ParticleGroupMover::groups) {
+            fireAt(group.centre, &group, triggerBodyGroup, dt);
+        }
+    }
+    state.liveTriggers.clear();
+}
+
+/// The square about the view that a trigger's box has to meet. Kept: the camera's zoom does not enter.
+Box TriggerManager::viewSquare() {
+    TARNWICK_LOCATION("TriggerManager::viewSquare");
+    const float reach = reachOfView * std::max(Game::getViewAreaX(), Game::getViewAreaY());
+    const Vector2 view = Camera::position() + Camera::shakeOffset();
+    return {view.x - reach, view.y - reach, view.x + reach, view.y + reach};
+}
+
+/// Fills the live triggers in the order of creation. One near the view that rests goes on resting; the rest
+/// of those far away does not run down.
+void TriggerManager::gatherLiveTriggers(float dt) {
+    TARNWICK_LOCATION("TriggerManager::gatherLiveTriggers");
+    const Box view = viewSquare();
+    for (Trigger& trigger : triggers | std::views::reverse) {
+        if (trigger.spent() || !boxOf(trigger).touches(view)) {
+            continue;
+        }
+        if (trigger.cooldownLeft <= 0.0f) {
+            state.liveTriggers.add(trigger);
+        } else {
+            trigger.cooldownLeft -= dt;
+        }
+    }
+}
+
+void TriggerManager::fireAt(Vector2 place, void* body, std::int32_t bodyKind, float dt) {
+    TARNWICK_LOCATION("TriggerManager::fireAt");
+    state.liveTriggers.visitAt(place, [&](Trigger& trigger) {
+        if (!trigger.spent() && pointInTrigger(place, trigger)) {
+            fire(trigger, body, bodyKind, dt);
+        }
+    });
+}
+
+void TriggerManager::fire(Trigger& trigger, void* body, std::int32_t bodyKind, float dt) {
+    TARNWICK_LOCATION("TriggerManager::fire");
+    ++trigger.fireCount;
+    trigger.cooldownLeft = trigger.type->cooldown;
+    if (trigger.delay > 0.0f) {
+        state.delayedEvents.push_back({trigger.type->handler, &trigger, dt, trigger.delay});
+    } else {
+        trigger.type->handler(&trigger, body, bodyKind, dt);
+    }
+}
+
+void TriggerManager::checkDelayedTriggerEvents(float dt) {
+    TARNWICK_LOCATION("TriggerManager::checkDelayedTriggerEvents");
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < state.delayedEvents.size(); ++i) {
+        DelayedTriggerEvent event = state.delayedEvents[i];
+        event.timeLeft -= dt;
+        if (event.timeLeft > 0.0f) {
+            state.delayedEvents[kept++] = event;
+        } else {
+            event.handler(event.trigger, nullptr, triggerBodyParticle, event.dt);
+        }
+    }
+    state.delayedEvents.resize(kept);
+}
+
+void TriggerManager::resetTriggers() {
+    TARNWICK_LOCATION("TriggerManager::resetTriggers");
+    state.delayedEvents.clear();
+    for (Trigger& trigger : triggers) {
+        trigger.cooldownLeft = 0.0f;
+        trigger.fireCount = 0;
+    }
+}
+
+void TriggerManager::conCmdTriggerTypeList() {
+    TARNWICK_LOCATION("TriggerManager::conCmdTriggerTypeList");
+    GLConsole::printTitle("Trigger types");
+    for (const auto& [id, type] : state.triggerTypes) {
+        GLConsole::print("\nTrigger id: ");
+        GLConsole::print(id);
+        GLConsole::print("\t\t");
+        GLConsole::print("Trigger name:   ");
+        GLConsole::print(type.name);
+    }
+}
+
+void TriggerManager::conCmdTriggerCreate(const std::string& arguments) {
+    TARNWICK_LOCATION("TriggerManager::conCmdTriggerCreate");
+    std::list<std::string> words;
+    slSeparateArgs(arguments, words);
+    const auto isInteger = [](const std::string& word) { return slStringIsInteger(word); };
+    const auto isNumeric = [](const std::string& word) { return slStringIsNumeric(word); };
+    if (words.size() != createArguments ||
+        !std::all_of(words.begin(), std::next(words.begin(), createIds), isInteger) ||
+        !std::all_of(std::next(words.begin(), createIds), words.end(), isNumeric)) {
+        GLConsole::print("\nUSAGE: TriggerCreate ");
+        GLConsole::print("< id : integer > ");
+        GLConsole::print("< target id : integer > ");
+        GLConsole::print("< x : number > ");
+        GLConsole::print("< y : number > ");
+        GLConsole::print("< w : number > ");
+        GLConsole::print("< h : number > ");
+        return;
+    }
+    float numbers[createArguments - createIds] = {}; // x, y, width, height
+    std::transform(std::next(words.begin(), createIds), words.end(), numbers,
+                   [](const std::string& word) { return slStringToFloat(word); });
+    const auto [x, y, width, height] = numbers;
+    addTrigger(slStringToInt(words.front()), slStringToInt(*std::next(words.begin())), 0.0f, {x, y},
+               {x + width, y}, {x + width, y + height}, {x, y + height});
+}
+
+std::int32_t TriggerManager::conCmdTriggerCount() {
+    TARNWICK_LOCATION("TriggerManager::conCmdTriggerCount");
+    return static_cast<std::int32_t>(triggers.size());
+}
+
+bool TriggerManager::conCmdTriggerDraw(bool value, bool set) {
+    TARNWICK_LOCATION("TriggerManager::conCmdTriggerDraw");
+    if (set) {
+        state.triggerDraw = value;
+    }
+    return state.triggerDraw;
+}
+
+} // namespace tarnwick
