@@ -15,12 +15,16 @@ SHORTEST_RUN = 3  # pixels that are worth being made alike
 WORTH_PACKING = 0.9  # run lengths are kept only if they take less than this share of the plain size
 
 
-def save(name, picture, tolerance=0):
+def save(name, picture, tolerance=0, smooth=None):
     """Writes `picture` (rows, columns, 3 or 4; 0 to 1) to data/gfx/`name`, the shorter of plain and run lengths.
 
-    Neighbours in a row that differ by no more than twice `tolerance`, in steps of 1/255, become one colour.
+    Neighbours in a row that differ by no more than twice `tolerance`, in steps of 1/255, become one colour; not where
+    the mask `smooth` is set, since in a slow change of colour that would show as bands.
     """
-    pixels = steadied(to_bytes(picture), tolerance)
+    exact = to_bytes(picture)
+    pixels = steadied(exact, tolerance)
+    if smooth is not None:
+        pixels[smooth] = exact[smooth]
     rows, columns = pixels.shape[:2]
     if rows & (rows - 1) or columns & (columns - 1) or min(rows, columns) < 4:
         raise ValueError(f"{name}: {columns} x {rows} are not powers of two from 4 on")
@@ -44,9 +48,9 @@ def to_bytes(picture):
 
 def steadied(pixels, tolerance):
     """Makes pixels of a row alike that nearly are: each run gets the middle of its colours."""
-    if tolerance == 0:
-        return pixels
     steady = pixels.copy()
+    if tolerance == 0:
+        return steady
     for row, source in zip(steady, pixels.tolist()):
         start, lowest, highest = 0, source[0], source[0]
         for place in range(1, len(source) + 1):

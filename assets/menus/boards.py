@@ -1,7 +1,7 @@
-"""Boards of the menus that hold texts: planks in a brass frame, headings, painted lines and chains.
+"""Boards of the menus that hold texts: planks in a brass frame, headings, sheets of paper, lines in ink, and chains.
 
 Everything is laid out in units on a canvas that becomes one picture. Dark wood, so that the warm white letters of the
-game's own font, which it draws on top, and those painted here read well.
+game's own font, which it draws on top, read well; light paper under what is painted here.
 """
 
 import numpy as np
@@ -96,27 +96,50 @@ def heading(canvas, text, x, y, half_width, seed=31):
     place(canvas, shapes.over(shadow(under, (4, 3), 3), under), x - units[1] // 2 - 12, y - units[0] // 2 - 12)
 
 
-def line(canvas, text, x, y, size=17, weight="SemiBold", colour=palette.TEXT, align=0.0, tracking=0.3):
-    """Paints one line of letters with a soft shadow. (x, y) is its start, middle or end by `align`, and the middle
-    of its capitals."""
-    rows, columns = int(size * 2), canvas.shape[1]
-    middle = rows / 2 + (y - int(y))
-    letters = lettering.mask(text, weight, size, (rows, columns), (x, middle), tracking, TEXT_SCALE, align)
-    alpha = shapes.shrink(letters, TEXT_SCALE)
-    dark = np.clip(shade.blur(ndimage.shift(alpha, (1.2, 1.0), order=1), 0.9, mode="constant") * 1.1, 0, 0.85)
-    picture = shapes.over(np.dstack([shade.flat(alpha.shape, palette.INK), dark]),
-                          np.dstack([shade.flat(alpha.shape, colour), alpha]))
-    place(canvas, picture, 0, int(y) - rows // 2)
-
-
-def lines(canvas, texts, x, y, step, **style):
-    for index, text in enumerate(texts):
-        line(canvas, text, x, y + index * step, **style)
-
-
 def vignette(canvas, centre, half, strength):
     """Dims what lies behind a menu, strongest at `centre`."""
     x, y = shapes.grid(*canvas.shape[:2])
     distance = np.hypot((x - centre[0]) / half[0], (y - centre[1]) / half[1])
     dim = np.dstack([shade.flat(canvas.shape[:2], palette.VIGNETTE), np.clip(1 - distance**2.6, 0, 1) * strength])
     canvas[:] = shapes.over(dim, canvas)
+
+
+def sheet(canvas, left, top, right, bottom, seed):
+    """A sheet of linen paper nailed to a board: text on it is painted dark."""
+    shape = (bottom - top + 2 * MARGIN) * SCALE, (right - left + 2 * MARGIN) * SCALE
+    x, y = (places / SCALE for places in shapes.grid(*shape))
+    half = (right - left) / 2, (bottom - top) / 2
+    ragged = (noise.fbm(shape, 2.2, seed=seed, lowest=4) - 0.5) * 5
+    inside = shapes.rounded_box(x - half[0] - MARGIN, y - half[1] - MARGIN, *half, 5.0) + ragged
+    blotches = noise.fbm(shape, 3.0, seed=seed + 1)
+    fibre = noise.fbm(shape, 2.4, seed=seed + 2, stretch_x=14, stretch_y=0.8)
+    tone = 0.80 + (blotches - 0.5) * 0.40 + (fibre - 0.5) * 0.12 - 0.42 * shade.smoothstep(26, -2, inside) ** 2
+    colour = shade.ramp(np.clip(tone, 0, 1), palette.LINEN_RAMP) * palette.DUSK
+    lambert = shade.light(np.clip(inside, 0, 3) * SCALE * 0.5 + fibre * 3, 0.3, wrap=False)
+    colour = colour * np.clip(lambert, 0.75, 1.15)[..., None]
+    places = [(MARGIN + nail_x, MARGIN + nail_y) for nail_x in (10, 2 * half[0] - 10) for nail_y in (10, 2 * half[1] - 10)]
+    nails, nails_mask = joinery.nails(shape, places, 3.2, SCALE)
+    colour = shade.mix(joinery.shadowed(colour, nails_mask, 1.4, 1.0, 0.6, SCALE), nails, nails_mask)
+    picture = shapes.shrink(np.dstack([colour, np.clip(inside * SCALE + 0.5, 0, 1)]), SCALE)
+    place(canvas, shapes.over(shadow(picture, (2, 2), 2), picture), left - MARGIN, top - MARGIN)
+
+
+def ink(canvas, text, x, y, size=16, weight="Medium", colour=palette.INK, align=0.0, tracking=0.2):
+    """One line of letters in ink, without a shadow; (x, y) is
+    its start, middle or end by `align`, and the middle of its capitals."""
+    rows, columns = int(size * 2), canvas.shape[1]
+    letters = lettering.mask(text, weight, size, (rows, columns), (x, rows / 2 + (y - int(y))), tracking, TEXT_SCALE,
+                             align)
+    alpha = shapes.shrink(letters, TEXT_SCALE)
+    place(canvas, np.dstack([shade.flat(alpha.shape, colour), alpha]), 0, int(y) - rows // 2)
+
+
+def paragraph(canvas, text, x, y, width, step, **style):
+    """Text in ink, broken into lines of at most `width` units, `step` apart."""
+    row = []
+    for word in text.split() + [None]:
+        longer = " ".join(row + [word]) if word else ""
+        if word is None or lettering.width(longer, style.get("weight", "Medium"), style["size"], 0.2) > width:
+            ink(canvas, " ".join(row), x, y, **style)
+            row, y = [], y + step
+        row.append(word)

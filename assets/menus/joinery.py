@@ -65,10 +65,10 @@ def chain(length, scale=6, width=12, link=11.0):
         dy = np.abs(y - index * link / 2 - 3)
         if index % 2 == 0:  # seen from the front: a ring
             across = np.abs(np.hypot(x, np.maximum(dy - 2.6, 0)) - 2.9)
-            height = np.maximum(height, shapes.half_ball(across, 1.15) * 1.6)
+            height = np.maximum(height, shapes.half_ball(across, 1.4) * 1.8)
         else:  # seen from its edge
             across = np.hypot(x, np.maximum(dy - 3.6, 0))
-            height = np.maximum(height, shapes.half_ball(across, 1.15) * 1.9)
+            height = np.maximum(height, shapes.half_ball(across, 1.4) * 2.1)
     lambert = shade.light(height * scale * 0.9, 0.7, wrap=False)
-    colour = shade.ramp(np.clip(0.36 + (lambert - 1), 0, 1), palette.CHAIN_RAMP)
+    colour = shade.ramp(np.clip(0.44 + (lambert - 1), 0, 1), palette.CHAIN_RAMP)
     return shapes.shrink(np.dstack([colour, (height > 0.05).astype(float)]), scale)

@@ -8,7 +8,7 @@ import numpy as np
 
 import palette
 from lib import noise, shade, shapes, tga
-from menus import boards, logo
+from menus import boards, logo, medallions
 
 PACKING = 3
 SMALL, LARGE = (512, 512), (512, 1024)  # rows and columns
@@ -49,9 +49,58 @@ def board_screen(text, half_heading, left, right, bottom, plank, seed):
     return canvas
 
 
+HINTS = (
+    ("Turn the world", "Water only knows the way down. Turn the world with the mouse, or with the keys left and "
+     "right, and down is elsewhere."),
+    ("Lead the water home", "Bring it through the level to its end. When enough of it is there at one time, you have "
+     "won. You cannot lose."),
+    ("Ice and steam", "Frost makes ice, which slides as one block. Fire makes steam, which rises. Both are soon "
+     "water again."),
+    ("Check points", "If all your water is lost, it springs up again at the last check point, as much as you brought "
+     "there."),
+    ("The score", "Each drop you keep counts 500. A fast way home counts far more: up to 436,000."),
+    ("Keys", "In play, Escape or the right button opens the menu, P pauses. In menus: the mouse, or arrows, "
+     "Tab and Enter."),
+)
+
+
+def instructions_screen():
+    """Six small pictures on a sheet, each with what it means."""
+    canvas = board_screen("How to play", 170, 136, 888, 484, 148, 63)
+    boards.sheet(canvas, 152, 112, 872, 468, seed=81)
+    for index, (picture, (title, text)) in enumerate(zip(medallions.ALL, HINTS)):
+        x, y = 157 + (index % 2) * 357, 121 + (index // 2) * 114
+        boards.place(canvas, picture(), x, y)
+        boards.ink(canvas, title, x + 106, y + 16, size=19, weight="Bold", colour=palette.WOVEN_RED_RAMP[0])
+        boards.paragraph(canvas, text, x + 106, y + 40, 244, 18, size=14.5)
+    return canvas
+
+
+CREDITS = (
+    ("Design, code, levels, pictures, sounds and music", "the Tarnwick team"),
+    ("Letters", "Vollkorn, Fantasque Sans Mono, JetBrains Mono (SIL Open Font Licence 1.1)"),
+    ("Instruments of the music", "the sound font FluidR3 (MIT licence)"),
+    ("Built on", "SDL, OpenGL, OpenAL and FFmpeg"),
+    ("Drawn and sounded with", "Python, NumPy, SciPy, Pillow, FreeType and FluidSynth"),
+)
+
+
+def credits_screen():
+    """Who made the game, and with what, on a sheet."""
+    canvas = board_screen("Credits", 130, 172, 852, 445, 148, 64)
+    boards.sheet(canvas, 192, 118, 832, 428, seed=84)
+    for index, (title, text) in enumerate(CREDITS):
+        y = 152 + index * 56
+        boards.ink(canvas, title, 512, y, size=17, weight="Bold", colour=palette.WOVEN_RED_RAMP[0], align=0.5)
+        boards.ink(canvas, text, 512, y + 23, size=16, align=0.5)
+    return canvas
+
+
 if __name__ == "__main__":
     tga.save("menu/signs.tga", signs_screen(), PACKING)
     tga.save("menu/question.tga", question_screen(286, 330, 58), PACKING)
     tga.save("menu/load_map.tga", question_screen(318, 420, 74), PACKING)
     tga.save("menu/options.tga", board_screen("Options", 130, 172, 852, 425, 72, 61), PACKING)
     tga.save("menu/high_scores.tga", board_screen("High scores", 170, 152, 872, 445, 54, 62), PACKING)
+    tga.save("menu/instructions.tga", instructions_screen(), PACKING)
+    tga.save("menu/credits.tga", credits_screen(), PACKING)
