@@ -5,7 +5,6 @@ Frames and states are those of the signs: arrow_left_idle_frame00.tga and so on.
 
 import numpy as np
 
-import palette
 from lib import shade, shapes, tga
 from menus import joinery, lettering
 
@@ -23,15 +22,12 @@ def arrow(points, fill, phase):
     mask = shapes.polygon(SIZE, SIZE, points, SCALE)
     mask = (shade.blur(mask, ROUNDING * SCALE, mode="constant") > 0.44).astype(float)
     inside = shapes.inside(mask) / SCALE
-    well = shade.smoothstep(EDGE - 0.5, EDGE + 0.2, inside)
-    deep = shade.flat(mask.shape, palette.CUT_RAMP[1])
+    colour = joinery.brass(shade.blur(np.clip(inside, 0, 4.5), 0.3) * SCALE * 0.8, seed=5)
     if fill > 0:
+        well = shade.smoothstep(EDGE - 0.5, EDGE + 0.2, inside)
         rows = np.flatnonzero(well.sum(1) > 0.5)
         level = rows[-1] + 2 * SCALE - (rows[-1] - rows[0] + 5 * SCALE) * fill
-        deep = lettering.pour(deep, well, level, phase, SCALE, depth=60, rim=0.4, glow=0.0)
-    rim = joinery.brass(shade.blur(shapes.half_ball(inside - EDGE / 2, EDGE * 0.58) * 1.5 * SCALE, 0.3 * SCALE))
-    leaf = joinery.brass(shade.blur(np.clip(inside, 0, 4.5), 0.3) * SCALE * 0.8, seed=5)
-    colour = shade.mix(rim, deep, well) if fill > 0 else leaf
+        colour = lettering.pour(colour, well, level, phase, SCALE, depth=60, rim=0.4, glow=0.0)
     return shapes.shrink(np.dstack([colour, mask]), SCALE)
 
 

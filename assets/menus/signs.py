@@ -103,9 +103,8 @@ def save_run(name, run, frames):
 def save_sign(name, text, half_width, seed):
     sign = Sign(text, half_width, seed)
     save_run(name, "idle", [sign.frame(0, 0)])
-    steps = (np.arange(FOCUS_FRAMES) + 1) / FOCUS_FRAMES
-    save_run(name, "focus", [sign.frame(shade.smoothstep(0, 1, step), 0.9 * (index + 1))
-                             for index, step in enumerate(steps)])
+    fills = 1 - (1 - (np.arange(FOCUS_FRAMES) + 1) / FOCUS_FRAMES) ** 1.7  # fast at first: it answers at once
+    save_run(name, "focus", [sign.frame(fill, 0.9 * (index + 1)) for index, fill in enumerate(fills)])
     full = [sign.frame(1, 0.9 * (FOCUS_FRAMES + index + 1)) for index in range(FULL_FRAMES + len(TIPS))]
     tips = [tipped(frame, height) for frame, height in zip(full[FULL_FRAMES:], TIPS)]
     save_run(name, "clicked", full[:FULL_FRAMES] + tips + [np.zeros(full[0].shape)])
