@@ -12,6 +12,7 @@
 #include "tools/state/GameRows.h"
 #include "tools/state/JsonLine.h"
 #include "tools/state/ObjectRows.h"
+#include "tools/state/TriggerRows.h"
 
 #include <algorithm>
 
@@ -77,6 +78,7 @@ std::string SimulationState::write(const RunPosition& position) {
     writePolygons(out);
     ObjectRows::write(out);
     EffectRows::write(out);
+    TriggerRows::write(out);
     out.closeObject();
     return out.text();
 }

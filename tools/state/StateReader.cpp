@@ -13,6 +13,7 @@
 #include "tools/state/JsonObject.h"
 #include "tools/state/ObjectRows.h"
 #include "tools/state/SimulationState.h"
+#include "tools/state/TriggerRows.h"
 
 #include <nlohmann/json.hpp>
 
@@ -109,6 +110,7 @@ struct SimulationState::Restored {
     std::vector<PolygonSwitches> polygons;
     ObjectRows objects;
     EffectRows effects;
+    TriggerRows triggers;
 };
 
 RunPosition SimulationState::read(const std::string& line) {
@@ -135,6 +137,7 @@ RunPosition SimulationState::read(const std::string& line) {
     readPolygons(in, restored);
     restored.objects.read(in);
     restored.effects.read(in);
+    restored.triggers.read(in);
     apply(restored);
     return restored.position;
 }
@@ -246,6 +249,7 @@ void SimulationState::apply(Restored& restored) {
     }
     restored.objects.apply();
     restored.effects.apply();
+    restored.triggers.apply(); // last: they aim at all others
 }
 
 } // namespace tarnwick

@@ -6,6 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -114,6 +115,57 @@ TEST_F(SimulationRunTest, EffectsAndForcesGoOnFromADumpAlsoThoseOfTheConsole) {
     EXPECT_EQ(last["forces"].size(), 2u);
     EXPECT_EQ(last["emitters"].size(), 3u);
     EXPECT_GT(last["effectParticles"].size(), 50u);
+}
+
+TEST_F(SimulationRunTest, TriggersGoOnFromAnyDumpWithAllThatIsPending) {
+    LevelFile level;
+    level.polygons = {polygonRecord({{-200, 60}, {200, 60}, {200, 90}, {-200, 90}}),
+                      polygonRecord({{-60, -40}, {-50, -40}, {-50, 60}, {-60, 60}}, 5)};
+    level.movers = {{6, 60.0f, {0, 0}, {40, 0}}};
+    level.forces = {{7, {0, 20}, {1.0f, -1.0f}, 10.0f}};
+    level.emitters = {{8, {0, 0}, {0.0f, -1.0f}, "fx\\sparks.cfg"}};
+    const LevelFile::Point everywhere[4] = {{-200, -100}, {200, -100}, {200, 100}, {-200, 100}};
+    const auto addTrigger = [&](std::int32_t type, std::int32_t target, float delay) {
+        LevelFile::TriggerRecord record{target, type, delay, {}};
+        std::ranges::copy(everywhere, record.corners);
+        level.triggers.push_back(record);
+    };
+    addTrigger(200, 7, 0.0f);
+    addTrigger(300, 5, 0.3f);
+    addTrigger(301, 5, 0.6f);
+    addTrigger(407, 6, 0.1f);
+    addTrigger(408, 6, 0.5f);
+    addTrigger(501, 8, 0.4f);
+    addTrigger(603, 0, 0.2f);
+    addTrigger(702, 0, 0.1f); // draws without a body, and piles up
+    level.triggers.push_back({0, 702, 0.0f, {{-30, -20}, {0, -20}, {0, 10}, {-30, 10}}});
+    level.triggers.push_back({0, 0, 0.0f, {{0, 0}, {60, 0}, {60, 60}, {0, 60}}});
+    level.triggers.push_back({0, 2, 0.0f, {{-50, 0}, {-30, 0}, {-30, 60}, {-50, 60}}});
+    files.write("triggers.rivl", LevelFileBuilder::write(level));
+    files.write("commands.txt", "TriggerCreate 203 7 -20 -20 40 40\n");
+    SimulationOptions asked = options();
+    asked.level = "triggers.rivl";
+    asked.consoleFile = "commands.txt";
+    asked.ticks = 100;
+    asked.dumpFile = "whole.jsonl";
+    run(asked);
+    const std::vector<std::string> whole = linesOf("whole.jsonl");
+    asked.consoleFile = "";
+    asked.stateFile = "from.jsonl";
+    asked.dumpFile = "rest.jsonl";
+    for (const std::ptrdiff_t from : {0, 1, 10, 25, 40, 70}) {
+        files.write("from.jsonl", whole[static_cast<std::size_t>(from)] + "\n");
+        asked.ticks = 100 - static_cast<std::uint64_t>(from);
+
+        run(asked);
+
+        EXPECT_EQ(linesOf("rest.jsonl"), std::vector<std::string>(whole.begin() + from, whole.end())) << from;
+    }
+    const nlohmann::json middle = nlohmann::json::parse(whole[20]);
+    const nlohmann::json last = nlohmann::json::parse(whole.back());
+    EXPECT_GT(middle["delayedEvents"].size(), 100u);
+    EXPECT_EQ(last["triggers"].size(), 12u);
+    EXPECT_FALSE(last["groups"].empty());
 }
 
 TEST_F(SimulationRunTest, LostWaterComesBackAndTheRunGoesOnFromADumpInTheFlight) {
