@@ -1,14 +1,7 @@
 #include "core/ConfigFile.h"
-#include "support/DataFolder.h"
-#include "support/ModuleTest.h"
-#include "tools/sim/SimulationRun.h"
-
-#include <nlohmann/json.hpp>
+#include "tools/sim/RecordedRunTest.h"
 
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
 namespace tarnwick {
 
@@ -121,35 +114,18 @@ Json asFloats(const Json& ambience) {
 } // namespace
 
 /// Runs of the test level under a heat that turns its water to something else.
-class AmbienceRunTest : public ModuleTest {
+class AmbienceRunTest : public RecordedRunTest {
 protected:
-    AmbienceRunTest()
-        : dataOfTree((std::filesystem::current_path() / "data").string()) {}
-
-    std::vector<Json> recordedRun(const std::string& commands) {
-        const std::filesystem::path folder = files.path();
+    SimulationOptions testLevel(const std::string& commands) const {
         files.write("commands.txt", commands);
-        SimulationOptions asked;
-        asked.level = "maps\\testLevel.rivl";
-        asked.dataFolder = dataOfTree;
-        asked.ticks = 200;
-        asked.noFlight = true;
-        asked.consoleFile = (folder / "commands.txt").string();
-        asked.dumpFile = (folder / "run.jsonl").string();
-        std::ostringstream ignored;
-        runSimulation(asked, ignored, ignored);
-        std::filesystem::current_path(folder);
-        std::vector<Json> lines;
-        std::ifstream file("run.jsonl");
-        for (std::string line; std::getline(file, line);) {
-            lines.push_back(Json::parse(line));
-        }
-        return lines;
+        SimulationOptions asked = options("maps\\testLevel.rivl", 200);
+        asked.consoleFile = "commands.txt";
+        return asked;
     }
 
     /// How many of the run's ticks had a level of what `body` calls `key`; fails for the first tick whose
     /// levels are not those of the formulas.
-    int ticksSounding(const std::vector<Json>& run, const char* body, const char* key) const {
+    int ticksSounding(const Lines& run, const char* body, const char* key) const {
         const ConfigFile config((dataOfTree + "/cfg/game_sfx.cfg").c_str());
         PlainAmbience plain;
         int sounding = 0;
@@ -166,49 +142,31 @@ protected:
         }
         return sounding;
     }
-
-    std::string dataOfTree;
-    DataFolder files;
 };
 
 TEST_F(AmbienceRunTest, WaterSoundsByTheFormulas) {
-    EXPECT_EQ(ticksSounding(recordedRun(""), "water", "ambientLevel"), 200);
+    EXPECT_EQ(ticksSounding(run(testLevel("")), "water", "ambientLevel"), 200);
 }
 
 TEST_F(AmbienceRunTest, FreezingAndSlidingIceSoundByTheFormulas) {
-    const std::vector<Json> run = recordedRun("RoomTemperature -60\nHeatTransferRate 0.9\n");
+    const Lines lines = run(testLevel("RoomTemperature -60\nHeatTransferRate 0.9\n"));
 
-    EXPECT_GT(ticksSounding(run, "ice", "freezeLevel"), 50);
-    EXPECT_GT(ticksSounding(run, "ice", "frictionLevel"), 10);
+    EXPECT_GT(ticksSounding(lines, "ice", "freezeLevel"), 50);
+    EXPECT_GT(ticksSounding(lines, "ice", "frictionLevel"), 10);
 }
 
 TEST_F(AmbienceRunTest, EvaporationAndSteamSoundByTheFormulas) {
-    const std::vector<Json> run = recordedRun("RoomTemperature 180\nHeatTransferRate 0.9\n");
+    const Lines lines = run(testLevel("RoomTemperature 180\nHeatTransferRate 0.9\n"));
 
-    EXPECT_GT(ticksSounding(run, "steam", "evaporationLevel"), 50);
-    EXPECT_GT(ticksSounding(run, "steam", "ambientLevel"), 50);
+    EXPECT_GT(ticksSounding(lines, "steam", "evaporationLevel"), 50);
+    EXPECT_GT(ticksSounding(lines, "steam", "ambientLevel"), 50);
 }
 
 TEST_F(AmbienceRunTest, ARunWithIceGoesOnFromADump) {
-    const std::vector<Json> whole = recordedRun("RoomTemperature -60\nHeatTransferRate 0.9\n");
-    files.write("at90.jsonl", whole[90].dump() + "\n");
-    SimulationOptions asked;
-    asked.level = "maps\\testLevel.rivl";
-    asked.dataFolder = dataOfTree;
-    asked.ticks = 1;
-    asked.stateFile = (files.path() / "at90.jsonl").string();
-    asked.dumpFile = (files.path() / "next.jsonl").string();
-    std::ostringstream ignored;
-    ModuleReset::all();
+    const SimulationOptions asked = testLevel("RoomTemperature -60\nHeatTransferRate 0.9\n");
+    const Lines whole = run(asked);
 
-    runSimulation(asked, ignored, ignored);
-
-    std::filesystem::current_path(files.path());
-    std::ifstream file("next.jsonl");
-    std::string line;
-    std::getline(file, line);
-    std::getline(file, line);
-    EXPECT_EQ(Json::parse(line)["ambience"], whole[91]["ambience"]);
+    EXPECT_TRUE(continued(asked, whole, 90) == rest(whole, 90));
 }
 
 } // namespace tarnwick
