@@ -61,6 +61,7 @@ void MoverManager::shutdown() {
     state.cargoOfMover.clear();
     state.cargoes.clear();
     state.unclaimed.clear();
+    state.gatheredCount = 0;
     state.dynamicPolygons.clear();
     GLConsole::removeCommand("MoverCount");
     GLConsole::removeCommand("MoverDraw");
@@ -78,16 +79,20 @@ void MoverManager::resetMovers() {
 
 void MoverManager::addMover(const Mover& mover) {
     TARNWICK_LOCATION("MoverManager::addMover");
-    if (movers.empty()) {
-        gatherCargoes();
-    }
+    gatherCargoes();
     movers.push_back(mover);
     state.cargoOfMover.push_back(&claimCargo(mover.id));
 }
 
-/// Looks once through the level, however many movers it has.
+/// Looks once through the level, however many movers it has, and again only when it has grown.
 void MoverManager::gatherCargoes() {
     TARNWICK_LOCATION("MoverManager::gatherCargoes");
+    const std::size_t count = Level::polygons.size() + LevelObjectsManager::staticObjects.size() +
+                              LevelObjectsManager::animatedObjects.size();
+    if (count == state.gatheredCount) {
+        return;
+    }
+    state.gatheredCount = count;
     state.unclaimed.clear();
     for (std::list<LevelObject>* const objects :
          {&LevelObjectsManager::staticObjects, &LevelObjectsManager::animatedObjects}) {

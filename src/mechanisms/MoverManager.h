@@ -41,9 +41,10 @@ public:
     /// resets the level.
     static void resetMovers();
 
-    /// Appends a copy, which carries every object and polygon of its id; all of the level must be there by
-    /// the first call. Movers of one id carry the same, and their displacements add up. A polygon that is not
-    /// `collideable` now is carried and never shoves or collides, also if it is switched on later.
+    /// Appends a copy, which carries every object and polygon of its id; what comes after the first mover
+    /// of an id is not carried. Movers of one id carry the same, and their displacements add up. A polygon
+    /// that is not `collideable` now is carried and never shoves or collides, also if it is switched on
+    /// later.
     static void addMover(const Mover& mover);
     /// Makes the collision form of a polygon; none for a polygon without triangles.
     static void addDynamicPolygon(Polygon2D& polygon);
@@ -90,6 +91,7 @@ private:
     struct State {
         std::map<std::int32_t, Cargo> cargoes;     ///< By id, of the ids that movers have.
         std::map<std::int32_t, Cargo> unclaimed;   ///< By id, of the others.
+        std::size_t gatheredCount = 0;             ///< Polygons and objects that both were made of.
         std::vector<Cargo*> cargoOfMover;          ///< By the place in `movers`.
         std::list<DynamicPolygon> dynamicPolygons; ///< Newest first.
         PushField candidateParticles;              ///< Within a push: whom no polygon has taken yet.

@@ -21,7 +21,7 @@ Mover moverAt(float position, std::int32_t state) {
 
 } // namespace
 
-TEST(MoverTest, ANewMoverStandsIdleOnATrackOfNoLength) {
+TEST(MoverTrackTest, ANewMoverStandsIdleOnATrackOfNoLength) {
     const Mover mover;
 
     EXPECT_EQ(mover.startPoint, Vector2{});
@@ -33,7 +33,7 @@ TEST(MoverTest, ANewMoverStandsIdleOnATrackOfNoLength) {
     EXPECT_EQ(mover.state, MoverIdle);
 }
 
-TEST(MoverTest, TheStatesHaveTheNumbersThatTriggersWrite) {
+TEST(MoverTrackTest, TheStatesHaveTheNumbersThatTriggersWrite) {
     EXPECT_EQ(MoverIdle, 0);
     EXPECT_EQ(MoverToEnd, 1);
     EXPECT_EQ(MoverToStart, 2);
@@ -41,7 +41,7 @@ TEST(MoverTest, TheStatesHaveTheNumbersThatTriggersWrite) {
     EXPECT_EQ(MoverLoopToEnd, 4);
 }
 
-TEST(MoverTest, EachPointMeasuresTheTrackAnew) {
+TEST(MoverTrackTest, EachPointMeasuresTheTrackAnew) {
     Mover mover;
     mover.setEndPoint(3.0f, -4.0f);
     const Mover half = mover;
@@ -54,7 +54,7 @@ TEST(MoverTest, EachPointMeasuresTheTrackAnew) {
     EXPECT_EQ(mover.direction, (Vector2{0.0f, -1.0f}));
 }
 
-TEST(MoverTest, ATrackWhoseEndsCoincideHasNoDirection) {
+TEST(MoverTrackTest, ATrackWhoseEndsCoincideHasNoDirection) {
     Mover mover;
     mover.setEndPoint(3.0f, -4.0f);
 
@@ -64,7 +64,7 @@ TEST(MoverTest, ATrackWhoseEndsCoincideHasNoDirection) {
     EXPECT_EQ(mover.direction, Vector2{});
 }
 
-TEST(MoverTest, OnATrackOfNoLengthTheEndIsReachedInOneTick) {
+TEST(MoverTrackTest, OnATrackOfNoLengthTheEndIsReachedInOneTick) {
     Mover mover;
     mover.speed = 4.0f;
     mover.state = MoverToEnd;
@@ -75,7 +75,7 @@ TEST(MoverTest, OnATrackOfNoLengthTheEndIsReachedInOneTick) {
     EXPECT_EQ(mover.position, 0.0f);
 }
 
-TEST(MoverTest, AnIdleMoverStandsStill) {
+TEST(MoverTrackTest, AnIdleMoverStandsStill) {
     Mover mover = moverAt(3.0f, MoverIdle);
 
     mover.run(0.5f);
@@ -83,7 +83,7 @@ TEST(MoverTest, AnIdleMoverStandsStill) {
     EXPECT_EQ(mover.position, 3.0f);
 }
 
-TEST(MoverTest, AnUnknownStateStandsStill) {
+TEST(MoverTrackTest, AnUnknownStateStandsStill) {
     for (const std::int32_t state : {-1, 5, 1000}) {
         Mover mover = moverAt(3.0f, state);
 
@@ -94,7 +94,7 @@ TEST(MoverTest, AnUnknownStateStandsStill) {
     }
 }
 
-TEST(MoverTest, ItRunsTowardsWhereItsStateSays) {
+TEST(MoverTrackTest, ItRunsTowardsWhereItsStateSays) {
     Mover toEnd = moverAt(3.0f, MoverToEnd);
     Mover toStart = moverAt(3.0f, MoverToStart);
     Mover loopToEnd = moverAt(3.0f, MoverLoopToEnd);
@@ -110,7 +110,7 @@ TEST(MoverTest, ItRunsTowardsWhereItsStateSays) {
     EXPECT_EQ(loopToStart.position, 1.0f);
 }
 
-TEST(MoverTest, PastAnEndItTurnsOrStopsAndTheRestOfTheWayIsDropped) {
+TEST(MoverTrackTest, PastAnEndItTurnsOrStopsAndTheRestOfTheWayIsDropped) {
     Mover toEnd = moverAt(9.0f, MoverToEnd);
     Mover toStart = moverAt(1.0f, MoverToStart);
     Mover loopToEnd = moverAt(9.0f, MoverLoopToEnd);
@@ -130,7 +130,7 @@ TEST(MoverTest, PastAnEndItTurnsOrStopsAndTheRestOfTheWayIsDropped) {
     EXPECT_EQ(loopToStart.state, MoverLoopToEnd);
 }
 
-TEST(MoverTest, LandingExactlyOnAnEndItTurnsATickLater) {
+TEST(MoverTrackTest, LandingExactlyOnAnEndItTurnsATickLater) {
     Mover mover = moverAt(8.0f, MoverLoopToEnd);
     mover.run(0.5f);
     const Mover landed = mover;
@@ -143,7 +143,7 @@ TEST(MoverTest, LandingExactlyOnAnEndItTurnsATickLater) {
     EXPECT_EQ(mover.state, MoverLoopToStart);
 }
 
-TEST(MoverTest, ATickOfNoTimeStillAdvancesALittle) {
+TEST(MoverTrackTest, ATickOfNoTimeStillAdvancesALittle) {
     Mover mover = moverAt(0.0f, MoverToEnd);
 
     mover.run(0.0f);
@@ -151,7 +151,7 @@ TEST(MoverTest, ATickOfNoTimeStillAdvancesALittle) {
     EXPECT_EQ(mover.position, 4.0f * 1e-7f);
 }
 
-TEST(MoverTest, ANegativeSpeedRunsTheOtherWay) {
+TEST(MoverTrackTest, ANegativeSpeedRunsTheOtherWay) {
     Mover mover = moverAt(1.0f, MoverToEnd);
     mover.speed = -4.0f;
 
@@ -161,7 +161,7 @@ TEST(MoverTest, ANegativeSpeedRunsTheOtherWay) {
     EXPECT_EQ(mover.state, MoverToEnd);
 }
 
-TEST(MoverTest, ResettingLeavesTheTrack) {
+TEST(MoverTrackTest, ResettingLeavesTheTrack) {
     Mover mover = moverAt(3.0f, MoverLoopToStart);
 
     mover.reset();

@@ -5,6 +5,11 @@
 namespace tarnwick {
 
 bool PlainCollision::test(Vector2& centre, float radius) {
+    gatherMoving(centre, radius);
+    return testStatic(centre, radius);
+}
+
+bool PlainCollision::testStatic(Vector2& centre, float radius) {
     contactCount = 0;
     contactNormal = {0.0f, 0.0f};
     contactFriction = 0.0f;
@@ -29,6 +34,27 @@ bool PlainCollision::test(Vector2& centre, float radius) {
     points.clear();
     lines.clear();
     return result;
+}
+
+void PlainCollision::gatherMoving(Vector2 centre, float radius) {
+    for (const CollisionNode& edge : moving) {
+        const float dx = centre.x - edge.start.x;
+        const float dy = centre.y - edge.start.y;
+        const float d = dx * edge.normal.x + dy * edge.normal.y;
+        if (!(d >= -radius && d <= radius)) {
+            continue;
+        }
+        const float t = dx * edge.direction.x + dy * edge.direction.y;
+        if (t >= 0.0f && t <= edge.length) {
+            lines.push_front(&edge);
+            points.push_front(
+                {{edge.start.x + edge.direction.x * t, edge.start.y + edge.direction.y * t}, edge.friction});
+        } else if (t >= -radius && t <= edge.length + radius) {
+            const Vector2 farEnd{edge.start.x + edge.direction.x * edge.length,
+                                 edge.start.y + edge.direction.y * edge.length};
+            points.push_front({t >= 0.0f ? farEnd : edge.start, edge.friction});
+        }
+    }
 }
 
 void PlainCollision::gather(const LevelBspNode* node, Vector2 centre, float radius) {
@@ -86,7 +112,7 @@ bool PlainCollision::resolvePoints(Vector2& centre, float radius) {
 
 bool PlainCollision::resolveLines(Vector2& centre, float radius) {
     bool moved = false;
-    for (const LevelBspNode* node : lines) {
+    for (const CollisionNode* node : lines) {
         const float d =
             (centre.x - node->start.x) * node->normal.x + (centre.y - node->start.y) * node->normal.y;
         if (d >= -radius) {

@@ -11,6 +11,7 @@
 #include "tools/state/EffectRows.h"
 #include "tools/state/GameRows.h"
 #include "tools/state/JsonLine.h"
+#include "tools/state/MoverRows.h"
 #include "tools/state/ObjectRows.h"
 #include "tools/state/TriggerRows.h"
 
@@ -77,6 +78,7 @@ std::string SimulationState::write(const RunPosition& position) {
     writeGroups(out);
     writePolygons(out);
     ObjectRows::write(out);
+    MoverRows::write(out);
     EffectRows::write(out);
     TriggerRows::write(out);
     out.closeObject();

@@ -11,6 +11,7 @@
 #include "tools/state/EffectRows.h"
 #include "tools/state/GameRows.h"
 #include "tools/state/JsonObject.h"
+#include "tools/state/MoverRows.h"
 #include "tools/state/ObjectRows.h"
 #include "tools/state/SimulationState.h"
 #include "tools/state/TriggerRows.h"
@@ -109,6 +110,7 @@ struct SimulationState::Restored {
     std::list<ParticleGroup> groups;
     std::vector<PolygonSwitches> polygons;
     ObjectRows objects;
+    MoverRows movers;
     EffectRows effects;
     TriggerRows triggers;
 };
@@ -136,6 +138,7 @@ RunPosition SimulationState::read(const std::string& line) {
     readGroups(in, restored);
     readPolygons(in, restored);
     restored.objects.read(in);
+    restored.movers.read(in);
     restored.effects.read(in);
     restored.triggers.read(in);
     apply(restored);
@@ -248,6 +251,7 @@ void SimulationState::apply(Restored& restored) {
         ++switches;
     }
     restored.objects.apply();
+    restored.movers.apply();
     restored.effects.apply();
     restored.triggers.apply(); // last: they aim at all others
 }

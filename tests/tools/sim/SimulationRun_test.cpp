@@ -194,6 +194,40 @@ TEST_F(SimulationRunTest, LostWaterComesBackAndTheRunGoesOnFromADumpInTheFlight)
               std::vector<std::string>(whole.begin() + static_cast<std::ptrdiff_t>(lost) + 1, whole.end()));
 }
 
+TEST_F(SimulationRunTest, MoversGoOnFromADumpInTheMiddleOfTheirWay) {
+    LevelFile level;
+    level.polygons = {polygonRecord({{-60, 40}, {60, 40}, {60, 50}, {-60, 50}}, 7),
+                      polygonRecord({{-60, -60}, {60, -60}, {60, -50}, {-60, -50}}, 8)};
+    level.movers = {{7, 90.0f, {0, 0}, {3, -70}}, {8, 55.0f, {0, 0}, {0, 60}}};
+    files.write("lift.rivl", LevelFileBuilder::write(level));
+    SimulationOptions asked = options();
+    asked.level = "lift.rivl";
+    asked.ticks = 0;
+    asked.dumpFile = "start.jsonl";
+    run(asked);
+    nlohmann::json started = nlohmann::json::parse(linesOf("start.jsonl")[0]);
+    started["movers"][0]["state"] = 4; // as a trigger does
+    started["movers"][1]["state"] = 1;
+    files.write("started.jsonl", started.dump() + "\n");
+    asked.stateFile = "started.jsonl";
+    asked.ticks = 90;
+    asked.dumpFile = "whole.jsonl";
+    run(asked);
+    const std::vector<std::string> whole = linesOf("whole.jsonl");
+    files.write("at45.jsonl", whole[45] + "\n");
+    asked.stateFile = "at45.jsonl";
+    asked.ticks = 45;
+    asked.dumpFile = "rest.jsonl";
+
+    run(asked);
+
+    EXPECT_EQ(linesOf("rest.jsonl"), std::vector<std::string>(whole.begin() + 45, whole.end()));
+    const nlohmann::json last = nlohmann::json::parse(whole.back());
+    EXPECT_GT(last["movers"][0]["position"], 0);
+    EXPECT_LT(last["polygons"][0]["offset"][1], -1);
+    EXPECT_EQ(last["movers"][1]["state"], 0); // it has arrived
+}
+
 TEST_F(SimulationRunTest, HeldKeysTurnTheWorldAsAPlayersDo) {
     files.write("keys.txt", "0 left\n");
     SimulationOptions asked = options();
