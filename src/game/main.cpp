@@ -1,4 +1,6 @@
 #include "audio/MusicSystem.h"
+#include "audio/SoundManager.h"
+#include "audio/SoundSystem.h"
 #include "console/GLConsole.h"
 #include "core/CrashReport.h"
 #include "core/LocationStack.h"
@@ -45,6 +47,8 @@ int main() {
     GLTextureManager::initialise();
     GLConsole::initialise();
     MusicSystem::initialise();
+    SoundSystem::initialise();
+    SoundManager::initialise();
     smoothEdges();
     IntroScreen().run();
     HighScores::loadScores();
@@ -53,6 +57,8 @@ int main() {
         Game::run("maps\\testLevel.rivl");
     }
     HighScores::saveScores();
+    SoundManager::shutdown();
+    SoundSystem::shutdown();
     MusicSystem::shutdown();
     GLConsole::shutdown();
     GLTextureManager::shutdown();

@@ -1,6 +1,7 @@
 #include "docs/EveryModule.h"
 
 #include "audio/MusicSystem.h"
+#include "audio/SoundManager.h"
 #include "console/GLConsole.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
@@ -21,6 +22,7 @@ void startEveryModule(const DataFolder& folder) {
     GLWindow::createHeadless(800, 600);
     GLConsole::initialise();
     MusicSystem::initialise();
+    SoundManager::initialise();
     SurfaceTypeManager::initialise();
     {
         const SplashPicture splash;

@@ -4,6 +4,8 @@
 #include "audio/GameSfx_Steam.h"
 #include "audio/GameSfx_Water.h"
 #include "audio/MusicSystem.h"
+#include "audio/SoundManager.h"
+#include "audio/SoundSystem.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "core/ConfigFile.h"
@@ -83,6 +85,9 @@ void ModuleReset::all() {
     ParticleMover::state = {};
     ParticleRenderer::state = {};
     Random::state = {};
+    SoundManager::state = {};
+    SoundSystem::shutdown();
+    SoundSystem::state = {};
     SurfaceTypeManager::state = {};
     TriggerManager::triggers.clear();
     TriggerManager::state = {};
