@@ -2,6 +2,7 @@
 #include "core/Clock.h"
 #include "core/LocationStack.h"
 #include "game/Camera.h"
+#include "game/CheckPointTimesManager.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
 #include "graphics/DynamicPolygonRenderer.h"
@@ -99,6 +100,7 @@ void Game::drawPicture() {
     GameRules::draw();
     beginVirtualScreen();
     drawPausedText();
+    CheckPointTimesManager::draw();
     measureDrawing(Clock::performanceCounter() - before);
     if (state.consoleOpen) {
         GLConsole::draw();

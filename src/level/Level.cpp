@@ -2,6 +2,7 @@
 
 #include "console/GLConsole.h"
 #include "core/LocationStack.h"
+#include "game/CheckPointTimesManager.h"
 #include "graphics/DynamicPolygonRenderer.h"
 #include "graphics/LevelGeometryRenderer.h"
 #include "level/LevelBspNode.h"
@@ -32,6 +33,7 @@ bool Level::load(const std::string& fileName) {
     LevelBspTree::create();
     LevelGeometryRenderer::initialise();
     DynamicPolygonRenderer::initialise();
+    CheckPointTimesManager::initialise();
     buildPolyNodeMap();
     GLConsole::addCommand("DrawTriangles", conCmdDrawTriangles);
     return true;
@@ -47,6 +49,7 @@ void Level::clear() {
     ForceManager::shutdown();
     DynamicPolygonRenderer::shutdown();
     TriggerManager::shutdown();
+    CheckPointTimesManager::shutdown();
     MoverManager::shutdown();
     polygons.clear(); // last: everything else points into them
     state.polygonNodes.clear();

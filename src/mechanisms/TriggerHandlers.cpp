@@ -4,6 +4,7 @@
 #include "core/LocationStack.h"
 #include "core/Random.h"
 #include "game/Camera.h"
+#include "game/CheckPointTimesManager.h"
 #include "game/GameRules.h"
 #include "level/Level.h"
 #include "level/LevelObject.h"
@@ -276,6 +277,7 @@ void trigFuncCheckPoint(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKin
     }
     place = place / 6.0f; // the corners of the diagonal count twice
     GameRules::setCheckPoint(place.x, place.y);
+    CheckPointTimesManager::recordTime(trigger, static_cast<std::uint32_t>(GameRules::getLevelTime()));
 }
 
 } // namespace tarnwick

@@ -79,8 +79,8 @@ void trigFuncParticleKillRandom(Trigger* trigger, void* body, std::int32_t bodyK
 /// Counts the body toward the end of the level: a particle, also a null one, as one, a group as its members.
 /// `GameRules` decides with the count of one tick.
 void trigFuncLevelEnd(Trigger* trigger, void* body, std::int32_t bodyKind, float dt);
-/// Makes the trigger's middle, the mean of the corners of its two triangles, the check point. Nothing for a
-/// null trigger.
+/// Makes the trigger's middle, the mean of the corners of its two triangles, the check point,
+/// and shows its time. Nothing for a null trigger.
 void trigFuncCheckPoint(Trigger* trigger, void* body, std::int32_t bodyKind, float dt);
 
 } // namespace tarnwick

@@ -13,6 +13,7 @@
 #include "core/DataFiles.h"
 #include "core/Random.h"
 #include "game/Camera.h"
+#include "game/CheckPointTimesManager.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
 #include "game/HighScores.h"
@@ -43,6 +44,7 @@ namespace tarnwick {
 void ModuleReset::all() {
     SplashScreen::stop(); // its thread ends before anything that it looks at
     Camera::state = {};
+    CheckPointTimesManager::state = {};
     CircleCollision::state = {};
     Clock::state = {};
     ConfigFile::state = {};

@@ -1,0 +1,164 @@
+#include "game/CheckPointTimesManager.h"
+
+#include "console/GLConsole.h"
+#include "core/ConfigFile.h"
+#include "core/LocationStack.h"
+#include "game/GameRules.h"
+#include "graphics/GLWindow.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float shortestFade = 0.01f;
+constexpr float screenWidth = 800.0f; ///< The virtual screen on which texts are laid out.
+constexpr float screenHeight = 600.0f;
+
+constexpr std::uint32_t millisecondsInHour = 3'600'000;
+constexpr std::uint32_t millisecondsInMinute = 60'000;
+constexpr std::uint32_t millisecondsInSecond = 1000;
+constexpr std::uint32_t millisecondsInHundredth = 10;
+
+Colour readColour(const ConfigFile& config, const std::string& key) {
+    TARNWICK_LOCATION("CheckPointTimesManager::readColour");
+    return {config.getVarAsFloat(key + "_r"), config.getVarAsFloat(key + "_g"),
+            config.getVarAsFloat(key + "_b"), config.getVarAsFloat(key + "_a")};
+}
+
+/// `number`, below 100, in two digits.
+std::string twoDigits(std::uint32_t number) {
+    TARNWICK_LOCATION("CheckPointTimesManager::twoDigits");
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+} // namespace
+
+CheckPointTimesManager::State CheckPointTimesManager::state;
+
+void CheckPointTimesManager::initialise() {
+    TARNWICK_LOCATION("CheckPointTimesManager::initialise");
+    shutdown();
+    GLConsole::print("\nInitialising check point times manager..");
+    readConfiguration();
+    state.displayState = nothing;
+    state.checkPointTimes.clear();
+    state.fadeTimer.reset();
+}
+
+void CheckPointTimesManager::shutdown() {
+    TARNWICK_LOCATION("CheckPointTimesManager::shutdown");
+    GLConsole::print("\nShutting down check point times manager..");
+    state.checkPointTimes.clear();
+    state.timeFont.reset();
+}
+
+void CheckPointTimesManager::readConfiguration() {
+    TARNWICK_LOCATION("CheckPointTimesManager::readConfiguration");
+    const ConfigFile config("cfg\\checkPoints.cfg");
+    state.timeFont = std::make_unique<GLFont>(config.getVarAsString("font"));
+    state.fontSize = config.getVarAsFloat("fontSize");
+    state.fontColour = readColour(config, "fontColor");
+    state.slowerFontColour = readColour(config, "slowerFontColor");
+    state.fasterFontColour = readColour(config, "fasterFontColor");
+    state.yPosition = config.getVarAsFloat("y_position");
+    state.fadeTime = std::max(config.getVarAsFloat("fadeTime"), shortestFade);
+}
+
+void CheckPointTimesManager::recordTime(const Trigger* trigger, std::uint32_t time) {
+    TARNWICK_LOCATION("CheckPointTimesManager::recordTime");
+    const auto [known, isNew] = state.checkPointTimes.try_emplace(trigger, time);
+    if (isNew) {
+        state.displayState = timeFadingIn;
+    } else {
+        state.previousTime = static_cast<std::int32_t>(known->second);
+        state.currentTime = static_cast<std::int32_t>(time);
+        state.displayState = differenceFadingIn;
+        known->second = time;
+    }
+    state.displayTimeLeft = state.fadeTime;
+}
+
+std::string CheckPointTimesManager::formatTime(std::uint32_t milliseconds) {
+    TARNWICK_LOCATION("CheckPointTimesManager::formatTime");
+    const std::uint32_t ofHour = milliseconds % millisecondsInHour;
+    const std::uint32_t ofMinute = ofHour % millisecondsInMinute;
+    const std::uint32_t ofSecond = ofMinute % millisecondsInSecond;
+    return twoDigits(ofHour / millisecondsInMinute) + ":" + twoDigits(ofMinute / millisecondsInSecond) + ":" +
+           twoDigits(ofSecond / millisecondsInHundredth);
+}
+
+void CheckPointTimesManager::draw() {
+    TARNWICK_LOCATION("CheckPointTimesManager::draw");
+    state.fadeTimer.update(); // in every case: what passed while nothing showed is no part of a fade
+    if (state.timeFont == nullptr || state.displayState == nothing) {
+        return;
+    }
+    GLWindow::glBeginDraw2d();
+    glScalef(static_cast<float>(GLWindow::getClientWidth()) / screenWidth,
+             static_cast<float>(GLWindow::getClientHeight()) / screenHeight, 1.0f);
+    if (state.displayState == timeFadingIn || state.displayState == timeFadingOut) {
+        drawTime();
+    } else {
+        drawDifference();
+    }
+    passTime();
+}
+
+/// The level's time, which runs on while it shows.
+void CheckPointTimesManager::drawTime() {
+    TARNWICK_LOCATION("CheckPointTimesManager::drawTime");
+    drawText(formatTime(static_cast<std::uint32_t>(GameRules::getLevelTime())), state.fontColour);
+}
+
+void CheckPointTimesManager::drawDifference() {
+    TARNWICK_LOCATION("CheckPointTimesManager::drawDifference");
+    // Unsigned: the difference of any two times has a place, as has the amount of any difference.
+    const std::uint32_t difference =
+        static_cast<std::uint32_t>(state.currentTime) - static_cast<std::uint32_t>(state.previousTime);
+    if (static_cast<std::int32_t>(difference) < 0) {
+        drawText("- " + formatTime(0u - difference), state.fasterFontColour);
+    } else {
+        drawText("+ " + formatTime(difference), state.slowerFontColour);
+    }
+}
+
+void CheckPointTimesManager::drawText(const std::string& text, Colour colour) {
+    TARNWICK_LOCATION("CheckPointTimesManager::drawText");
+    const Colour shown = colour.faded(fadedAlpha());
+    state.timeFont->drawStringCentered(text.c_str(), 0.0f, state.yPosition, screenWidth, state.fontSize,
+                                       state.fontSize, shown.red, shown.green, shown.blue, shown.alpha);
+}
+
+/// Share of the text's alpha at this moment of the fade; its root makes the fade steep at the dark end.
+float CheckPointTimesManager::fadedAlpha() {
+    TARNWICK_LOCATION("CheckPointTimesManager::fadedAlpha");
+    const bool fadingIn = state.displayState == timeFadingIn || state.displayState == differenceFadingIn;
+    const float left = state.displayTimeLeft / state.fadeTime;
+    const float alpha = fadingIn ? 1.0f - left : left;
+    return alpha > 0.0f ? std::sqrt(alpha) : alpha;
+}
+
+/// Takes this frame's time off the fade, and goes on to what shows next when it is over.
+void CheckPointTimesManager::passTime() {
+    TARNWICK_LOCATION("CheckPointTimesManager::passTime");
+    state.displayTimeLeft -= state.fadeTimer.getSeconds();
+    if (state.displayTimeLeft > 0.0f) {
+        return;
+    }
+    if (state.displayState == timeFadingIn) {
+        state.displayState = timeFadingOut;
+        state.displayTimeLeft = state.fadeTime;
+    } else if (state.displayState == differenceFadingIn) {
+        // Kept: the time left is not renewed, so the difference is gone after one frame that shows nothing.
+        state.displayState = differenceFadingOut;
+    } else {
+        state.displayState = nothing;
+    }
+}
+
+} // namespace tarnwick
