@@ -24,7 +24,7 @@ constexpr KeyPair plainKeys[] = {
     {SDL_SCANCODE_BACKSPACE, key::backspace},
     {SDL_SCANCODE_TAB, key::tab},
     {SDL_SCANCODE_ESCAPE, key::escape},
-    {SDL_SCANCODE_SPACE, 0x20},
+    {SDL_SCANCODE_SPACE, key::space},
     {SDL_SCANCODE_INSERT, key::insert},
     {SDL_SCANCODE_DELETE, key::deleteKey},
     {SDL_SCANCODE_HOME, key::home},

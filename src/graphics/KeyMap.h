@@ -13,6 +13,7 @@ constexpr std::uint32_t tab = 9;
 constexpr std::uint32_t enter = 13;
 constexpr std::uint32_t pause = 0x13;
 constexpr std::uint32_t escape = 0x1B;
+constexpr std::uint32_t space = 0x20;
 constexpr std::uint32_t pageUp = 0x21;
 constexpr std::uint32_t pageDown = 0x22;
 constexpr std::uint32_t end = 0x23;

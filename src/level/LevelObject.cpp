@@ -1,41 +1,18 @@
 #include "level/LevelObject.h"
 
-#include "core/DataFiles.h"
 #include "core/LocationStack.h"
 #include "core/Strings.h"
+#include "graphics/FrameFiles.h"
 
 #include <utility>
 
 namespace tarnwick {
 
-namespace {
-
-constexpr const char* frameMark = "_FRAME"; ///< In an upper-cased name: one of the frames of an animation.
-
-/// The names of all frames of the animation that `name`, upper-cased and with the mark at `mark`, belongs to.
-std::vector<std::string> frameNames(const std::string& name, std::size_t mark) {
-    TARNWICK_LOCATION("LevelObject::frameNames");
-    const std::size_t ending = name.rfind('.');
-    const std::string pattern = name.substr(0, mark) + frameMark + "*" +
-                                (ending != std::string::npos ? name.substr(ending) : std::string());
-    const std::string folder = pattern.substr(0, pattern.rfind('\\') + 1); // npos + 1 is 0: no folder
-    std::vector<std::string> names = DataFiles::list(pattern);
-    for (std::string& file : names) {
-        file.insert(0, folder);
-    }
-    return names;
-}
-
-} // namespace
-
 void LevelObject::setTexture(std::string name) {
     TARNWICK_LOCATION("LevelObject::setTexture");
     frames.clear();
     slStringUpper(name);
-    std::vector<std::string> names;
-    if (const std::size_t mark = name.rfind(frameMark); mark != std::string::npos) {
-        names = frameNames(name, mark);
-    }
+    std::vector<std::string> names = FrameFiles::find(name);
     if (names.empty()) {
         names.push_back(std::move(name));
     }

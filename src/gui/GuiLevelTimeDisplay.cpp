@@ -1,0 +1,76 @@
+#include "gui/GuiLevelTimeDisplay.h"
+
+#include "core/LocationStack.h"
+#include "game/GameRules.h"
+#include "gui/GuiScoreLabel.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float defaultFontSize = 16.0f;
+constexpr std::uint32_t millisecondsInSecond = 1000;
+constexpr std::uint32_t millisecondsInMinute = 60 * millisecondsInSecond;
+constexpr std::uint32_t millisecondsInHour = 60 * millisecondsInMinute;
+
+/// A number below 100 in two digits.
+std::string twoDigits(std::uint32_t number) {
+    TARNWICK_LOCATION("GuiLevelTimeDisplay::twoDigits");
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
+} // namespace
+
+GuiLevelTimeDisplay::GuiLevelTimeDisplay()
+    : GuiFontGroup(defaultFontSize) {
+    TARNWICK_LOCATION("GuiLevelTimeDisplay::GuiLevelTimeDisplay");
+}
+
+void GuiLevelTimeDisplay::setRampUpTime(float seconds) {
+    TARNWICK_LOCATION("GuiLevelTimeDisplay::setRampUpTime");
+    rampUpTime = std::max(seconds, shortestRampUp);
+    rampUpRemaining = rampUpTime;
+}
+
+std::string GuiLevelTimeDisplay::formatTime(std::uint32_t milliseconds) {
+    TARNWICK_LOCATION("GuiLevelTimeDisplay::formatTime");
+    return twoDigits(milliseconds % millisecondsInHour / millisecondsInMinute) + ":" +
+           twoDigits(milliseconds % millisecondsInMinute / millisecondsInSecond) + ":" +
+           twoDigits(milliseconds % millisecondsInSecond / 10);
+}
+
+void GuiLevelTimeDisplay::reset() {
+    TARNWICK_LOCATION("GuiLevelTimeDisplay::reset");
+    restartRampUp();
+}
+
+void GuiLevelTimeDisplay::windowRedrawing() {
+    TARNWICK_LOCATION("GuiLevelTimeDisplay::windowRedrawing");
+    frameTimer.update();
+    const std::string text = formatTime(shownTime());
+    const auto drawAt = [&](float offsetX, float offsetY, Colour colour) {
+        font.drawStringCentered(text.c_str(), static_cast<float>(x) + offsetX,
+                                static_cast<float>(y) + offsetY, static_cast<float>(width),
+                                static_cast<float>(height), fontSize, colour.red, colour.green, colour.blue,
+                                colour.alpha);
+    };
+    if (dropShadowEnabled) {
+        drawAt(dropShadowOffsetX, dropShadowOffsetY, dropShadowColour());
+    }
+    drawAt(0.0f, 0.0f, {red, green, blue, alpha});
+}
+
+std::uint32_t GuiLevelTimeDisplay::shownTime() {
+    TARNWICK_LOCATION("GuiLevelTimeDisplay::shownTime");
+    if (previousScoreLabel == nullptr || !previousScoreLabel->rampUpDone()) {
+        return 0;
+    }
+    const float progress = runRampUp();
+    const auto time = static_cast<double>(GameRules::getLevelTime());
+    return static_cast<std::uint32_t>(std::nearbyint(std::max(time, 0.0) * static_cast<double>(progress)));
+}
+
+} // namespace tarnwick
