@@ -3,6 +3,7 @@
 #include "core/DataFiles.h"
 #include "level/LevelFile.h"
 #include "tools/level/LevelCompiler.h"
+#include "tools/level/LevelDecompiler.h"
 #include "tools/level/LevelInfo.h"
 #include "tools/level/LevelValidator.h"
 #include "tools/level/LevelWriter.h"
@@ -199,6 +200,47 @@ std::set<std::string> existingPictures(const LevelFile& level, const std::filesy
     return existing;
 }
 
+/// Width and height as they stand in the head of a TGA file; none for a file that is not there or too short.
+std::optional<std::pair<int, int>> tgaSize(const std::string& name) {
+    constexpr std::size_t headSize = 18;
+    constexpr std::size_t widthAt = 12;
+    constexpr std::size_t heightAt = 14;
+    std::ifstream file = DataFiles::open(name);
+    unsigned char head[headSize] = {};
+    if (!file.is_open() || !file.read(reinterpret_cast<char*>(head), headSize)) {
+        return std::nullopt;
+    }
+    const auto sizeAt = [&](std::size_t place) { return head[place] + 256 * head[place + 1]; };
+    return std::pair(sizeAt(widthAt), sizeAt(heightAt));
+}
+
+int runDecompile(const Arguments& arguments, std::ostream& errors) {
+    const std::filesystem::path folder =
+        arguments.data.empty() ? dataFolderBesideProgram() : std::filesystem::path(arguments.data);
+    std::string text;
+    const bool read = withFile(arguments.input, errors, [&] {
+        std::uintmax_t trailing = 0;
+        std::error_code error; // of a file that is not there, and so not the same
+        if (std::filesystem::equivalent(arguments.input, arguments.output, error)) {
+            throw ToolError("is the level file and the map at once");
+        }
+        const LevelFile level = readLevel(arguments.input, trailing);
+        const std::filesystem::path mapFolder = std::filesystem::absolute(arguments.output).parent_path();
+        std::optional<WorkingFolder> inside;
+        std::string pictures;
+        if (!folder.empty()) {
+            pictures = std::filesystem::absolute(folder).lexically_relative(mapFolder).generic_string() + "/";
+            inside.emplace(folder);
+        }
+        text = decompileLevel(level, pictures, folder.empty() ? PictureSize() : PictureSize(tgaSize));
+    });
+    if (!read) {
+        return statusBad;
+    }
+    const bool written = withFile(arguments.output, errors, [&] { writeFile(arguments.output, text); });
+    return written ? 0 : statusBad;
+}
+
 /// Looks for mistakes in a level that has been read; prints the findings and gives their number.
 std::size_t validate(const LevelFile& level,
                      std::uintmax_t trailing,
@@ -262,6 +304,13 @@ int runLevelTool(int argumentCount,
     CLI::App* const compile = tool.add_subcommand("compile", "Make a level file out of a Tiled map in JSON.");
     compile->add_option("IN.tmj", given.input, "the map")->required();
     compile->add_option("OUT.rivl", given.output, "the level file")->required();
+    CLI::App* const decompile =
+        tool.add_subcommand("decompile", "Turn a level file back into a Tiled map in JSON.");
+    decompile->add_option("IN.rivl", given.input, "the level file")->required();
+    decompile->add_option("OUT.tmj", given.output, "the map")->required();
+    decompile->add_option("--data", given.data,
+                          "the folder that holds gfx, for the sizes of pictures; by default the one beside "
+                          "the build");
     CLI::App* const info = tool.add_subcommand("info", "Tell what a level file holds.");
     info->add_option("FILE.rivl", given.input, "the level file")->required();
     CLI::App* const validate =
@@ -281,6 +330,9 @@ int runLevelTool(int argumentCount,
     }
     if (compile->parsed()) {
         return runCompile(given, errors);
+    }
+    if (decompile->parsed()) {
+        return runDecompile(given, errors);
     }
     return info->parsed() ? runInfo(given, output, errors) : runValidate(given, output, errors);
 }

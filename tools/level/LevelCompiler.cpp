@@ -1,113 +1,24 @@
 #include "tools/level/LevelCompiler.h"
 
+#include "tools/level/Dressing.h"
+#include "tools/level/EntityCompiler.h"
 #include "tools/level/LevelNames.h"
+#include "tools/level/PropertyReader.h"
 #include "tools/level/TiledMap.h"
 #include "tools/level/ToolError.h"
+#include "tools/level/WholePoints.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <cstdint>
-#include <limits>
 #include <optional>
-#include <set>
 #include <string_view>
+#include <variant>
 
 namespace tarnwick {
 
 namespace {
 
-constexpr double unnoticedRounding =
-    1e-6; ///< World units; digits lost on the way through text, not a fraction.
 constexpr std::int64_t deepestLayer = 4; ///< Layers are numbered from 0.
-
-[[noreturn]] void refuse(const TiledObject& object, const std::string& reason) {
-    throw ToolError(object.label() + ": " + reason);
-}
-
-/// Takes the properties of one object by name and knows afterwards which nobody asked for.
-class PropertyReader {
-public:
-    explicit PropertyReader(const TiledObject& read)
-        : object(read) {}
-
-    std::string text(std::string_view name, std::string_view otherwise) {
-        const TiledProperty* const property = find(name);
-        if (property == nullptr) {
-            return std::string(otherwise);
-        }
-        if (const auto* const value = std::get_if<std::string>(&property->value)) {
-            return *value;
-        }
-        refuse(object, "property " + inQuotes(name) + " must be a text");
-    }
-
-    std::optional<std::int64_t> wholeNumber(std::string_view name) {
-        const TiledProperty* const property = find(name);
-        if (property == nullptr) {
-            return std::nullopt;
-        }
-        if (const auto* const value = std::get_if<std::int64_t>(&property->value)) {
-            return *value;
-        }
-        refuse(object, "property " + inQuotes(name) + " must be a whole number");
-    }
-
-    bool flag(std::string_view name, bool otherwise) {
-        const TiledProperty* const property = find(name);
-        if (property == nullptr) {
-            return otherwise;
-        }
-        if (const auto* const value = std::get_if<bool>(&property->value)) {
-            return *value;
-        }
-        refuse(object, "property " + inQuotes(name) + " must be true or false");
-    }
-
-    /// A whole number that 32 bits with a sign hold.
-    std::int32_t id(int otherwise) {
-        const std::int64_t value = wholeNumber("id").value_or(otherwise);
-        if (value < std::numeric_limits<std::int32_t>::min() ||
-            value > std::numeric_limits<std::int32_t>::max()) {
-            refuse(object, "id " + std::to_string(value) + " does not fit into 32 bits");
-        }
-        return static_cast<std::int32_t>(value);
-    }
-
-    /// One of `names`, as its place in the list.
-    template <std::size_t Size>
-    std::int32_t choice(std::string_view name,
-                        std::string_view otherwise,
-                        const std::array<std::string_view, Size>& names) {
-        const std::string value = text(name, otherwise);
-        const std::optional<std::int32_t> place = placeOf(value, names);
-        if (!place) {
-            refuse(object,
-                   "unknown " + std::string(name) + " " + inQuotes(value) + " (" + choiceOf(names) + ")");
-        }
-        return *place;
-    }
-
-    void warnOfOthers(std::vector<std::string>& warnings) const {
-        for (const TiledProperty& property : object.properties) {
-            if (!asked.contains(property.name)) {
-                warnings.push_back(object.label() + ": unknown property " + inQuotes(property.name) +
-                                   " is left out");
-            }
-        }
-    }
-
-private:
-    const TiledProperty* find(std::string_view name) {
-        asked.emplace(name);
-        const auto found = std::find_if(object.properties.begin(), object.properties.end(),
-                                        [&](const TiledProperty& property) { return property.name == name; });
-        return found == object.properties.end() ? nullptr : &*found;
-    }
-
-    const TiledObject& object;
-    std::set<std::string, std::less<>> asked;
-};
 
 /// The number in a layer's name, "2", "2 grass" or "layer 2, grass"; none in any other name.
 std::optional<std::int64_t> layerInName(std::string_view name) {
@@ -160,30 +71,20 @@ std::uint32_t layerOf(const TiledLayer& layer, const TiledObject& object, Proper
     return static_cast<std::uint32_t>(*number);
 }
 
-/// Rounds the object's places to whole units; tells when one was not whole.
-std::vector<LevelFile::Point> wholePoints(const TiledObject& object, std::vector<std::string>& warnings) {
-    constexpr double lowest = std::numeric_limits<std::int32_t>::min();
-    constexpr double highest = std::numeric_limits<std::int32_t>::max();
-    std::vector<LevelFile::Point> points;
-    points.reserve(object.points.size());
-    std::size_t fractional = 0;
-    for (const TiledPoint& point : object.points) {
-        const double x = std::round(point.x);
-        const double y = std::round(point.y);
-        // Written so that "not a number" fails as well.
-        if (!(x >= lowest && x <= highest && y >= lowest && y <= highest)) {
-            refuse(object, "a point lies beyond the 2,147,483,647 units that a level file can hold");
+/// Whether the polygons of a layer are dressed when they do not tell themselves.
+bool dressedOf(const TiledLayer& layer) {
+    bool dressed = PolygonDefaults::dressed;
+    for (const TiledProperty& property : layer.properties) {
+        if (property.name == "dressed") {
+            const auto* const value = std::get_if<bool>(&property.value);
+            if (value == nullptr) {
+                throw ToolError("layer " + inQuotes(layer.name) +
+                                ": property \"dressed\" must be true or false");
+            }
+            dressed = *value;
         }
-        if (std::max(std::abs(point.x - x), std::abs(point.y - y)) > unnoticedRounding) {
-            ++fractional;
-        }
-        points.push_back({static_cast<std::int32_t>(x), static_cast<std::int32_t>(y)});
     }
-    if (fractional > 0) {
-        warnings.push_back(object.label() + ": " + std::to_string(fractional) + " of " +
-                           std::to_string(points.size()) + " points rounded to whole units");
-    }
-    return points;
+    return dressed;
 }
 
 class LevelCompiler {
@@ -206,6 +107,12 @@ public:
         if (cameraStart == nullptr) {
             throw ToolError("the map has no cameraStart point");
         }
+        addFinish(level.polygons, dressed);
+        if (level.polygons.size() > LevelFile::largestCount) {
+            throw ToolError("a level holds no more than 65535 polygons, and with the finish of its dressed "
+                            "polygons this one has " +
+                            std::to_string(level.polygons.size()));
+        }
         return std::move(level);
     }
 
@@ -219,9 +126,10 @@ private:
             compilePicture(layer, object);
         } else if (object.kind == "polygon" || object.kind.empty()) {
             compilePolygon(layer, object);
-        } else {
+        } else if (!compileEntity(object, level, warnings)) {
             refuse(object, "unknown class " + inQuotes(object.kind) +
-                               " (polygon, object, waterStart or cameraStart)");
+                               " (polygon, object, mover, trigger, force, emitter, sound, waterStart or "
+                               "cameraStart)");
         }
     }
 
@@ -242,13 +150,13 @@ private:
         PropertyReader properties(object);
         LevelFile::PolygonRecord record;
         record.layer = layerOf(layer, object, properties);
-        record.polygonId = properties.id(PolygonDefaults::id);
-        record.textureName = properties.text("texture", PolygonDefaults::texture);
-        if (record.textureName.size() > LevelFile::longestName) {
-            refuse(object, "its texture name is longer than 65535 bytes");
-        }
+        record.polygonId = properties.number32("id", PolygonDefaults::id);
+        record.textureName = properties.fileName("texture", PolygonDefaults::texture, LevelFile::longestName);
         record.surfaceType = properties.choice("surface", PolygonDefaults::surface, surfaceNames) + 1;
-        record.polygonMode = properties.choice("mode", PolygonDefaults::mode, modeNames);
+        record.polygonMode = properties.isNumber("mode")
+                                 ? properties.number32("mode", 0)
+                                 : properties.choice("mode", PolygonDefaults::mode, modeNames);
+        const bool isDressed = properties.flag("dressed", dressedOf(layer));
         properties.warnOfOthers(warnings);
         if (object.points.size() > LevelFile::largestCount) {
             refuse(object, "has more than 65535 points");
@@ -258,6 +166,7 @@ private:
             refuse(object, "a level holds no more than 65535 polygons, and this is one more");
         }
         level.polygons.push_back(std::move(record));
+        dressed.push_back(isDressed);
     }
 
     /// A decorative object.
@@ -266,16 +175,16 @@ private:
         LevelFile::ObjectRecord record;
         const TiledObject centre = centreOf(object);
         record.layer = layerOf(layer, object, properties);
-        record.objectId = static_cast<std::uint32_t>(properties.id(ObjectDefaults::id));
-        record.textureName = properties.text("texture", ObjectDefaults::texture);
-        if (record.textureName.empty()) {
+        record.objectId = static_cast<std::uint32_t>(properties.number32("id", ObjectDefaults::id));
+        record.textureName =
+            properties.fileName("texture", ObjectDefaults::texture, LevelFile::longestObjectTextureName);
+        if (!properties.has("texture")) {
             refuse(object, "shows no picture: give it a property \"texture\"");
         }
-        if (record.textureName.size() > LevelFile::longestObjectTextureName) {
-            refuse(object, "its texture name is longer than 65534 bytes");
+        record.mirrored = properties.flagByte("mirrored", ObjectDefaults::mirrored);
+        if (object.flippedSideways) {
+            record.mirrored = record.mirrored == 0 ? 1 : 0;
         }
-        const bool mirrored = properties.flag("mirrored", ObjectDefaults::mirrored);
-        record.mirrored = mirrored != object.flippedSideways ? 1 : 0;
         properties.warnOfOthers(warnings);
         record.position = wholePoints(centre, warnings).front();
         if (level.objects.size() == LevelFile::largestCount) {
@@ -327,6 +236,7 @@ private:
 
     std::vector<std::string>& warnings;
     LevelFile level;
+    std::vector<bool> dressed; ///< For each polygon of the level.
     const TiledObject* waterStart = nullptr;
     const TiledObject* cameraStart = nullptr;
 };

@@ -16,6 +16,7 @@ struct PolygonDefaults {
     static constexpr const char* mode = "solid";
     static constexpr const char* texture = "";
     static constexpr int id = 0;
+    static constexpr bool dressed = false;
 };
 
 /// The same for a decorative object.
@@ -25,9 +26,21 @@ struct ObjectDefaults {
     static constexpr bool mirrored = false;
 };
 
+/// The same for what moves, sounds and reacts. Names of files, and a trigger's type, must be given.
+struct EntityDefaults {
+    static constexpr int id = 0;
+    static constexpr float speed = 40.0f;   ///< Of a mover, world units per second.
+    static constexpr int target = 0;        ///< Of a trigger; 0: none.
+    static constexpr float delay = 0.0f;    ///< Of a trigger, seconds.
+    static constexpr float strength = 1.0f; ///< Of a force, a tenth of what acts.
+    static constexpr int reach = 400;       ///< Of a sound without a circle, world units.
+    static constexpr bool looping = true;   ///< Of a sound.
+};
+
 /// Makes the records of a level file out of a Tiled map, as `docs/level-making.md` tells it: polygons and
-/// decorative objects in the order of layers and objects, the two start points, coordinates rounded to whole
-/// units (halves away from zero). Equal maps give equal records.
+/// decorative objects, movers, triggers, forces, emitters and sounds in the order of layers and objects, the
+/// finish of the dressed polygons behind all other polygons, the two start points, coordinates rounded to
+/// whole units (halves away from zero). Equal maps give equal records.
 ///
 /// What was changed or left out on the way goes to `warnings`, one line each. Throws `ToolError` with the
 /// object's number and name for whatever a level file cannot hold.

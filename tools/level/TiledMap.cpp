@@ -226,7 +226,7 @@ TiledObject readObject(const Json& json, const std::string& layerLabel, const Ti
         object.points = readPoints(members, *members.find("polygon"));
     } else if (object.shape == TiledShape::polyline) {
         object.points = readPoints(members, *members.find("polyline"));
-    } else if (object.shape == TiledShape::rectangle) {
+    } else if (object.shape == TiledShape::rectangle || object.shape == TiledShape::ellipse) {
         const double width = members.number("width", 0.0);
         const double height = members.number("height", 0.0);
         object.points = {{0.0, 0.0}, {width, 0.0}, {width, height}, {0.0, height}};

@@ -31,8 +31,8 @@ struct TiledObject {
     TiledShape shape = TiledShape::rectangle;
 
     /// Places on the map, the object's rotation and the offsets of its layers applied: the outline of a
-    /// rectangle or a tile (four corners, clockwise as seen from the top left one) or a polygon, the run of a
-    /// polyline; for every other shape the one place where the object stands.
+    /// rectangle, a tile or the box around an ellipse (four corners, clockwise as seen from the top left one)
+    /// or a polygon, the run of a polyline; for every other shape the one place where the object stands.
     std::vector<TiledPoint> points;
     bool flippedSideways = false;          ///< Of a tile: left and right are swapped.
     bool flippedOtherwise = false;         ///< Of a tile: upside down, or rows and columns swapped.

@@ -133,6 +133,41 @@ TEST_F(LevelCommandsTest, CompileDoesNotOverwriteTheMap) {
     EXPECT_EQ(read(map), text);
 }
 
+TEST_F(LevelCommandsTest, DecompileWritesAMapThatCompilesToTheSameLevel) {
+    LevelFile level = triangleLevel();
+    level.objects.push_back({0, "gfx\\lamp.tga", 2, {100, 50}, 1});
+    const std::string file = write("a.rivl", writeLevel(level));
+    std::string picture(18, '\0');
+    picture[12] = 24;
+    picture[15] = 1; // 256 pixels high
+    write("data/gfx/lamp.tga", picture);
+
+    const int status = run({"decompile", file, path("b.tmj"), "--data", path("data")});
+
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(output.str() + errors.str(), "");
+    EXPECT_EQ(writeLevel(compileText(read(path("b.tmj")))), read(file));
+    EXPECT_NE(read(path("b.tmj")).find("\"data/gfx/lamp.tga\""), std::string::npos);
+    EXPECT_NE(read(path("b.tmj")).find("\"imageheight\": 256"), std::string::npos);
+}
+
+TEST_F(LevelCommandsTest, DecompileRefusesWhatIsNoLevelOrNoFolder) {
+    const std::string file = write("a.rivl", writeLevel(triangleLevel()));
+    const std::string data = path("data");
+
+    expectRefused({"decompile", path("none.rivl"), path("b.tmj"), "--data", data},
+                  path("none.rivl") + ": no such file");
+    expectRefused({"decompile", write("c.rivl", "text"), path("b.tmj"), "--data", data},
+                  path("c.rivl") + ": Not a RVL level file.");
+    expectRefused({"decompile", file, file, "--data", data},
+                  file + ": is the level file and the map at once");
+    expectRefused({"decompile", file, path("b.tmj"), "--data", path("nowhere")},
+                  file + ": is no folder to look for pictures in");
+    expectRefused({"decompile", file, path("no/b.tmj"), "--data", data},
+                  path("no/b.tmj") + ": cannot be opened for writing");
+    EXPECT_FALSE(fs::exists(path("b.tmj")));
+}
+
 TEST_F(LevelCommandsTest, InfoPrintsWhatTheFileHolds) {
     const int status = run({"info", write("a.rivl", writeLevel(triangleLevel()))});
 

@@ -28,7 +28,18 @@ std::string richMap() {
                               objectLayer("2", triangleText(R"("rotation":12.5,)")) + "]}";
     const std::string notes =
         R"({"type":"objectgroup","name":"n","class":"notes","objects":[{"id":5,"text":{}}]})";
-    return mapOfLayers(objectLayer("layer 0", waterStartText + "," + cameraStartText) + "," +
+    const std::string line = R"("polyline":[{"x":0,"y":0},{"x":30,"y":-40}])";
+    const std::string works = objectLayer(
+        "works",
+        R"({"id":20,"class":"mover",)" + line + R"(,"properties":[)" + numberProperty("speed", "2.5") +
+            R"(]},{"id":21,"class":"trigger","width":4,"height":5,"properties":[)" +
+            textProperty("type", "To_ice_a") + R"(]},{"id":22,"class":"force",)" + line +
+            R"(},{"id":23,"class":"emitter","point":true,"properties":[)" +
+            textProperty("settings", "a.cfg") +
+            R"(]},{"id":24,"class":"sound","ellipse":true,"width":8,"height":8,"properties":[)" +
+            textProperty("sound", "b.wav") + R"(]},{"id":25,"class":"polygon","width":9,"height":9,)" +
+            R"("properties":[{"name":"dressed","value":true},)" + numberProperty("layer", "1") + "]}");
+    return mapOfLayers(works + "," + objectLayer("layer 0", waterStartText + "," + cameraStartText) + "," +
                        objectLayer("1", triangleText("", properties) + R"(,{"id":3,"width":5,"height":5})") +
                        "," + group + "," + notes + R"(,{"type":"imagelayer"},{"type":"tilelayer"})");
 }

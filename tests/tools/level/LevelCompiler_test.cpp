@@ -378,8 +378,42 @@ TEST(LevelCompilerTest, ObjectsThatCannotBeWrittenAreRefused) {
 }
 
 TEST(LevelCompilerTest, AnUnknownClassIsRefused) {
-    EXPECT_EQ(refusalOf(mapOfObjects(R"({"id":7,"name":"lift","class":"mover","width":3,"height":3})")),
-              "object 7 \"lift\": unknown class \"mover\" (polygon, object, waterStart or cameraStart)");
+    EXPECT_EQ(refusalOf(mapOfObjects(R"({"id":7,"name":"lift","class":"ladder","width":3,"height":3})")),
+              "object 7 \"lift\": unknown class \"ladder\" (polygon, object, mover, trigger, force, emitter, "
+              "sound, waterStart or cameraStart)");
+}
+
+TEST(LevelCompilerTest, ADressedPolygonGetsItsFinishBehindAllOthers) {
+    const std::string dressed = R"({"name":"dressed","type":"bool","value":true})";
+    const std::string plain = triangleText(R"("rotation":90,)");
+
+    const LevelFile level = compileText(mapOfObjects(triangleText("", dressed) + "," + plain));
+
+    ASSERT_GT(level.polygons.size(), 2U);
+    EXPECT_EQ(level.polygons[1].textureName, "");
+    EXPECT_EQ(level.polygons[2].textureName, "gfx\\shade_10.tga");
+    EXPECT_EQ(level.polygons.back().polygonMode, 1);
+}
+
+TEST(LevelCompilerTest, ALayerDressesItsPolygonsUnlessTheyTellOtherwise) {
+    const std::string undressed = R"({"name":"dressed","type":"bool","value":false})";
+    const std::string start = objectLayer("start", waterStartText + "," + cameraStartText);
+    const auto layerText = [&](const std::string& value, const std::string& objects) {
+        return mapOfLayers(start +
+                           R"(,{"type":"objectgroup","name":"1","properties":[{"name":"dressed","value":)" +
+                           value + R"(}],"objects":[)" + objects + "]}");
+    };
+
+    EXPECT_GT(compileText(layerText("true", triangleText())).polygons.size(), 1U);
+    EXPECT_EQ(compileText(layerText("true", triangleText("", undressed))).polygons.size(), 1U);
+    EXPECT_EQ(compileText(layerText("false", triangleText())).polygons.size(), 1U);
+    EXPECT_EQ(refusalOf(layerText("1", triangleText())),
+              "layer \"1\": property \"dressed\" must be true or false");
+}
+
+TEST(LevelCompilerTest, AModeThatIsANumberIsTakenAsItStands) {
+    EXPECT_EQ(
+        compileText(mapOfObjects(triangleText("", numberProperty("mode", "7")))).polygons[0].polygonMode, 7);
 }
 
 TEST(LevelCompilerTest, ShapesThatAreNoPolygonAreRefused) {

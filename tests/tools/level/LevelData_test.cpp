@@ -88,6 +88,11 @@ TEST_F(LevelDataTest, TheTiledProjectOffersTheNamesThatTheToolKnows) {
 
     EXPECT_EQ(surfaces, Json(surfaceNames));
     EXPECT_EQ(modes, Json(modeNames));
+    Json types = Json::array();
+    for (const TriggerAction& action : triggerActions) {
+        types.push_back(action.name);
+    }
+    EXPECT_EQ(projectType("triggerType").at("values"), types);
 }
 
 TEST_F(LevelDataTest, TheTiledProjectShowsTheDefaultsThatTheToolTakes) {
@@ -97,7 +102,17 @@ TEST_F(LevelDataTest, TheTiledProjectShowsTheDefaultsThatTheToolTakes) {
     EXPECT_EQ(shownDefault("id"), PolygonDefaults::id);
     EXPECT_EQ(shownDefault("texture", "object"), ObjectDefaults::texture);
     EXPECT_EQ(shownDefault("id", "object"), ObjectDefaults::id);
+    EXPECT_EQ(shownDefault("dressed"), PolygonDefaults::dressed);
     EXPECT_EQ(shownDefault("mirrored", "object"), ObjectDefaults::mirrored);
+    for (const char* const kind : {"mover", "force", "emitter", "sound"}) {
+        EXPECT_EQ(shownDefault("id", kind), EntityDefaults::id) << kind;
+    }
+    EXPECT_EQ(shownDefault("speed", "mover"), EntityDefaults::speed);
+    EXPECT_EQ(shownDefault("target", "trigger"), EntityDefaults::target);
+    EXPECT_EQ(shownDefault("delay", "trigger"), EntityDefaults::delay);
+    EXPECT_EQ(shownDefault("strength", "force"), EntityDefaults::strength);
+    EXPECT_EQ(shownDefault("reach", "sound"), EntityDefaults::reach);
+    EXPECT_EQ(shownDefault("looping", "sound"), EntityDefaults::looping);
 }
 
 TEST_F(LevelDataTest, TheTiledProjectHasTheClassesThatTheToolKnows) {
