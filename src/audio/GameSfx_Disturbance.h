@@ -1,8 +1,10 @@
 #pragma once
 
+#include "audio/Sound.h"
+
 #include <array>
 #include <cstddef>
-#include <cstdint>
+#include <memory>
 #include <string>
 
 namespace tarnwick {
@@ -30,13 +32,29 @@ public:
         float pitch = 0.0f;      ///< 0 is the sound as it was recorded.
     };
 
+    Settings settings;
+
     /// Reads the five keys that begin with `prefix`, as in "water_disturbance_level1_speed".
     static Settings readSettings(const ConfigFile& config, const std::string& prefix);
 
-    /// The answer to a fall of the average speed of a body of `share` times 128 particles. Draws in every
-    /// call, whatever comes of it: `randomInt` for the variant, `randomFloat` for the volume and
-    /// `randomFloat` for the pitch.
+    /// Makes those of the twelve sounds that are not made yet, from the files named by the keys that begin
+    /// with `prefix`, as in "waterSound_disturbance_level_1_4".
+    void makeSounds(const ConfigFile& config, const std::string& prefix);
+    void deleteSounds();
+
+    /// Answers a fall of the average speed of a body of `share` times 128 particles. A level sounds once at a
+    /// time; the three can overlap. Looks at no state of the game. Draws as `choose` does.
+    void playDisturbanceSounds(float fall, float share);
+
+    /// What is to sound. Draws in every call, whatever comes of it: `randomInt` for the variant,
+    /// `randomFloat` for the volume and `randomFloat` for the pitch.
     static Hit choose(const Settings& settings, float fall, float share);
+
+private:
+    friend class GameSfxSoundsTest;
+
+    using Variants = std::array<std::unique_ptr<Sound>, variantCount>;
+    std::array<Variants, levelCount> sounds; ///< Null until made.
 };
 
 } // namespace tarnwick

@@ -26,17 +26,27 @@ void GameSfx_Ice::initialise() {
     TARNWICK_LOCATION("GameSfx_Ice::initialise");
     const ConfigFile config("cfg\\game_sfx.cfg");
     const auto share = [&](const char* key) { return std::clamp(config.getVarAsFloat(key), 0.0f, 1.0f); };
-    state.disturbance = GameSfx_Disturbance::readSettings(config, "ice_disturbance");
+    state.disturbance.settings = GameSfx_Disturbance::readSettings(config, "ice_disturbance");
     state.frictionChangeRate = share("ice_frictionChangeRate");
     state.frictionSpeed = config.getVarAsFloat("ice_frictionSpeed");
     state.freezeEffectSpeed = share("ice_freezeEffectSpeed");
     state.freezeVolume = config.getVarAsFloat("ice_freezeVolume");
     state.freezeVolumeFadeRate = share("ice_freezeVolumeFadeRate");
+    state.freeze.makeSound(config.getVarAsString("iceSound_freeze"));
+    state.friction.makeSound(config.getVarAsString("iceSound_friction"));
+    state.disturbance.makeSounds(config, "iceSound_disturbance_Level_");
     state.previousAverageSpeed = 0.0f;
     state.previousCount = 0;
     state.pendingFreeze = 0.0f;
     state.freezeLevel = 0.0f;
     state.frictionLevel = 0.0f;
+}
+
+void GameSfx_Ice::shutdown() {
+    TARNWICK_LOCATION("GameSfx_Ice::shutdown");
+    state.freeze.deleteSound();
+    state.friction.deleteSound();
+    state.disturbance.deleteSounds();
 }
 
 void GameSfx_Ice::update(float dt) {
@@ -57,8 +67,10 @@ void GameSfx_Ice::update(float dt) {
     state.freezeLevel += part * state.freezeVolume;
     state.freezeLevel *= keptAfter(state.freezeVolumeFadeRate, dt);
 
-    GameSfx_Disturbance::choose(state.disturbance, fall, static_cast<float>(count) / smallBody);
+    state.disturbance.playDisturbanceSounds(fall, static_cast<float>(count) / smallBody);
     calculateFrictionLevel(dt);
+    state.freeze.follow(state.freezeLevel);
+    state.friction.follow(state.frictionLevel);
 }
 
 std::uint32_t GameSfx_Ice::getIceParticleCount() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/GameSfx_Disturbance.h"
+#include "audio/GameSfx_Loop.h"
 
 #include <cstdint>
 
@@ -18,9 +19,11 @@ public:
 
     static constexpr float smallBody = 128.0f; ///< Particles: a share is a count divided by this.
 
-    /// Reads `cfg\game_sfx.cfg` and zeroes counts, speed and levels, so that a restart makes no sound. A
-    /// missing key reads as 0.
+    /// Reads `cfg\game_sfx.cfg`, makes the sounds on the first call, and zeroes count, speed and levels, so
+    /// that a restart makes no sound. A missing key reads as 0, or as a sound that is inert.
     static void initialise();
+    /// Deletes the sounds.
+    static void shutdown();
 
     /// Once a tick of `dt` seconds. Draws `randomInt` once, then `randomFloat` twice.
     static void update(float dt);
@@ -38,9 +41,12 @@ private:
     friend class ModuleReset;
     friend class GameRows; // tools: dump and restore
     friend class GameSfxTest;
+    friend class GameSfxSoundsTest;
 
     struct State {
-        GameSfx_Disturbance::Settings disturbance;
+        GameSfx_Disturbance disturbance;
+        GameSfx_Loop freeze;
+        GameSfx_Loop friction;
         float frictionChangeRate = 0.0f;   ///< 0 to 1: share of the old friction level left after 1 s.
         float frictionSpeed = 0.0f;        ///< Friction level per unit of speed.
         float freezeEffectSpeed = 0.0f;    ///< 0 to 1: share of the pending freeze left after 1 s.

@@ -1,5 +1,6 @@
 #include "audio/GameSfx_Steam.h"
 
+#include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "particles/ParticleManager.h"
 
@@ -27,10 +28,19 @@ GameSfx_Steam::State GameSfx_Steam::state;
 
 void GameSfx_Steam::initialise() {
     TARNWICK_LOCATION("GameSfx_Steam::initialise");
+    const ConfigFile config("cfg\\game_sfx.cfg");
+    state.evaporate.makeSound(config.getVarAsString("steamEvaporate"));
+    state.ambient.makeSound(config.getVarAsString("steamAmbient"));
     state.previousCount = 0;
     state.pendingEvaporation = 0.0f;
     state.evaporationLevel = 0.0f;
     state.ambientLevel = 0.0f;
+}
+
+void GameSfx_Steam::shutdown() {
+    TARNWICK_LOCATION("GameSfx_Steam::shutdown");
+    state.evaporate.deleteSound();
+    state.ambient.deleteSound();
 }
 
 void GameSfx_Steam::update(float dt) {
@@ -49,6 +59,9 @@ void GameSfx_Steam::update(float dt) {
     const float kept = keptAfter(ambientKept, dt);
     state.ambientLevel =
         (1.0f - kept) * static_cast<float>(count) * ambientVolume + kept * state.ambientLevel;
+
+    state.evaporate.follow(state.evaporationLevel);
+    state.ambient.follow(state.ambientLevel);
 }
 
 std::uint32_t GameSfx_Steam::getSteamParticleCount() {

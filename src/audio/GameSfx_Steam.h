@@ -1,5 +1,7 @@
 #pragma once
 
+#include "audio/GameSfx_Loop.h"
+
 #include <cstdint>
 
 namespace tarnwick {
@@ -10,8 +12,11 @@ class GameSfx_Steam {
 public:
     GameSfx_Steam() = delete;
 
-    /// Zeroes count and levels, so that a restart makes no sound.
+    /// Makes the sounds that `cfg\game_sfx.cfg` names on the first call, and zeroes count and levels, so that
+    /// a restart makes no sound.
     static void initialise();
+    /// Deletes the sounds.
+    static void shutdown();
 
     /// Once a tick of `dt` seconds.
     static void update(float dt);
@@ -23,8 +28,11 @@ private:
     friend class ModuleReset;
     friend class GameRows; // tools: dump and restore
     friend class GameSfxTest;
+    friend class GameSfxSoundsTest;
 
     struct State {
+        GameSfx_Loop evaporate;
+        GameSfx_Loop ambient;
         std::uint32_t previousCount = 0; ///< Particles at the last tick.
         float pendingEvaporation = 0.0f; ///< Particles that evaporated and are not heard yet.
         float evaporationLevel = 0.0f;

@@ -14,15 +14,24 @@ GameSfx_Water::State GameSfx_Water::state;
 void GameSfx_Water::initialise() {
     TARNWICK_LOCATION("GameSfx_Water::initialise");
     const ConfigFile config("cfg\\game_sfx.cfg");
-    state.disturbance = GameSfx_Disturbance::readSettings(config, "water_disturbance");
-    for (float& speed : state.disturbance.levelSpeeds) {
+    state.disturbance.settings = GameSfx_Disturbance::readSettings(config, "water_disturbance");
+    GameSfx_Disturbance::Settings& settings = state.disturbance.settings;
+    for (float& speed : settings.levelSpeeds) {
         speed = std::abs(speed);
     }
-    state.disturbance.randomnessPitch = std::abs(state.disturbance.randomnessPitch);
-    state.disturbance.randomnessVolume = std::abs(state.disturbance.randomnessVolume);
+    settings.randomnessPitch = std::abs(settings.randomnessPitch);
+    settings.randomnessVolume = std::abs(settings.randomnessVolume);
     state.ambientVolume = std::abs(config.getVarAsFloat("waterSound_ambient_volume"));
+    state.ambient.makeSound(config.getVarAsString("waterSound_ambient"));
+    state.disturbance.makeSounds(config, "waterSound_disturbance_level_");
     state.previousAverageSpeed = 0.0f;
     state.ambientLevel = 0.0f;
+}
+
+void GameSfx_Water::shutdown() {
+    TARNWICK_LOCATION("GameSfx_Water::shutdown");
+    state.ambient.deleteSound();
+    state.disturbance.deleteSounds();
 }
 
 void GameSfx_Water::update(float /*dt*/) {
@@ -33,7 +42,8 @@ void GameSfx_Water::update(float /*dt*/) {
     state.previousAverageSpeed = speed;
     const float share = static_cast<float>(getWaterParticleCount()) / smallBody;
     state.ambientLevel = std::sqrt(share) * state.ambientVolume;
-    GameSfx_Disturbance::choose(state.disturbance, fall, share);
+    state.ambient.follow(state.ambientLevel, GameSfx_Loop::Order::startFirst);
+    state.disturbance.playDisturbanceSounds(fall, share);
 }
 
 std::uint32_t GameSfx_Water::getWaterParticleCount() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/GameSfx_Disturbance.h"
+#include "audio/GameSfx_Loop.h"
 
 #include <cstdint>
 
@@ -16,9 +17,11 @@ public:
 
     static constexpr float smallBody = 128.0f; ///< Particles: a share is a count divided by this.
 
-    /// Reads `cfg\game_sfx.cfg` and forgets the speed, so that a restart is no splash. A missing key reads as
-    /// 0.
+    /// Reads `cfg\game_sfx.cfg`, makes the sounds on the first call, and forgets the speed, so that a restart
+    /// is no splash. A missing key reads as 0, or as a sound that is inert.
     static void initialise();
+    /// Deletes the sounds.
+    static void shutdown();
 
     /// Once a tick of `dt` seconds, which it has no use for. Draws `randomInt` once, then `randomFloat`
     /// twice.
@@ -33,9 +36,11 @@ private:
     friend class ModuleReset;
     friend class GameRows; // tools: dump and restore
     friend class GameSfxTest;
+    friend class GameSfxSoundsTest;
 
     struct State {
-        GameSfx_Disturbance::Settings disturbance;
+        GameSfx_Disturbance disturbance;
+        GameSfx_Loop ambient;
         float ambientVolume = 0.0f;        ///< Level of the loop at a share of 1.
         float previousAverageSpeed = 0.0f; ///< Of the last tick, world units per second.
         float ambientLevel = 0.0f;         ///< Of this tick.

@@ -190,6 +190,7 @@ void Game::shutdown() {
     Level::clear();
     ParticleManager::shutdown();
     ParticleRenderer::shutdown();
+    GameSfx_Water::shutdown();
     state.gameRunning = false;
     state.gameFont.reset();
 }

@@ -64,10 +64,18 @@ void GameRules::readConfiguration() {
     const ConfigFile config("cfg\\game.cfg");
     state.finishAnimationTime = std::max(config.getVarAsFloat("finishAnimationTime"), shortestFinish);
     state.finishWaterVolume = config.getVarAsFloat("finishWaterVolume");
+    if (state.finishSound == nullptr) {
+        state.finishSound = std::make_unique<Sound>(config.getVarAsString("finishSound"));
+    }
+    if (state.deadSound == nullptr) {
+        state.deadSound = std::make_unique<Sound>(config.getVarAsString("deadSound"));
+    }
 }
 
 void GameRules::shutdown() {
     TARNWICK_LOCATION("GameRules::shutdown");
+    state.deadSound.reset();
+    state.finishSound.reset();
     GLConsole::removeCommand("TimePrint");
     state.endOfLevelParticleCount = 0;
 }
@@ -94,6 +102,11 @@ void GameRules::update(float dt) {
 /// The loss costs the time of the flight back and the water lost since the check point, and nothing else.
 void GameRules::restoreLostWater() {
     TARNWICK_LOCATION("GameRules::restoreLostWater");
+    if (state.deadSound != nullptr) { // it is when no level could be loaded yet
+        state.deadSound->rewind();
+        state.deadSound->setVolume(1.0f);
+        state.deadSound->play();
+    }
     ParticleManager::createParticles(state.checkPointX, state.checkPointY, returnRadius,
                                      static_cast<std::int32_t>(state.checkPointParticleCount));
     Camera::setState(Camera::movingToWaypoint);
@@ -107,6 +120,10 @@ void GameRules::lookForFinish() {
     if (enough) {
         state.levelEnding = true;
         state.finishTimeLeft = state.finishAnimationTime;
+        if (state.finishSound != nullptr) {
+            state.finishSound->rewind();
+            state.finishSound->play();
+        }
     }
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "audio/Sound.h"
 #include "core/LongTimer.h"
 
 #include <cstdint>
+#include <memory>
 
 namespace tarnwick {
 
@@ -21,9 +23,10 @@ public:
     static constexpr std::int32_t worstLevelTime = 480'000; ///< Milliseconds: from here on the smallest.
 
     /// Puts everything at the start of a level, with the check point at its water start, reads
-    /// `cfg\game.cfg` and registers the console command. Called at each level start and restart.
+    /// `cfg\game.cfg`, makes the sounds that are not made yet and registers the console command. Called at
+    /// each level start and restart.
     static void initialise();
-    /// Removes the command.
+    /// Deletes the sounds and removes the command. For the program's end: no change of level calls it.
     static void shutdown();
 
     /// Once a tick, behind simulation and camera: the time, the return of water when none is left, and the
@@ -58,10 +61,13 @@ private:
     friend class ModuleReset;
     friend class GameRows; // tools: dump and restore
     friend class GameRulesTest;
+    friend class GameRulesSoundsTest;
 
     struct State {
         LongTimer levelTimer;
         bool timePrintEnabled = false;
+        std::unique_ptr<Sound> deadSound;          ///< All water is lost. Null before the first level.
+        std::unique_ptr<Sound> finishSound;        ///< The level ends. Null before the first level.
         std::uint32_t endOfLevelParticleCount = 0; ///< Counted in this tick.
         float finishWaterVolume = 0.0f;            ///< Share of the water that must reach the end.
         bool levelEnding = false;                  ///< The finish has begun.

@@ -1,3 +1,5 @@
+#include "audio/GameSfx_Ice.h"
+#include "audio/GameSfx_Steam.h"
 #include "audio/MusicSystem.h"
 #include "audio/SoundManager.h"
 #include "audio/SoundSystem.h"
@@ -5,6 +7,7 @@
 #include "core/CrashReport.h"
 #include "core/LocationStack.h"
 #include "game/Game.h"
+#include "game/GameRules.h"
 #include "game/HighScores.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
@@ -35,6 +38,14 @@ void smoothEdges() {
     GLTextureManager::setAnisotropicFilteringLevel(16);
 }
 
+/// Those that no change of level deletes.
+void deleteLastingSounds() {
+    TARNWICK_LOCATION("deleteLastingSounds");
+    GameRules::shutdown();
+    GameSfx_Steam::shutdown();
+    GameSfx_Ice::shutdown();
+}
+
 } // namespace
 
 /// The program's start and stop. It takes no command line and no environment of its own, and reads its data
@@ -57,6 +68,7 @@ int main() {
         Game::run("maps\\testLevel.rivl");
     }
     HighScores::saveScores();
+    deleteLastingSounds();
     SoundManager::shutdown();
     SoundSystem::shutdown();
     MusicSystem::shutdown();

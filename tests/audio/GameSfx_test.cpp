@@ -162,9 +162,9 @@ TEST_F(GameSfxTest, TheSettingsOfWaterHaveNoSign) {
               "water_disturbance_level3_speed = -3 water_disturbance_randomness_pitch = -4 "
               "water_disturbance_randomness_volume = -5 waterSound_ambient_volume = -6");
 
-    EXPECT_EQ(water().disturbance.levelSpeeds, (std::array{1.0f, 2.0f, 3.0f}));
-    EXPECT_EQ(water().disturbance.randomnessPitch, 4.0f);
-    EXPECT_EQ(water().disturbance.randomnessVolume, 5.0f);
+    EXPECT_EQ(water().disturbance.settings.levelSpeeds, (std::array{1.0f, 2.0f, 3.0f}));
+    EXPECT_EQ(water().disturbance.settings.randomnessPitch, 4.0f);
+    EXPECT_EQ(water().disturbance.settings.randomnessVolume, 5.0f);
     EXPECT_EQ(water().ambientVolume, 6.0f);
 }
 
@@ -174,9 +174,9 @@ TEST_F(GameSfxTest, TheSettingsOfIceKeepTheirSignAndItsRatesAreShares) {
               "ice_disturbance_randomness_volume = -5 ice_frictionSpeed = -6 ice_freezeVolume = -7 "
               "ice_frictionChangeRate = 8 ice_freezeEffectSpeed = -9 ice_freezeVolumeFadeRate = 0.5");
 
-    EXPECT_EQ(ice().disturbance.levelSpeeds, (std::array{-1.0f, -2.0f, -3.0f}));
-    EXPECT_EQ(ice().disturbance.randomnessPitch, -4.0f);
-    EXPECT_EQ(ice().disturbance.randomnessVolume, -5.0f);
+    EXPECT_EQ(ice().disturbance.settings.levelSpeeds, (std::array{-1.0f, -2.0f, -3.0f}));
+    EXPECT_EQ(ice().disturbance.settings.randomnessPitch, -4.0f);
+    EXPECT_EQ(ice().disturbance.settings.randomnessVolume, -5.0f);
     EXPECT_EQ(ice().frictionSpeed, -6.0f);
     EXPECT_EQ(ice().freezeVolume, -7.0f);
     EXPECT_EQ(ice().frictionChangeRate, 1.0f);

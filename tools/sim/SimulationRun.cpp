@@ -1,5 +1,7 @@
 #include "tools/sim/SimulationRun.h"
 
+#include "audio/GameSfx_Ice.h"
+#include "audio/GameSfx_Steam.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "core/DataFiles.h"
@@ -203,6 +205,23 @@ void writeSummary(const RunPosition& position, std::ostream& out) {
         << GameRules::getWaterScore() << " for the water\n";
 }
 
+/// Stops every module on each way out of a run, in the order of the program's end.
+class ModulesStop {
+public:
+    ModulesStop() = default;
+    ModulesStop(const ModulesStop&) = delete;
+    ModulesStop& operator=(const ModulesStop&) = delete;
+    ~ModulesStop() {
+        Game::shutdown();
+        GameRules::shutdown();
+        GameSfx_Steam::shutdown();
+        GameSfx_Ice::shutdown();
+        GLConsole::shutdown();
+        GLTextureManager::shutdown();
+        GLWindow::close();
+    }
+};
+
 } // namespace
 
 void runSimulation(const SimulationOptions& options, std::ostream& out, std::ostream& log) {
@@ -214,6 +233,7 @@ void runSimulation(const SimulationOptions& options, std::ostream& out, std::ost
     const std::string dumpFile = absolutePath(options.dumpFile);
     FrameWriter frames(options);
     enterDataFolder(options.dataFolder);
+    const ModulesStop atTheEnd;
     startLevel(options, startFolder, frames);
     RunPosition position = restoreState(stateFile);
     runConsoleFile(consoleFile, log);
@@ -229,10 +249,6 @@ void runSimulation(const SimulationOptions& options, std::ostream& out, std::ost
     }
     frames.writeScreenshot();
     writeSummary(position, dumpFile == "-" ? log : out);
-    Game::shutdown();
-    GLConsole::shutdown();
-    GLTextureManager::shutdown();
-    GLWindow::close();
 }
 
 } // namespace tarnwick

@@ -1,5 +1,9 @@
 #include "tools/state/GameRows.h"
 
+#include "audio/GameSfx_Ice.h"
+#include "audio/GameSfx_Steam.h"
+#include "audio/GameSfx_Water.h"
+#include "game/GameRules.h"
 #include "tools/state/JsonLine.h"
 #include "tools/state/JsonObject.h"
 
@@ -51,7 +55,6 @@ void GameRows::read(const JsonObject& in) {
 }
 
 void GameRows::readRules(const JsonObject& from) {
-    rules = GameRules::state; // keeps what `cfg\game.cfg` and the console decide
     rules.levelTimer.totalClocks = from.integer<std::int32_t>("levelTime");
     rules.levelTimer.lastClock = from.integer<std::uint32_t>("levelTimerLast");
     rules.levelEnding = from.flag("levelEnding");
@@ -80,8 +83,19 @@ void GameRows::readAmbience(const JsonObject& in) {
 }
 
 void GameRows::apply() const {
-    GameRules::state = rules;
+    applyRules();
     applyAmbience();
+}
+
+void GameRows::applyRules() const {
+    GameRules::State& state = GameRules::state; // the rest is what `cfg\game.cfg` and the console decide
+    state.levelTimer = rules.levelTimer;
+    state.levelEnding = rules.levelEnding;
+    state.finishTimeLeft = rules.finishTimeLeft;
+    state.endOfLevelParticleCount = rules.endOfLevelParticleCount;
+    state.checkPointX = rules.checkPointX;
+    state.checkPointY = rules.checkPointY;
+    state.checkPointParticleCount = rules.checkPointParticleCount;
 }
 
 void GameRows::applyAmbience() const {

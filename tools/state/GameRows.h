@@ -1,9 +1,6 @@
 #pragma once
 
-#include "audio/GameSfx_Ice.h"
-#include "audio/GameSfx_Steam.h"
-#include "audio/GameSfx_Water.h"
-#include "game/GameRules.h"
+#include "core/LongTimer.h"
 
 #include <cstdint>
 
@@ -39,13 +36,24 @@ private:
         float evaporationLevel = 0.0f;
         float steamLevel = 0.0f;
     };
-    GameRules::State rules;
+    /// What a level changes of the rules.
+    struct Rules {
+        LongTimer levelTimer;
+        bool levelEnding = false;
+        float finishTimeLeft = 0.0f;
+        std::uint32_t endOfLevelParticleCount = 0;
+        float checkPointX = 0.0f;
+        float checkPointY = 0.0f;
+        std::uint32_t checkPointParticleCount = 0;
+    };
+    Rules rules;
     Ambience ambience;
 
     static void writeRules(JsonLine& out);
     static void writeAmbience(JsonLine& out);
     void readRules(const JsonObject& from);
     void readAmbience(const JsonObject& in);
+    void applyRules() const;
     void applyAmbience() const;
 };
 

@@ -1,0 +1,41 @@
+#include "audio/GameSfx_Loop.h"
+
+#include "core/LocationStack.h"
+#include "game/Game.h"
+#include "game/GameRules.h"
+
+namespace tarnwick {
+
+void GameSfx_Loop::makeSound(const std::string& fileName) {
+    TARNWICK_LOCATION("GameSfx_Loop::makeSound");
+    if (sound == nullptr) {
+        sound = std::make_unique<Sound>(fileName);
+    }
+}
+
+void GameSfx_Loop::follow(float level, Order order) {
+    TARNWICK_LOCATION("GameSfx_Loop::follow");
+    if (sound == nullptr) {
+        return;
+    }
+    if (level < smallestLevel || !gameSounds()) {
+        if (sound->isPlaying()) {
+            sound->stop();
+        }
+        return;
+    }
+    if (order == Order::startFirst && !sound->isPlaying()) {
+        sound->loop();
+    }
+    sound->setVolume(level);
+    if (order == Order::volumeFirst && !sound->isPlaying()) {
+        sound->loop();
+    }
+}
+
+bool GameSfx_Loop::gameSounds() {
+    TARNWICK_LOCATION("GameSfx_Loop::gameSounds");
+    return !GameRules::gameIsFinished() && !Game::paused();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,380 @@
+#include "audio/GameSfx_Disturbance.h"
+#include "audio/GameSfx_Ice.h"
+#include "audio/GameSfx_Loop.h"
+#include "audio/GameSfx_Steam.h"
+#include "audio/GameSfx_Water.h"
+#include "audio/SoundManager.h"
+#include "audio/SoundSystem.h"
+#include "console/GLConsole.h"
+#include "core/ConfigFile.h"
+#include "core/Random.h"
+#include "game/Camera.h"
+#include "game/Game.h"
+#include "game/GameRules.h"
+#include "graphics/GLWindow.h"
+#include "particles/ParticleGroupMover.h"
+#include "particles/ParticleManager.h"
+#include "support/DataFolder.h"
+#include "support/LevelFileBuilder.h"
+#include "support/ModuleTest.h"
+#include "support/ToneFile.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarnwick {
+
+/// The sounds of water, ice and steam on a device that renders when it is asked. Every file is a tone at half
+/// of full scale: the loops one second, the splashes and cracks a tenth.
+class GameSfxSoundsTest : public ModuleTest {
+protected:
+    GameSfxSoundsTest() {
+        for (const char* loop : {"water", "freeze", "friction", "evaporate", "steam"}) {
+            data.write(std::string("snd/") + loop + ".wav", toneFile(secondOfFrames));
+        }
+        std::string settings = "water_disturbance_level1_speed = 10 water_disturbance_level2_speed = 20 "
+                               "water_disturbance_level3_speed = 30 waterSound_ambient_volume = 0.5 "
+                               "ice_disturbance_level1_speed = 10 ice_disturbance_level2_speed = 20 "
+                               "ice_disturbance_level3_speed = 30 "
+                               "ice_frictionSpeed = 1 ice_freezeVolume = 1 ice_freezeVolumeFadeRate = 1 "
+                               "waterSound_ambient = snd\\water.wav iceSound_freeze = snd\\freeze.wav "
+                               "iceSound_friction = snd\\friction.wav steamEvaporate = snd\\evaporate.wav "
+                               "steamAmbient = snd\\steam.wav";
+        for (const char* level : {"1", "2", "3"}) {
+            for (const char* variant : {"1", "2", "3", "4"}) {
+                const std::string number = std::string(level) + "_" + variant;
+                data.write("snd/splash_" + number + ".wav", toneFile(tenthOfFrames));
+                data.write("snd/crack_" + number + ".wav", toneFile(tenthOfFrames));
+                settings.append(" waterSound_disturbance_level_" + number + " = snd\\splash_" + number +
+                                ".wav iceSound_disturbance_Level_" + number + " = snd\\crack_" + number +
+                                ".wav");
+            }
+        }
+        data.write("cfg/game_sfx.cfg", settings);
+        SoundSystem::initialiseLoopback();
+        SoundManager::initialise();
+    }
+    ~GameSfxSoundsTest() override { GLWindow::close(); }
+
+    static constexpr std::size_t secondOfFrames = 44'100;
+    static constexpr std::size_t tenthOfFrames = 4'410;
+    static constexpr float dt = 0.013333334f;
+
+    static void initialise() {
+        GameSfx_Ice::initialise();
+        GameSfx_Water::initialise();
+        GameSfx_Steam::initialise();
+    }
+    static void update() {
+        GameSfx_Ice::update(dt);
+        GameSfx_Water::update(dt);
+        GameSfx_Steam::update(dt);
+    }
+    static void addParticles(std::size_t count, float temperature, float speed) {
+        for (std::size_t i = 0; i < count; ++i) {
+            Particle& particle = ParticleManager::particles.emplace_back();
+            particle.temperature = temperature;
+            particle.velocity = {0.0f, speed};
+        }
+    }
+    /// Something of everything, so that all five loops have a level.
+    static void addAllMatter() {
+        addParticles(128, 20.0f, 0.0f);
+        addParticles(64, 120.0f, 0.0f);
+        ParticleGroup& group = ParticleGroupMover::groups.emplace_back();
+        group.members.resize(64);
+        group.velocity = {100.0f, 0.0f};
+        group.colliding = true;
+    }
+    /// A running game on an empty level, with its camera on the water.
+    void play() const {
+        data.write("maps/empty.rivl", LevelFileBuilder::write({}));
+        GLWindow::createHeadless(800, 600);
+        GLConsole::initialise();
+        Game::initialise("maps\\empty.rivl");
+        Camera::setState(Camera::normal);
+        ParticleManager::particles.clear();
+        addAllMatter();
+    }
+
+    /// Loudest sample of what comes next, once changes of volume have been ramped in. 0 to 1.
+    static float loudest() {
+        SoundSystem::renderLoopback(4096);
+        float peak = 0.0f;
+        for (const float sample : SoundSystem::renderLoopback(512)) {
+            peak = std::max(peak, std::abs(sample));
+        }
+        return peak;
+    }
+    /// What the tone is heard at when its sound has this volume.
+    static float toneAt(float volume) {
+        const double decibels = (1.0 - std::pow(static_cast<double>(volume), 0.2)) * -100.0;
+        return 0.5f * static_cast<float>(std::pow(10.0, decibels / 20.0));
+    }
+    static std::size_t loopsPlaying() {
+        std::size_t playing = 0;
+        for (const GameSfx_Loop* loop :
+             {&GameSfx_Water::state.ambient, &GameSfx_Ice::state.freeze, &GameSfx_Ice::state.friction,
+              &GameSfx_Steam::state.evaporate, &GameSfx_Steam::state.ambient}) {
+            playing += loop->sound->isPlaying() && loop->sound->isLooping() ? 1u : 0u;
+        }
+        return playing;
+    }
+    static const GameSfx_Ice::State& ice() { return GameSfx_Ice::state; }
+    static GameSfx_Disturbance::Settings& settingsOfWater() {
+        return GameSfx_Water::state.disturbance.settings;
+    }
+    static Sound* soundOfWater() { return GameSfx_Water::state.ambient.sound.get(); }
+    static bool plays(const GameSfx_Loop& loop) { return loop.sound->isPlaying(); }
+    /// Splashes of a level that sound.
+    static std::size_t splashesPlaying(std::size_t level) {
+        const auto& sounds = GameSfx_Water::state.disturbance.sounds[level - 1];
+        return static_cast<std::size_t>(
+            std::ranges::count_if(sounds, [](const auto& sound) { return sound->isPlaying(); }));
+    }
+    static const Sound& splash(std::size_t level, std::size_t variant) {
+        return *GameSfx_Water::state.disturbance.sounds[level - 1][variant];
+    }
+    static void hit(float fall, float share) {
+        GameSfx_Water::state.disturbance.playDisturbanceSounds(fall, share);
+    }
+
+    static constexpr float tenthOfADecibel = 0.0115f; ///< As a share of the amplitude.
+    DataFolder data;
+};
+
+TEST_F(GameSfxSoundsTest, TheLoopOfWaterIsAsLoudAsItsLevel) {
+    initialise();
+    addParticles(128, 20.0f, 0.0f);
+
+    GameSfx_Water::update(dt);
+
+    EXPECT_NEAR(loudest(), toneAt(0.5f), toneAt(0.5f) * tenthOfADecibel);
+}
+
+TEST_F(GameSfxSoundsTest, TheLoopFollowsItsLevelAndGoesOnWithoutAGap) {
+    initialise();
+    addParticles(512, 20.0f, 0.0f); // a share of 4: the level of 1 is full
+
+    GameSfx_Water::update(dt);
+    const float full = loudest();
+    ParticleManager::particles.resize(128);
+    GameSfx_Water::update(dt);
+    SoundSystem::renderLoopback(2 * secondOfFrames);
+    const float half = loudest();
+
+    EXPECT_NEAR(full, toneAt(1.0f), toneAt(1.0f) * tenthOfADecibel);
+    EXPECT_NEAR(half, toneAt(0.5f), toneAt(0.5f) * tenthOfADecibel);
+}
+
+TEST_F(GameSfxSoundsTest, WithoutWaterTheLoopStops) {
+    initialise();
+    addParticles(128, 20.0f, 0.0f);
+    GameSfx_Water::update(dt);
+    ParticleManager::particles.clear();
+
+    GameSfx_Water::update(dt);
+
+    EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
+    EXPECT_EQ(loudest(), 0.0f);
+}
+
+TEST_F(GameSfxSoundsTest, ALoopStartsAtAThousandth) {
+    GameSfx_Loop loop;
+    loop.makeSound("snd\\water.wav");
+
+    loop.follow(0.0009f);
+    const bool below = plays(loop);
+    loop.follow(0.001f);
+    const bool at = plays(loop);
+    loop.follow(0.0009f);
+
+    EXPECT_FALSE(below);
+    EXPECT_TRUE(at);
+    EXPECT_FALSE(plays(loop));
+}
+
+TEST_F(GameSfxSoundsTest, ALoopWithoutASoundIsSilent) {
+    GameSfx_Loop loop;
+
+    loop.follow(1.0f);
+
+    EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
+}
+
+TEST_F(GameSfxSoundsTest, EverythingSoundsInPlay) {
+    play();
+
+    update();
+
+    EXPECT_EQ(loopsPlaying(), 5u);
+}
+
+TEST_F(GameSfxSoundsTest, APauseSilencesAllLoopsAndTheirLevelsGoOn) {
+    play();
+    update();
+    GLConsole::runLine("Pause true");
+    ParticleGroupMover::groups.front().members.resize(100); // a freeze that nobody hears
+    const float freezeLevel = ice().freezeLevel;
+
+    update();
+    const std::size_t whilePaused = loopsPlaying();
+    GLConsole::runLine("Pause false");
+    update();
+
+    EXPECT_EQ(whilePaused, 0u);
+    EXPECT_GT(ice().freezeLevel, freezeLevel);
+    EXPECT_EQ(ice().previousCount, 100u);
+    EXPECT_EQ(loopsPlaying(), 5u);
+}
+
+TEST_F(GameSfxSoundsTest, ATickOfTheGameSoundsAlsoInTheFlight) {
+    play();
+    Camera::setState(Camera::movingToWaypoint);
+
+    Game::tick(dt);
+
+    EXPECT_EQ(loopsPlaying(), 5u);
+}
+
+TEST_F(GameSfxSoundsTest, TheFinishSilencesAllLoops) {
+    play();
+    update();
+    const std::size_t before = loopsPlaying();
+    GameRules::incrementEndOfLevelTriggerParticleCount(1000);
+    GameRules::update(dt);
+    update();
+    const std::size_t whileFinishing = loopsPlaying();
+    GameRules::update(1000.0f);
+
+    update();
+
+    EXPECT_EQ(before, 5u);
+    EXPECT_EQ(whileFinishing, 5u);
+    EXPECT_EQ(loopsPlaying(), 0u);
+}
+
+TEST_F(GameSfxSoundsTest, AFallOfTheSpeedSplashes) {
+    initialise();
+    addParticles(128, 20.0f, 100.0f);
+    GameSfx_Water::update(dt);
+    const std::size_t whileItSpeedsUp = splashesPlaying(3);
+    ParticleManager::particles.clear();
+    addParticles(128, 20.0f, 40.0f);
+
+    GameSfx_Water::update(dt); // a fall of 60
+
+    EXPECT_EQ(whileItSpeedsUp, 0u);
+    EXPECT_EQ(splashesPlaying(3), 1u);
+}
+
+TEST_F(GameSfxSoundsTest, ALevelSoundsOnceAtATimeAndTheLevelsOverlap) {
+    initialise();
+    for (int i = 0; i < 20; ++i) {
+        hit(15.0f, 1.0f);
+    }
+    const std::size_t first = splashesPlaying(1);
+    hit(25.0f, 1.0f);
+    hit(1e6f, 1.0f);
+
+    EXPECT_EQ(first, 1u);
+    EXPECT_EQ(splashesPlaying(1), 1u);
+    EXPECT_EQ(splashesPlaying(2), 1u);
+    EXPECT_EQ(splashesPlaying(3), 1u);
+}
+
+TEST_F(GameSfxSoundsTest, TheNextSplashSoundsWhenTheFirstHasEnded) {
+    initialise();
+    hit(15.0f, 1.0f);
+    SoundSystem::renderLoopback(tenthOfFrames + 1024);
+    const std::size_t ended = splashesPlaying(1);
+
+    hit(15.0f, 1.0f);
+
+    EXPECT_EQ(ended, 0u);
+    EXPECT_EQ(splashesPlaying(1), 1u);
+    EXPECT_GT(loudest(), 0.4f);
+}
+
+TEST_F(GameSfxSoundsTest, ANegativeVolumePlaysInSilence) {
+    initialise();
+
+    hit(15.0f, -0.5f);
+
+    EXPECT_EQ(splashesPlaying(1), 1u);
+    EXPECT_EQ(loudest(), 0.0f);
+}
+
+TEST_F(GameSfxSoundsTest, VolumeAndPitchAreThoseDrawn) {
+    initialise();
+    settingsOfWater().randomnessPitch = 0.5f;
+    settingsOfWater().randomnessVolume = 0.25f;
+    seedRandom(5);
+    const GameSfx_Disturbance::Hit drawn = GameSfx_Disturbance::choose(settingsOfWater(), 25.0f, 0.9f);
+    seedRandom(5);
+
+    hit(25.0f, 0.9f);
+
+    EXPECT_EQ(splash(2, drawn.variant).getVolume(), drawn.volume);
+    EXPECT_EQ(splash(2, drawn.variant).getFrequency(), drawn.pitch);
+}
+
+TEST_F(GameSfxSoundsTest, ADisturbanceIsHeardAlsoInAPause) {
+    play();
+    GLConsole::runLine("Pause true");
+
+    hit(15.0f, 1.0f);
+
+    EXPECT_EQ(splashesPlaying(1), 1u);
+}
+
+TEST_F(GameSfxSoundsTest, TheSoundsAreMadeOnceAndOutliveARestart) {
+    initialise();
+    addParticles(128, 20.0f, 0.0f);
+    GameSfx_Water::update(dt);
+    Sound* const before = soundOfWater();
+
+    initialise();
+
+    EXPECT_EQ(soundOfWater(), before);
+    EXPECT_TRUE(soundOfWater()->isPlaying());
+}
+
+TEST_F(GameSfxSoundsTest, ShutdownDeletesTheSounds) {
+    initialise();
+    addAllMatter();
+    update();
+
+    GameSfx_Water::shutdown();
+    GameSfx_Ice::shutdown();
+    GameSfx_Steam::shutdown();
+
+    std::list<std::string> files;
+    SoundManager::getSoundList(files);
+    EXPECT_TRUE(files.empty());
+    EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
+}
+
+TEST_F(GameSfxSoundsTest, WithoutFilesTheRestGoesOnAndTheDrawsAreTheSame) {
+    addAllMatter();
+    initialise();
+    update();
+    update();
+    const std::uint32_t withFiles = getRandomState();
+    const float freezeLevel = ice().freezeLevel;
+    GameSfx_Water::shutdown();
+    GameSfx_Ice::shutdown();
+    GameSfx_Steam::shutdown();
+    data.write("cfg/game_sfx.cfg", "ice_freezeVolume = 1 ice_freezeVolumeFadeRate = 1");
+    seedRandom(0);
+
+    initialise();
+    update();
+    update();
+
+    EXPECT_EQ(getRandomState(), withFiles);
+    EXPECT_EQ(ice().freezeLevel, freezeLevel);
+    EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
+}
+
+} // namespace tarnwick
