@@ -5,9 +5,13 @@
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "game/Camera.h"
+#include "game/Game.h"
+#include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
+
+#include <GL/gl.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -16,6 +20,9 @@
 namespace tarnwick {
 
 namespace {
+
+constexpr float screenWidth = 800.0f; ///< The virtual screen on which the menus are laid out.
+constexpr float screenHeight = 600.0f;
 
 constexpr float returnRadius = 10.0f; ///< World units: the disc in which water comes back.
 constexpr float shortestFinish = 0.001f;
@@ -64,6 +71,14 @@ void GameRules::readConfiguration() {
     const ConfigFile config("cfg\\game.cfg");
     state.finishAnimationTime = std::max(config.getVarAsFloat("finishAnimationTime"), shortestFinish);
     state.finishWaterVolume = config.getVarAsFloat("finishWaterVolume");
+    if (state.finishAnimation == nullptr) {
+        const std::string frames = config.getVarAsString("finishAnimationFrames");
+        state.finishAnimation = std::make_unique<GuiAnimatedButton>();
+        state.finishAnimation->setFramesOutOfFocus(frames);
+        state.finishAnimation->setFramesInFocus(frames);
+        state.finishAnimation->setFramesClicked(frames);
+        state.finishAnimation->framesPerSecond = config.getVarAsFloat("finishAnimationFrameRate");
+    }
     if (state.finishSound == nullptr) {
         state.finishSound = std::make_unique<Sound>(config.getVarAsString("finishSound"));
     }
@@ -74,6 +89,7 @@ void GameRules::readConfiguration() {
 
 void GameRules::shutdown() {
     TARNWICK_LOCATION("GameRules::shutdown");
+    state.finishAnimation.reset();
     state.deadSound.reset();
     state.finishSound.reset();
     GLConsole::removeCommand("TimePrint");
@@ -186,9 +202,26 @@ std::uint32_t GameRules::getTotalScore() {
 
 void GameRules::draw() {
     TARNWICK_LOCATION("GameRules::draw");
+    GLWindow::glBeginDraw2d();
+    glScalef(static_cast<float>(GLWindow::getClientWidth()) / screenWidth,
+             static_cast<float>(GLWindow::getClientHeight()) / screenHeight, 1.0f);
+    if (state.levelEnding && state.finishTimeLeft > 0.0f && state.finishAnimation != nullptr) {
+        drawFinish();
+    }
     if (state.timePrintEnabled) {
         printTime();
     }
+}
+
+/// In the middle of the view, which in a wide window is wider than the screen of the menus.
+void GameRules::drawFinish() {
+    TARNWICK_LOCATION("GameRules::drawFinish");
+    GuiAnimatedButton& picture = *state.finishAnimation;
+    picture.setSize(static_cast<std::int32_t>(Game::getViewAreaX()),
+                    static_cast<std::int32_t>(Game::getViewAreaY()));
+    picture.setPosition(0, 0);
+    picture.setColor(1.0f, 1.0f, 1.0f, 1.0f - state.finishTimeLeft / state.finishAnimationTime);
+    picture.windowRedrawing();
 }
 
 /// Hours, minutes, seconds and hundredths.

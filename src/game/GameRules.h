@@ -2,6 +2,7 @@
 
 #include "audio/Sound.h"
 #include "core/LongTimer.h"
+#include "gui/GuiAnimatedButton.h"
 
 #include <cstdint>
 #include <memory>
@@ -23,10 +24,11 @@ public:
     static constexpr std::int32_t worstLevelTime = 480'000; ///< Milliseconds: from here on the smallest.
 
     /// Puts everything at the start of a level, with the check point at its water start, reads
-    /// `cfg\game.cfg`, makes the sounds that are not made yet and registers the console command. Called at
-    /// each level start and restart.
+    /// `cfg\game.cfg`, makes picture and sounds if they are not made yet and registers the console command.
+    /// Called at each level start and restart.
     static void initialise();
-    /// Deletes the sounds and removes the command. For the program's end: no change of level calls it.
+    /// Deletes picture and sounds and removes the command. For the program's end: no change of level calls
+    /// it.
     static void shutdown();
 
     /// Once a tick, behind simulation and camera: the time, the return of water when none is left, and the
@@ -54,7 +56,8 @@ public:
     static std::uint32_t getWaterScore();
     static std::uint32_t getTotalScore();
 
-    /// Once a frame, over the level and under the menus. Prints the time, if `TimePrint` asks for it.
+    /// Once a frame, over the level and under the menus: the picture of the finish, ever less transparent.
+    /// Prints the time, if `TimePrint` asks for it.
     static void draw();
 
 private:
@@ -66,6 +69,7 @@ private:
     struct State {
         LongTimer levelTimer;
         bool timePrintEnabled = false;
+        std::unique_ptr<GuiAnimatedButton> finishAnimation; ///< Fades in. Null before the first level.
         std::unique_ptr<Sound> deadSound;          ///< All water is lost. Null before the first level.
         std::unique_ptr<Sound> finishSound;        ///< The level ends. Null before the first level.
         std::uint32_t endOfLevelParticleCount = 0; ///< Counted in this tick.
@@ -80,6 +84,7 @@ private:
     static State state;
 
     static void readConfiguration();
+    static void drawFinish();
     static void restoreLostWater();
     static void lookForFinish();
     static void runFinish(float dt);

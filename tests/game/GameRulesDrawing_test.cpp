@@ -1,0 +1,66 @@
+#include "core/Clock.h"
+#include "game/Game.h"
+#include "game/GameRules.h"
+#include "support/GameSceneTest.h"
+
+namespace tarnwick {
+
+/// A level of one red square, whose finish is a white picture of two seconds.
+class GameRulesDrawingTest : public GameSceneTest {
+protected:
+    GameRulesDrawingTest() {
+        data.write("cfg/game.cfg", "finishAnimationTime = 2 finishWaterVolume = 0.5 "
+                                   "finishAnimationFrames = gfx\\large.tga finishAnimationFrameRate = 10");
+        writePicture("gfx/large.tga", 64, [](std::int32_t, std::int32_t) { return Texel{white}; });
+        addSquare(200, 100, 400, "red", 0);
+        play();
+        addWater(400.0f, 500.0f);
+    }
+
+    static void reachEnd() {
+        GameRules::incrementEndOfLevelTriggerParticleCount(1);
+        GameRules::update(0.01f);
+    }
+    static FramePicture::Pixel middle() { return shownAt(400, 300); }
+};
+
+TEST_F(GameRulesDrawingTest, BeforeTheFinishTheLevelIsSeen) {
+    Game::drawPicture();
+
+    EXPECT_TRUE(alike(middle(), red));
+}
+
+TEST_F(GameRulesDrawingTest, ThePictureOfTheFinishFadesIn) {
+    reachEnd();
+    Game::drawPicture();
+    const FramePicture::Pixel atFirst = middle();
+    GameRules::update(1.0f);
+
+    Game::drawPicture();
+
+    EXPECT_TRUE(alike(atFirst, red));
+    EXPECT_TRUE(alike(middle(), {255, 128, 128}));
+    EXPECT_TRUE(alike(shownAt(440, 300), red)); // beside the picture, which keeps its size
+}
+
+TEST_F(GameRulesDrawingTest, AfterTheFinishNothingIsLeftOfTheLevel) {
+    reachEnd();
+    GameRules::update(2.0f);
+
+    Game::drawPicture();
+
+    EXPECT_TRUE(GameRules::gameIsFinished());
+    EXPECT_EQ(litPixels(), 0);
+}
+
+TEST_F(GameRulesDrawingTest, WithoutAPictureTheFinishGoesOn) {
+    GameRules::shutdown();
+    reachEnd();
+    GameRules::update(1.0f);
+
+    Game::drawPicture();
+
+    EXPECT_TRUE(alike(middle(), red));
+}
+
+} // namespace tarnwick
