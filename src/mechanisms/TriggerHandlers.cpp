@@ -50,11 +50,14 @@ void forEachEmitter(const Trigger& trigger, const Action& action) {
 template <typename Action>
 void forEachEnabledForce(const Trigger& trigger, const Action& action) {
     TARNWICK_LOCATION("TriggerHandlers::forEachEnabledForce");
-    forEachTarget<const Force>(trigger, TriggerTarget::force, [&](const Force& force) {
-        if (force.enabled) {
+    for (const TriggerTarget& target : trigger.targets) {
+        if (target.kind != TriggerTarget::force) {
+            continue;
+        }
+        if (const Force& force = *static_cast<const Force*>(target.entity); force.enabled) {
             action(force);
         }
-    });
+    }
 }
 
 /// What forces see of a body.

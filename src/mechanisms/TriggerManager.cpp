@@ -102,16 +102,6 @@ void setTriangle(const Vector2 (&given)[3],
     }
 }
 
-bool pointInTriangle(Vector2 point, const Vector2 (&corners)[3], const Vector2 (&normals)[3]) {
-    TARNWICK_LOCATION("TriggerManager::pointInTriangle");
-    for (std::size_t i = 0; i < 3; ++i) {
-        if (dotProduct(point - corners[i], normals[i]) < 0.0f) {
-            return false;
-        }
-    }
-    return true;
-}
-
 Box boxOf(const Trigger& trigger) {
     TARNWICK_LOCATION("TriggerManager::boxOf");
     return {trigger.minX, trigger.minY, trigger.maxX, trigger.maxY};
@@ -209,8 +199,12 @@ void TriggerManager::findTargets(Trigger& trigger) {
 
 bool TriggerManager::pointInTrigger(Vector2 point, const Trigger& trigger) {
     TARNWICK_LOCATION("TriggerManager::pointInTrigger");
-    return pointInTriangle(point, trigger.triangleA, trigger.normalsA) ||
-           pointInTriangle(point, trigger.triangleB, trigger.normalsB);
+    const auto holds = [point](const Vector2(&corners)[3], const Vector2(&normals)[3]) {
+        return !(dotProduct(point - corners[0], normals[0]) < 0.0f ||
+                 dotProduct(point - corners[1], normals[1]) < 0.0f ||
+                 dotProduct(point - corners[2], normals[2]) < 0.0f);
+    };
+    return holds(trigger.triangleA, trigger.normalsA) || holds(trigger.triangleB, trigger.normalsB);
 }
 
 void TriggerManager::runTriggers(float dt) {
