@@ -196,6 +196,7 @@ public:
     /// For the other thread: a GL context of its own on the lent window, current, which shares nothing with
     /// the main one; null if the platform refuses.
     static void* createLentContext();
+    /// The other thread's last call here, also where it got no context.
     static void deleteLentContext(void* context);
 
     // Dialogs. Without a desktop to show them on, their text goes to standard error and the answer is no.

@@ -49,8 +49,11 @@ void* GLWindow::createLentContext() {
 
 void GLWindow::deleteLentContext(void* context) {
     TARNWICK_LOCATION("GLWindow::deleteLentContext");
-    SDL_GL_MakeCurrent(state.windowHandle, nullptr);
-    SDL_GL_DeleteContext(context);
+    if (context != nullptr) {
+        SDL_GL_MakeCurrent(state.windowHandle, nullptr);
+        SDL_GL_DeleteContext(context);
+    }
+    SDL_TLSCleanup(); // what SDL keeps for a thread that it did not make
 }
 
 } // namespace tarnwick

@@ -56,11 +56,10 @@ bool SplashScreen::isRunning() {
 void SplashScreen::threadFunction(WorkerThread& /*self*/) {
     TARNWICK_LOCATION("SplashScreen::threadFunction");
     state.renderingContext = GLWindow::createLentContext();
-    if (state.renderingContext == nullptr) {
-        state.threadReady = true;
-        return;
+    if (state.renderingContext != nullptr) {
+        animate();
     }
-    animate();
+    state.threadReady = true; // without a context there is nothing to wait for
     GLWindow::deleteLentContext(state.renderingContext);
     state.renderingContext = nullptr;
 }
