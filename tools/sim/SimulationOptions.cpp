@@ -2,7 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <iostream>
 
 namespace tarnwick {
@@ -22,6 +24,20 @@ CLI::Validator wholeNumber(std::uint64_t smallest, const char* wanted) {
                 return "'" + word + "' is not " + wanted;
             },
             ""};
+}
+
+/// Takes "WIDTHxHEIGHT"; nothing where no size was given.
+void readSize(const std::string& size, SimulationOptions& options) {
+    if (size.empty()) {
+        return;
+    }
+    constexpr int largestSide = 8192; // pixels
+    char rest = 0;
+    if (std::sscanf(size.c_str(), "%5dx%5d%c", &options.width, &options.height, &rest) != 2 ||
+        std::min(options.width, options.height) < 1 ||
+        std::max(options.width, options.height) > largestSide) {
+        throw CLI::ValidationError("--size", "'" + size + "' is no size from 1x1 to 8192x8192");
+    }
 }
 
 } // namespace
@@ -60,8 +76,13 @@ std::optional<SimulationOptions> SimulationOptions::fromCommandLine(int argc, ch
         ->type_name("FILE.png");
     app.add_option("--frames", options.framesFolder, "draw every dumped tick into DIR, as numbered PNG files")
         ->type_name("DIR");
+    std::string size;
+    app.add_option("--size", size,
+                   "window of WIDTHxHEIGHT pixels, as in 1280x720 [800x600]; it decides the view")
+        ->type_name("WxH");
     try {
         app.parse(argc, argv);
+        readSize(size, options);
         if (!std::isfinite(options.dt) || options.dt <= 0.0f) {
             throw CLI::ValidationError("--dt", "the tick length must be above 0 seconds");
         }

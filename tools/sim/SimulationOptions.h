@@ -21,6 +21,8 @@ struct SimulationOptions {
 
     std::string screenshotFile; ///< PNG of the last tick; empty: none.
     std::string framesFolder;   ///< PNG files of every dumped tick; empty: none.
+    std::int32_t width = 800; ///< Client pixels of the window; they decide how much of the level is in view.
+    std::int32_t height = 600;
 
     /// Reads the command line. Nothing when there is nothing left to do (`--help`, `--version`) or the
     /// command line is bad; `exitStatus` is then 0 or 2, and the text has been written.

@@ -33,9 +33,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::int32_t viewWidth = 800; ///< Pixels: a 4:3 view of 800 by 600 world units.
-constexpr std::int32_t viewHeight = 600;
-
 [[noreturn]] void fail(const std::string& file, const std::string& reason) {
     throw std::runtime_error(file + ": " + reason);
 }
@@ -94,7 +91,7 @@ std::string findLevel(const std::string& asked, const fs::path& startFolder) {
 
 void startLevel(const SimulationOptions& options, const fs::path& startFolder, const FrameWriter& frames) {
     const std::string level = findLevel(options.level, startFolder);
-    frames.openWindow(viewWidth, viewHeight);
+    frames.openWindow(options.width, options.height);
     Clock::drive(0);
     seedRandom(0);
     GLConsole::initialise();

@@ -86,6 +86,19 @@ TEST_F(FrameWriterTest, TheScreenshotShowsTheLevel) {
     EXPECT_GT(std::count_if(shot.pixels.begin(), shot.pixels.end(), differs), 800 * 600 / 2);
 }
 
+TEST_F(FrameWriterTest, PicturesHaveTheSizeAskedFor) {
+    SimulationOptions asked = options(2);
+    asked.screenshotFile = "shot.png";
+    asked.width = 320;
+    asked.height = 180;
+
+    run(asked);
+
+    const FramePicture shot = FramePicture::load(files.path() / "shot.png");
+    EXPECT_EQ(shot.width, 320);
+    EXPECT_EQ(shot.height, 180);
+}
+
 TEST_F(FrameWriterTest, EveryDumpedTickIsAFrameAndTheyAreNumberedWithoutGaps) {
     SimulationOptions asked = options(7);
     asked.framesFolder = "film/frames";
