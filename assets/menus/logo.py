@@ -19,13 +19,13 @@ CONTOUR = 7.2  # distance of the ink contour's edge
 RIPPLES = ((16, 150, 2.0), (25, 104, 1.7), (33, 58, 1.4))
 
 
-def interior(letters, level):
+def interior(letters, level, phase):
     """Light of the dusk with water up to `level`, darker towards the brass."""
     top, bottom = lettering.extent(letters)
     rows = shapes.grid(*letters.shape)[1]
     sky = shade.ramp(np.clip((rows - top) / (bottom - top), 0, 1), palette.LETTER_RAMP)
     sky = sky * (0.92 + 0.16 * noise.fbm(letters.shape, 2.4, seed=5, stretch_x=2, stretch_y=0.8))[..., None]
-    filled = lettering.pour(sky, letters, level, 0.6, SCALE * 1.6)
+    filled = lettering.pour(sky, letters, level, phase, SCALE * 1.6)
     depth = ndimage.distance_transform_edt(letters > 0.5) / SCALE
     return filled * (0.72 + 0.28 * shade.smoothstep(0, 4.5, depth))[..., None]
 
@@ -41,11 +41,12 @@ def ripples(shape, bottom):
     return lines
 
 
-def logo():
+def picture(fill=FILL, phase=0.6, ripple=1.0):
+    """The logo at SCALE pixels a unit: `fill` is how much of the letters stays dry, `phase` that of the waves."""
     letters = lettering.mask("Tarnwick", "Black", SIZE, (ROWS, COLUMNS), (COLUMNS / 2, BASE), TRACKING, SCALE)
     distance = shapes.inside(letters) / SCALE
     top, bottom = lettering.extent(letters)
-    level = top + (bottom - top) * FILL
+    level = top + (bottom - top) * fill
     rows = shapes.grid(*letters.shape)[1]
 
     rim = shade.smoothstep(-RIM - 0.8, -RIM, distance) * shade.smoothstep(0.9, 0.2, distance)
@@ -53,7 +54,7 @@ def logo():
     grain = 0.5 + (noise.fbm(letters.shape, 2.4, seed=3) - 0.5) * 0.7
     brass = shade.metallic(height, grain + 0.35, palette.BRASS_RAMP, strength=0.62)
     solid = shade.smoothstep(-CONTOUR - 0.6, -CONTOUR + 0.8, distance)
-    colour = shade.mix(shade.flat(letters.shape, palette.INK), interior(letters, level),
+    colour = shade.mix(shade.flat(letters.shape, palette.INK), interior(letters, level, phase),
                        shade.smoothstep(-0.2, 0.6, distance))
     colour = shade.mix(colour, brass, rim)
 
@@ -61,12 +62,12 @@ def logo():
     shine = shade.blur(letters * shade.smoothstep(level - 4 * SCALE, level + 12 * SCALE, rows), 9 * SCALE, "constant")
     shine = np.clip(shine * 0.8, 0, 0.5)
     shadow = shade.blur(ndimage.shift(solid, (3 * SCALE, 2 * SCALE), order=1), 3.5 * SCALE, "constant") * 0.55
-    lines = ripples(letters.shape, bottom)
+    lines = ripples(letters.shape, bottom) * ripple
     alpha = 1 - (1 - solid) * (1 - shadow) * (1 - shine) * (1 - lines * 0.95)
     around = shade.mix(shade.flat(letters.shape, palette.INK), palette.WATER_RAMP[1], shine / (shine + shadow + 1e-4))
     around = shade.mix(around, palette.WATER_RAMP[0], lines)
-    return shapes.shrink(np.dstack([shade.mix(around, colour, solid), alpha]), SCALE)
+    return np.dstack([shade.mix(around, colour, solid), alpha])
 
 
 if __name__ == "__main__":
-    tga.save("menu/logo.tga", logo())
+    tga.save("menu/logo.tga", shapes.shrink(picture(), SCALE))
