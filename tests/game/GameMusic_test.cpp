@@ -1,6 +1,7 @@
 #include "audio/MusicSystem.h"
 #include "console/GLConsole.h"
 #include "game/Game.h"
+#include "game/GameRules.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
 #include "support/DataFolder.h"
@@ -59,6 +60,18 @@ TEST_F(GameMusicTest, TheCommandHoldsTheMusicOnceAndResumesItOnce) {
     EXPECT_FALSE(stillPaused);
     EXPECT_TRUE(afterwards);
     EXPECT_FALSE(sounds());
+}
+
+TEST_F(GameMusicTest, TheFinishEndsTheMusic) {
+    GameRules::incrementEndOfLevelTriggerParticleCount(128);
+    GameRules::update(0.01f);
+    const bool whileFinishing = sounds();
+
+    GameRules::update(1000.0f);
+
+    EXPECT_TRUE(whileFinishing);
+    EXPECT_FALSE(sounds());
+    EXPECT_FALSE(MusicSystem::resume()); // closed, and not only paused
 }
 
 TEST_F(GameMusicTest, LosingTheFocusHoldsTheMusic) {
