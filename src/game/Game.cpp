@@ -4,6 +4,7 @@
 #include "audio/GameSfx_Steam.h"
 #include "audio/GameSfx_Water.h"
 #include "audio/MusicSystem.h"
+#include "audio/SoundSourceManager.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "core/ConfigFile.h"
@@ -303,6 +304,7 @@ void Game::runSimulation(float dt) {
 /// Also while the simulation stands still. Draws random numbers in every tick.
 void Game::soundUpdate(float dt) {
     TARNWICK_LOCATION("Game::soundUpdate");
+    SoundSourceManager::updateAllSounds();
     GameSfx_Ice::update(dt);
     GameSfx_Water::update(dt);
     GameSfx_Steam::update(dt);

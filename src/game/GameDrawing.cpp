@@ -1,3 +1,4 @@
+#include "audio/SoundSourceManager.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "core/LocationStack.h"
@@ -142,6 +143,7 @@ void Game::drawLevel() {
     ParticleGroupMover::debugDraw();
     TriggerManager::debugDraw();
     LevelObjectsManager::debugDraw();
+    SoundSourceManager::debugDraw();
     MoverManager::debugDraw();
     FxParticleManager::debugDraw();
 }

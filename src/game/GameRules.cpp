@@ -1,6 +1,7 @@
 #include "game/GameRules.h"
 
 #include "audio/MusicSystem.h"
+#include "audio/SoundSourceManager.h"
 #include "console/GLConsole.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
@@ -147,6 +148,7 @@ void GameRules::runFinish(float dt) {
     TARNWICK_LOCATION("GameRules::runFinish");
     state.finishTimeLeft -= dt;
     if (state.finishTimeLeft <= 0.0f) {
+        SoundSourceManager::pauseAllSounds();
         MusicSystem::stop();
     }
 }

@@ -1,5 +1,6 @@
 #include "level/Level.h"
 
+#include "audio/SoundSourceManager.h"
 #include "console/GLConsole.h"
 #include "core/LocationStack.h"
 #include "game/CheckPointTimesManager.h"
@@ -35,6 +36,7 @@ bool Level::load(const std::string& fileName) {
     DynamicPolygonRenderer::initialise();
     CheckPointTimesManager::initialise();
     buildPolyNodeMap();
+    playUntargetedSounds();
     GLConsole::addCommand("DrawTriangles", conCmdDrawTriangles);
     return true;
 }
@@ -49,6 +51,7 @@ void Level::clear() {
     ForceManager::shutdown();
     DynamicPolygonRenderer::shutdown();
     TriggerManager::shutdown();
+    SoundSourceManager::shutdown();
     CheckPointTimesManager::shutdown();
     MoverManager::shutdown();
     polygons.clear(); // last: everything else points into them
@@ -68,7 +71,9 @@ void Level::reset() {
     LevelBspTree::resetTree();
     LevelObjectsManager::resetObjects();
     MoverManager::resetMovers();
+    SoundSourceManager::resetSounds();
     TriggerManager::resetTriggers();
+    playUntargetedSounds();
 }
 
 void Level::debugDraw() {
@@ -135,6 +140,18 @@ void Level::buildPolyNodeMap() {
     for (LevelBspNode* node : nodes) {
         state.polygonNodes[node->polygon].push_back(node);
     }
+}
+
+void Level::playUntargetedSounds() {
+    TARNWICK_LOCATION("Level::playUntargetedSounds");
+    std::set<std::int32_t> targeted;
+    for (const Trigger& trigger : TriggerManager::triggers) {
+        if (trigger.typeId == TriggerManager::soundPlayType) {
+            targeted.insert(trigger.targetId);
+        }
+    }
+    SoundSourceManager::playExcludedSounds(targeted);
+    SoundSourceManager::updateAllSounds();
 }
 
 bool Level::conCmdDrawTriangles(bool value, bool set) {

@@ -52,6 +52,9 @@ public:
     static void findMoveablePolygons();
     /// Gathers for each polygon its nodes. A step of `load`, after the tree is built.
     static void buildPolyNodeMap();
+    /// Starts every looping sound source that no trigger is there to start. The last step of `load`, and of
+    /// `reset`.
+    static void playUntargetedSounds();
 
 private:
     friend class ModuleReset;

@@ -1,5 +1,6 @@
 #include "level/LevelLoader.h"
 
+#include "audio/SoundSourceManager.h"
 #include "console/GLConsole.h"
 #include "core/DataFiles.h"
 #include "core/FrameTimer.h"
@@ -71,6 +72,7 @@ class LevelBuilder final : public LevelFile::Reader {
 public:
     std::list<Polygon2D> polygons;
     std::list<LevelObject> objects;
+    std::list<SoundSource> soundSources;
     std::list<FxParticleEmitter> emitters;
 
     void wrongVersion(std::uint32_t found) override {
@@ -94,8 +96,13 @@ public:
         GLWindow::run();
     }
 
-    void soundSourceRead(const LevelFile::SoundSourceRecord& /*record*/) override {
+    void soundSourceRead(const LevelFile::SoundSourceRecord& record) override {
         TARNWICK_LOCATION("LevelBuilder::soundSourceRead");
+        const Vector2 position = toVector(record.position);
+        // Kept: each is first one of the default sound, whose count in the cache so only grows.
+        soundSources.emplace_back() =
+            SoundSource(Sound(record.soundName), position.x, position.y, record.looping != 0, record.soundId,
+                        static_cast<float>(record.strenght));
         GLWindow::run();
     }
 
@@ -118,6 +125,14 @@ void handOverForces(const LevelFile& file) {
         normaliseVector(direction); // Kept: here and again in `addForce`, which can turn its last bit
         ForceManager::addForce(static_cast<std::int32_t>(record.forceId), position.x, position.y, direction.x,
                                direction.y, record.strength * strengthScale);
+    }
+}
+
+void handOverSoundSources(const LevelBuilder& builder) {
+    TARNWICK_LOCATION("LevelLoader::handOverSoundSources");
+    SoundSourceManager::initialise();
+    for (const SoundSource& source : builder.soundSources) {
+        SoundSourceManager::addSoundSource(source);
     }
 }
 
@@ -166,6 +181,7 @@ void handOver(const LevelFile& file, LevelBuilder& builder) {
         LevelObjectsManager::addObject(object);
     }
     handOverForces(file);
+    handOverSoundSources(builder);
     handOverMovers(file);
     handOverEmitters(builder);
     handOverTriggers(file);

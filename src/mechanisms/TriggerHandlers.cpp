@@ -1,5 +1,6 @@
 #include "mechanisms/TriggerHandlers.h"
 
+#include "audio/SoundSourceManager.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Random.h"
@@ -132,6 +133,16 @@ void trigFuncAnimPlayOnce(Trigger* trigger, void* /*body*/, std::int32_t /*bodyK
 void trigFuncAnimStop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncAnimStop");
     forEachObject(*trigger, [](LevelObject& object) { object.paused = true; });
+}
+
+void trigFuncSoundPlay(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+    TARNWICK_LOCATION("trigFuncSoundPlay");
+    SoundSourceManager::playSounds(trigger->targetId);
+}
+
+void trigFuncSoundStop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+    TARNWICK_LOCATION("trigFuncSoundStop");
+    SoundSourceManager::stopSounds(trigger->targetId);
 }
 
 void trigFuncForceDirectional(Trigger* trigger, void* body, std::int32_t bodyKind, float dt) {

@@ -39,6 +39,10 @@ void trigFuncAnimPlayLoop(Trigger* trigger, void* body, std::int32_t bodyKind, f
 void trigFuncAnimPlayOnce(Trigger* trigger, void* body, std::int32_t bodyKind, float dt);
 void trigFuncAnimStop(Trigger* trigger, void* body, std::int32_t bodyKind, float dt);
 
+/// Play and silence the sound sources of the trigger's target id, which are no targets.
+void trigFuncSoundPlay(Trigger* trigger, void* body, std::int32_t bodyKind, float dt);
+void trigFuncSoundStop(Trigger* trigger, void* body, std::int32_t bodyKind, float dt);
+
 /// The forces: each enabled one among the targets acts on the velocity of the body, one after the other.
 ///
 /// Adds the force's acceleration along its direction.

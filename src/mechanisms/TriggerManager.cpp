@@ -43,6 +43,8 @@ constexpr TypeRow typeTable[] = {
     {3, "Anim_play_loop_1", trigFuncAnimPlayLoop, 1},
     {4, "Anim_play_once_1", trigFuncAnimPlayOnce, 1},
     {5, "Anim_stop_1", trigFuncAnimStop, 1},
+    {100, "Sound_play_1", trigFuncSoundPlay, 1},
+    {101, "Sound_stop_1", trigFuncSoundStop, 1},
     {200, "Force_directional_a", trigFuncForceDirectional, 0},
     {201, "Force_instantenous_a", trigFuncForceInstantenous, 0},
     {202, "Force_multi_dir_pull_a", trigFuncForceMultiDirPull, 0},

@@ -1,5 +1,6 @@
 #include "audio/Sound.h"
 #include "audio/SoundManager.h"
+#include "audio/SoundSourceManager.h"
 #include "audio/SoundSystem.h"
 #include "game/Camera.h"
 #include "game/GameRules.h"
@@ -61,6 +62,22 @@ TEST_F(GameRulesSoundsTest, TheFinishIsHeardOnce) {
 
     EXPECT_TRUE(begun);
     EXPECT_FALSE(finishSound().isPlaying());
+}
+
+TEST_F(GameRulesSoundsTest, TheEndOfTheFinishSilencesTheSourcesOfTheLevel) {
+    SoundSourceManager::addSoundSource(SoundSource(Sound("snd\\dead.wav"), 0.0f, 0.0f, true, 1, 100.0f));
+    SoundSourceManager::addSoundSource(SoundSource(Sound("snd\\dead.wav"), 0.0f, 0.0f, false, 1, 100.0f));
+    SoundSourceManager::playSounds(1);
+    ParticleManager::particles.resize(10);
+    GameRules::incrementEndOfLevelTriggerParticleCount(10);
+    GameRules::update(0.01f);
+    SoundSystem::renderLoopback(20'000);
+    const std::size_t during = SoundSystem::voicesInUse();
+
+    GameRules::update(2.0f);
+
+    EXPECT_EQ(during, 3u); // the finish is heard with them
+    EXPECT_EQ(SoundSystem::voicesInUse(), 1u);
 }
 
 TEST_F(GameRulesSoundsTest, TheSoundsAreMadeOnceAndStayTillTheEnd) {

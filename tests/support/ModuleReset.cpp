@@ -5,6 +5,7 @@
 #include "audio/GameSfx_Water.h"
 #include "audio/MusicSystem.h"
 #include "audio/SoundManager.h"
+#include "audio/SoundSourceManager.h"
 #include "audio/SoundSystem.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
@@ -87,6 +88,7 @@ void ModuleReset::all() {
     ParticleMover::state = {};
     ParticleRenderer::state = {};
     Random::state = {};
+    SoundSourceManager::state = {};
     SoundManager::state = {};
     SoundSystem::shutdown();
     SoundSystem::state = {};

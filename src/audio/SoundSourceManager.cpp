@@ -1,0 +1,222 @@
+#include "audio/SoundSourceManager.h"
+
+#include "console/GLConsole.h"
+#include "core/Geometry.h"
+#include "core/LocationStack.h"
+#include "core/Strings.h"
+#include "game/Camera.h"
+#include "game/Game.h"
+#include "game/GameRules.h"
+
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float smallestVolume = 0.0001f;  ///< A source below it is stopped.
+constexpr std::size_t createArguments = 6; ///< Of `SoundSourceCreate`.
+
+/// Whether looping sources may be heard at all.
+bool levelIsHeard() {
+    TARNWICK_LOCATION("SoundSourceManager::levelIsHeard");
+    return !Game::paused() && !GameRules::gameIsFinished();
+}
+
+} // namespace
+
+SoundSourceManager::State SoundSourceManager::state;
+
+void SoundSourceManager::initialise() {
+    TARNWICK_LOCATION("SoundSourceManager::initialise");
+    shutdown();
+    GLConsole::print("\nInitialising sound source manager..");
+    state.soundSourceDraw = false;
+    GLConsole::addCommand("SoundSourceCreate", conCmdSoundSourceCreate);
+    GLConsole::addCommand("SoundSourceCount", conCmdSoundSourceCount);
+    GLConsole::addCommand("SoundSourceDraw", conCmdSoundSourceDraw);
+}
+
+void SoundSourceManager::shutdown() {
+    TARNWICK_LOCATION("SoundSourceManager::shutdown");
+    GLConsole::print("\nShutting down sound source manager..");
+    state.onceSources.clear();
+    state.loopingSources.clear();
+    GLConsole::removeCommand("SoundSourceCreate");
+    GLConsole::removeCommand("SoundSourceCount");
+    GLConsole::removeCommand("SoundSourceDraw");
+}
+
+void SoundSourceManager::addSoundSource(const SoundSource& source) {
+    TARNWICK_LOCATION("SoundSourceManager::addSoundSource");
+    Sources& sources = source.looping ? state.loopingSources : state.onceSources;
+    SoundSource& added = sources[source.id].emplace_front(source);
+    if (added.looping && !added.stopped) {
+        added.sound.loop();
+    }
+}
+
+void SoundSourceManager::getSoundSources(std::int32_t id, std::list<SoundSource*>& list) {
+    TARNWICK_LOCATION("SoundSourceManager::getSoundSources");
+    for (Sources* const sources : {&state.loopingSources, &state.onceSources}) {
+        if (const auto found = sources->find(id); found != sources->end()) {
+            for (SoundSource& source : found->second) {
+                list.push_back(&source);
+            }
+        }
+    }
+}
+
+void SoundSourceManager::playSounds(std::int32_t id) {
+    TARNWICK_LOCATION("SoundSourceManager::playSounds");
+    std::list<SoundSource*> sources;
+    getSoundSources(id, sources);
+    for (SoundSource* const source : sources) {
+        source->stopped = false;
+        if (source->looping) {
+            source->sound.loop();
+        } else {
+            source->sound.play();
+        }
+    }
+}
+
+void SoundSourceManager::stopSounds(std::int32_t id) {
+    TARNWICK_LOCATION("SoundSourceManager::stopSounds");
+    std::list<SoundSource*> sources;
+    getSoundSources(id, sources);
+    for (SoundSource* const source : sources) {
+        source->stopped = true;
+        source->sound.stop();
+    }
+}
+
+void SoundSourceManager::playExcludedSounds(const std::set<std::int32_t>& ids) {
+    TARNWICK_LOCATION("SoundSourceManager::playExcludedSounds");
+    for (auto& [id, sources] : state.loopingSources) {
+        if (ids.contains(id)) {
+            continue;
+        }
+        for (SoundSource& source : sources) {
+            source.sound.setVolume(0.0f);
+            source.sound.loop();
+            source.stopped = false;
+        }
+    }
+}
+
+void SoundSourceManager::updateAllSounds() {
+    TARNWICK_LOCATION("SoundSourceManager::updateAllSounds");
+    const Vector2 view = Camera::position() + Camera::shakeOffset();
+    const bool heard = levelIsHeard();
+    for (auto& [id, sources] : state.loopingSources) {
+        for (SoundSource& source : sources) {
+            if (source.stopped) {
+                continue;
+            }
+            const float distance = vectorLength(view - Vector2{source.x, source.y});
+            const float volume = 1.0f - distance / source.strenght;
+            if (volume < smallestVolume || !heard) {
+                if (source.sound.isPlaying()) {
+                    source.sound.stop();
+                    syncLoopingSound(source);
+                }
+                continue;
+            }
+            if (!source.sound.isPlaying()) {
+                syncLoopingSound(source);
+                source.sound.loop();
+            }
+            source.sound.setVolume(volume);
+        }
+    }
+}
+
+void SoundSourceManager::syncLoopingSound(SoundSource& source) {
+    TARNWICK_LOCATION("SoundSourceManager::syncLoopingSound");
+    for (const auto& [id, sources] : state.loopingSources) {
+        for (const SoundSource& other : sources) {
+            if (&other == &source) {
+                continue;
+            }
+            if (!other.sound.isPlaying()) {
+                return;
+            }
+            if (other.sound.getName() == source.sound.getName()) {
+                source.sound.synchroniseWith(other.sound);
+            }
+        }
+    }
+}
+
+void SoundSourceManager::pauseAllSounds() {
+    TARNWICK_LOCATION("SoundSourceManager::pauseAllSounds");
+    for (Sources* const all : {&state.onceSources, &state.loopingSources}) {
+        for (auto& [id, sources] : *all) {
+            for (SoundSource& source : sources) {
+                source.sound.stop();
+            }
+        }
+    }
+}
+
+void SoundSourceManager::resumeAllSounds() {
+    TARNWICK_LOCATION("SoundSourceManager::resumeAllSounds");
+    for (Sources* const all : {&state.onceSources, &state.loopingSources}) {
+        for (auto& [id, sources] : *all) {
+            for (SoundSource& source : sources) {
+                if (!source.stopped) {
+                    source.sound.play();
+                }
+            }
+        }
+    }
+}
+
+void SoundSourceManager::resetSounds() {
+    TARNWICK_LOCATION("SoundSourceManager::resetSounds");
+    state.soundSourceDraw = false;
+    for (Sources* const all : {&state.onceSources, &state.loopingSources}) {
+        for (auto& [id, sources] : *all) {
+            for (SoundSource& source : sources) {
+                source.reset();
+            }
+        }
+    }
+}
+
+void SoundSourceManager::conCmdSoundSourceCreate(const std::string& arguments) {
+    TARNWICK_LOCATION("SoundSourceManager::conCmdSoundSourceCreate");
+    std::list<std::string> list;
+    slSeparateArgs(arguments, list);
+    const std::vector<std::string> words(list.begin(), list.end());
+    if (words.size() != createArguments || !slStringIsNumeric(words[0]) || !slStringIsNumeric(words[1]) ||
+        !slStringIsNumeric(words[2]) || !slStringIsBoolean(words[3]) || !slStringIsInteger(words[4])) {
+        GLConsole::print("\nUSAGE: SoundSourceCreate ");
+        GLConsole::print("< x : number > < y : number > ");
+        GLConsole::print("< strenght : number > ");
+        GLConsole::print("< looping : true OR false > ");
+        GLConsole::print("< id : integer > ");
+        GLConsole::print("< fileName > ");
+        return;
+    }
+    const Sound sound(words[5]);
+    addSoundSource(SoundSource(sound, slStringToFloat(words[0]), slStringToFloat(words[1]),
+                               slStringToBool(words[3]), slStringToInt(words[4]), slStringToFloat(words[2])));
+    updateAllSounds();
+}
+
+std::int32_t SoundSourceManager::conCmdSoundSourceCount() {
+    TARNWICK_LOCATION("SoundSourceManager::conCmdSoundSourceCount");
+    return static_cast<std::int32_t>(state.onceSources.size() + state.loopingSources.size());
+}
+
+bool SoundSourceManager::conCmdSoundSourceDraw(bool value, bool set) {
+    TARNWICK_LOCATION("SoundSourceManager::conCmdSoundSourceDraw");
+    if (set) {
+        state.soundSourceDraw = value;
+    }
+    return state.soundSourceDraw;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "audio/SoundSource.h"
+
+#include <cstdint>
+#include <list>
+#include <map>
+#include <set>
+#include <string>
+
+namespace tarnwick {
+
+/// Owns the sound sources of the level: starts, stops and fades the looping ones with the view and the state
+/// of the game, and plays and silences sources for triggers.
+///
+/// A looping source is made stopped. At the start of a level it is freed, unless a trigger is there to start
+/// it; from then on the update alone decides whether it is heard. Sources of one sound are kept in step, so
+/// that they add up to one loud sound.
+class SoundSourceManager {
+public:
+    SoundSourceManager() = delete;
+
+    /// Registers the console commands. Calls `shutdown` first, so that it can run again for a new level.
+    static void initialise();
+    static void shutdown();
+
+    /// Puts a copy in front of the others of its id. One that loops and is not stopped is heard at once.
+    static void addSoundSource(const SoundSource& source);
+    /// Appends the sources of an id: the looping ones, then those that play once, the newest first. Pointers
+    /// are good until `shutdown`.
+    static void getSoundSources(std::int32_t id, std::list<SoundSource*>& list);
+
+    /// Frees the sources of an id and plays each, for ever or once.
+    static void playSounds(std::int32_t id);
+    /// Stops the sources of an id; looping ones until they are played or the level starts again.
+    static void stopSounds(std::int32_t id);
+    /// Starts, at volume 0 until the next update, the looping sources of all ids but the given ones.
+    static void playExcludedSounds(const std::set<std::int32_t>& ids);
+
+    /// Once a tick, also under a menu. A looping source that is not stopped gets 1 less its distance from the
+    /// view over its reach for a volume; it is silent where that is nothing, while a menu is up, while the
+    /// game is paused, and when the level is finished. Ids ascend, the newest source of an id comes first.
+    static void updateAllSounds();
+    /// Brings a source in step with the others of its sound, compared by name and case; the last of them in
+    /// the order of the update counts.
+    /// Kept: the first silent source that it meets ends the search, also one of another sound.
+    static void syncLoopingSound(SoundSource& source);
+
+    /// Stops every source, which does not order it to be silent: the update brings back what should be heard.
+    static void pauseAllSounds();
+    /// Plays every source that is not stopped, once. The game has no use for it.
+    static void resumeAllSounds();
+    /// Puts every source back to the start of the level.
+    static void resetSounds();
+
+    /// Draws the place, reach, id and sound of every source, if the command asks for it: green for those that
+    /// loop, yellow for the others, grey while stopped. Leaves the GL as it was.
+    static void debugDraw();
+
+private:
+    friend class ModuleReset;
+
+    using Sources = std::map<std::int32_t, std::list<SoundSource>>; ///< By id, the newest first.
+
+    struct State {
+        Sources onceSources;
+        Sources loopingSources;
+        bool soundSourceDraw = false; ///< Draw the sources.
+    };
+    static State state;
+
+    static void drawSources(const Sources& sources);
+    static void conCmdSoundSourceCreate(const std::string& arguments);
+    static std::int32_t conCmdSoundSourceCount();
+    static bool conCmdSoundSourceDraw(bool value, bool set);
+};
+
+} // namespace tarnwick
