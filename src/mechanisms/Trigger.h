@@ -5,7 +5,7 @@
 #include "mechanisms/TriggerHandlers.h"
 
 #include <cstdint>
-#include <vector>
+#include <span>
 
 namespace tarnwick {
 
@@ -54,8 +54,9 @@ struct Trigger {
     std::uint32_t typeId = 0;    ///< As given when it was made, also if no row has it.
     std::int32_t targetId = 0;   ///< 0: no targets.
     TriggerType* type = nullptr; ///< In the table; never null once the trigger is made.
-    std::vector<TriggerTarget> targets; ///< Found once, when the trigger was made.
-    float cooldownLeft = 0.0f;          ///< Seconds of rest left.
+    /// Found once, when the trigger was made. Shared with other triggers; kept by `TriggerManager`.
+    std::span<const TriggerTarget> targets;
+    float cooldownLeft = 0.0f;   ///< Seconds of rest left.
     float delay = 0.0f;          ///< Seconds between firing and the handler's call; 0 or less: at once.
     std::uint32_t fireCount = 0; ///< Fires since the last reset.
 

@@ -109,14 +109,14 @@ Box boxOf(const Trigger& trigger) {
     return {trigger.minX, trigger.minY, trigger.maxX, trigger.maxY};
 }
 
-/// Appends those of `entities` whose id, taken as signed, is the trigger's target id.
+using TargetsById = std::map<std::int32_t, std::vector<TriggerTarget>>;
+
+/// Appends each of `entities` to the targets of its id, taken as signed.
 template <typename Entity>
-void appendTargets(std::list<Entity>& entities, std::int32_t kind, Trigger& trigger) {
+void appendTargets(std::list<Entity>& entities, std::int32_t kind, TargetsById& targets) {
     TARNWICK_LOCATION("TriggerManager::appendTargets");
     for (Entity& entity : entities) {
-        if (static_cast<std::int32_t>(entity.id) == trigger.targetId) {
-            trigger.targets.push_back({&entity, kind});
-        }
+        targets[static_cast<std::int32_t>(entity.id)].push_back({&entity, kind});
     }
 }
 
@@ -144,9 +144,10 @@ void TriggerManager::shutdown() {
     GLConsole::removeCommand("TriggerCreate");
     GLConsole::removeCommand("TriggerCount");
     GLConsole::removeCommand("TriggerDraw");
-    state.delayedEvents.clear(); // first: they point to the triggers, and those to the types
+    state.delayedEvents.clear(); // first: they point to the triggers, and those to types and targets
     triggers.clear();
     state.triggerTypes.clear();
+    state.targetIndexes.clear();
     state.triggerDraw = false;
 }
 
@@ -188,15 +189,37 @@ void TriggerManager::addTrigger(std::int32_t typeId,
 
 void TriggerManager::findTargets(Trigger& trigger) {
     TARNWICK_LOCATION("TriggerManager::findTargets");
+    trigger.targets = {};
     if (trigger.targetId == 0) {
         return;
     }
-    appendTargets(LevelObjectsManager::animatedObjects, TriggerTarget::object, trigger);
-    appendTargets(LevelObjectsManager::staticObjects, TriggerTarget::object, trigger);
-    appendTargets(ForceManager::forces, TriggerTarget::force, trigger);
-    appendTargets(Level::polygons, TriggerTarget::polygon, trigger);
-    appendTargets(MoverManager::movers, TriggerTarget::mover, trigger);
-    appendTargets(FxParticleManager::emitters, TriggerTarget::emitter, trigger);
+    const TargetIndex& index = targetIndex();
+    if (const auto found = index.targets.find(trigger.targetId); found != index.targets.end()) {
+        trigger.targets = found->second;
+    }
+}
+
+/// The index of the entities that are there now, made anew when some have come in.
+const TriggerManager::TargetIndex& TriggerManager::targetIndex() {
+    TARNWICK_LOCATION("TriggerManager::targetIndex");
+    const std::array<std::size_t, 6> counts = {LevelObjectsManager::animatedObjects.size(),
+                                               LevelObjectsManager::staticObjects.size(),
+                                               ForceManager::forces.size(),
+                                               Level::polygons.size(),
+                                               MoverManager::movers.size(),
+                                               FxParticleManager::emitters.size()};
+    if (!state.targetIndexes.empty() && state.targetIndexes.back().entityCounts == counts) {
+        return state.targetIndexes.back();
+    }
+    TargetIndex& index = state.targetIndexes.emplace_back();
+    index.entityCounts = counts;
+    appendTargets(LevelObjectsManager::animatedObjects, TriggerTarget::object, index.targets);
+    appendTargets(LevelObjectsManager::staticObjects, TriggerTarget::object, index.targets);
+    appendTargets(ForceManager::forces, TriggerTarget::force, index.targets);
+    appendTargets(Level::polygons, TriggerTarget::polygon, index.targets);
+    appendTargets(MoverManager::movers, TriggerTarget::mover, index.targets);
+    appendTargets(FxParticleManager::emitters, TriggerTarget::emitter, index.targets);
+    return index;
 }
 
 bool TriggerManager::pointInTrigger(Vector2 point, const Trigger& trigger) {

@@ -3,6 +3,8 @@
 #include "mechanisms/LiveTriggers.h"
 #include "mechanisms/Trigger.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <list>
 #include <map>
@@ -50,8 +52,9 @@ public:
     /// refuses no point, so a region that is a single point holds every point, and one that is a line all of
     /// that line.
     static bool pointInTrigger(Vector2 point, const Trigger& trigger);
-    /// Appends every entity of the trigger's target id: animated objects, static objects, forces, polygons,
-    /// movers, emitters, each list from its front. Nothing for target id 0.
+    /// Gives the trigger every entity of its target id: animated objects, static objects, forces, polygons,
+    /// movers, emitters, each list from its front. Nothing for target id 0. Entities may have come into the
+    /// level since `initialise`, but none may have left it.
     static void findTargets(Trigger& trigger);
 
     /// One tick of `dt` seconds: the pending events, then every particle and then every ice group, in the
@@ -74,15 +77,26 @@ private:
     friend class TriggerRows;
     friend class TriggerManagerTest;
 
+    /// All entities that a trigger may aim at, by their ids. Triggers share the lists: a level in which
+    /// thousands of triggers name thousands of entities of one id would not fit into memory otherwise.
+    struct TargetIndex {
+        std::array<std::size_t, 6> entityCounts{}; ///< Of the six lists, when it was made.
+        std::map<std::int32_t, std::vector<TriggerTarget>> targets;
+    };
+
     struct State {
         std::map<std::int32_t, TriggerType> triggerTypes; ///< By type id.
-        std::vector<DelayedTriggerEvent> delayedEvents;   ///< Oldest first.
-        LiveTriggers liveTriggers;                        ///< Filled only within a tick; kept for its memory.
-        bool triggerDraw = false;                         ///< Draw the triggers.
+        /// The last one is of the entities that are there now; those before it belong to triggers that were
+        /// made before the console made more.
+        std::list<TargetIndex> targetIndexes;
+        std::vector<DelayedTriggerEvent> delayedEvents; ///< Oldest first.
+        LiveTriggers liveTriggers;                      ///< Filled only within a tick; kept for its memory.
+        bool triggerDraw = false;                       ///< Draw the triggers.
     };
     static State state;
 
     static void createTriggerTypeMap();
+    static const TargetIndex& targetIndex();
     static Box viewSquare();
     static void gatherLiveTriggers(float dt);
     static void fireAt(Vector2 place, void* body, std::int32_t bodyKind, float dt);

@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace tarnwick {
 
@@ -32,11 +33,11 @@ protected:
 
     static constexpr float dt = 0.25f;
 
-    void target(LevelObject& object) { trigger.targets.push_back({&object, TriggerTarget::object}); }
-    void target(Force& force) { trigger.targets.push_back({&force, TriggerTarget::force}); }
-    void target(Mover& mover) { trigger.targets.push_back({&mover, TriggerTarget::mover}); }
-    void target(Polygon2D& polygon) { trigger.targets.push_back({&polygon, TriggerTarget::polygon}); }
-    void target(FxParticleEmitter& emitter) { trigger.targets.push_back({&emitter, TriggerTarget::emitter}); }
+    void target(LevelObject& object) { addTarget(&object, TriggerTarget::object); }
+    void target(Force& force) { addTarget(&force, TriggerTarget::force); }
+    void target(Mover& mover) { addTarget(&mover, TriggerTarget::mover); }
+    void target(Polygon2D& polygon) { addTarget(&polygon, TriggerTarget::polygon); }
+    void target(FxParticleEmitter& emitter) { addTarget(&emitter, TriggerTarget::emitter); }
 
     void call(TriggerHandler handler) { handler(&trigger, nullptr, triggerBodyParticle, dt); }
     void call(TriggerHandler handler, Particle& body) { handler(&trigger, &body, triggerBodyParticle, dt); }
@@ -61,8 +62,14 @@ protected:
                std::ranges::all_of(*nodes, [](const LevelBspNode* node) { return node->hasEdge; });
     }
 
+    void addTarget(void* entity, std::int32_t kind) {
+        targets.push_back({entity, kind});
+        trigger.targets = targets;
+    }
+
     TriggerType type;
     Trigger trigger;
+    std::vector<TriggerTarget> targets;
     Particle particle;
     ParticleGroup group;
 };

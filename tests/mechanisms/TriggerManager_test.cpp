@@ -255,6 +255,41 @@ TEST_F(TriggerManagerTest, TargetZeroIsNoTargetAndAnIdOfNobodyGivesNone) {
     EXPECT_TRUE(add(-1, 12, 0.0f).targets.empty());
 }
 
+TEST_F(TriggerManagerTest, TriggersOfOneIdShareTheirTargets) {
+    addForce(3);
+
+    const Trigger& one = add(-1, 3, 0.0f);
+    const Trigger& other = add(200, 3, 0.0f);
+
+    EXPECT_EQ(one.targets.data(), other.targets.data());
+}
+
+TEST_F(TriggerManagerTest, ATriggerMadeLaterHasWhatCameInBetween) {
+    addForce(3);
+    const Trigger& early = add(-1, 3, 0.0f);
+    addForce(3);
+
+    const Trigger& late = add(-1, 3, 0.0f);
+
+    ASSERT_EQ(early.targets.size(), 1u);
+    ASSERT_EQ(late.targets.size(), 2u);
+    EXPECT_EQ(early.targets[0].entity, &ForceManager::forces.front());
+    EXPECT_EQ(late.targets[1].entity, &ForceManager::forces.back());
+}
+
+TEST_F(TriggerManagerTest, ThousandsOfTriggersOnThousandsOfEntitiesAreMadeInNoTime) {
+    constexpr int count = 65535; // the most of each that a level has
+    for (int i = 0; i < count; ++i) {
+        addForce(3);
+    }
+
+    for (int i = 0; i < count; ++i) {
+        add(-1, 3, 0.0f);
+    }
+
+    EXPECT_EQ(TriggerManager::triggers.front().targets.size(), 65535u); // one by one: 70 gigabytes
+}
+
 TEST_F(TriggerManagerTest, WhatComesLaterIsNoTarget) {
     const Trigger& trigger = add(stopForceType, 3, 0.0f);
     GLConsole::runLine("ForceCreate 3 0 0 1 0 5");
@@ -430,6 +465,7 @@ TEST_F(TriggerManagerTest, ATimeLeftOfExactlyZeroIsOver) {
 TEST_F(TriggerManagerTest, DelaysThatAreNotAboveZeroActAtOnce) {
     for (const float delay : {0.0f, -5.0f, std::nanf("")}) {
         ForceManager::forces.clear();
+        TriggerManager::initialise();
         const Force& force = addForce(3);
         add(stopForceType, 3, delay);
         addWater(5.0f, 5.0f);
@@ -437,7 +473,6 @@ TEST_F(TriggerManagerTest, DelaysThatAreNotAboveZeroActAtOnce) {
         TriggerManager::runTriggers(dt);
 
         EXPECT_FALSE(force.enabled) << delay;
-        TriggerManager::triggers.clear();
     }
 }
 

@@ -10,6 +10,7 @@
 #include <limits>
 #include <map>
 #include <string>
+#include <utility>
 
 namespace tarnwick {
 
@@ -168,11 +169,20 @@ void TriggerRows::apply() const {
 void TriggerRows::makeTrigger(const Row& row) {
     TriggerManager::addTrigger(static_cast<std::int32_t>(row.typeId), row.targetId, 0.0f, row.corners[0],
                                row.corners[1], row.corners[2], row.corners[3]);
+    Trigger& trigger = TriggerManager::triggers.front();
     TargetCounts found{};
-    std::erase_if(TriggerManager::triggers.front().targets, [&](const TriggerTarget& target) {
+    std::vector<TriggerTarget> kept;
+    for (const TriggerTarget& target : trigger.targets) {
         const std::size_t place = kindPlace(target.kind);
-        return ++found[place] > row.targets[place];
-    });
+        if (++found[place] <= row.targets[place]) {
+            kept.push_back(target);
+        }
+    }
+    if (kept.size() < trigger.targets.size()) {
+        auto& index =
+            TriggerManager::state.targetIndexes.emplace_front(); // the last stays that of all entities
+        trigger.targets = index.targets[row.targetId] = std::move(kept);
+    }
 }
 
 } // namespace tarnwick
