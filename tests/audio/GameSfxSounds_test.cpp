@@ -21,6 +21,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tarnwick {
 
@@ -45,9 +46,11 @@ protected:
                 const std::string number = std::string(level) + "_" + variant;
                 data.write("snd/splash_" + number + ".wav", toneFile(tenthOfFrames));
                 data.write("snd/crack_" + number + ".wav", toneFile(tenthOfFrames));
-                settings.append(" waterSound_disturbance_level_" + number + " = snd\\splash_" + number +
-                                ".wav iceSound_disturbance_Level_" + number + " = snd\\crack_" + number +
-                                ".wav");
+                for (const auto& [key, file] : {std::pair{" waterSound_disturbance_level_", "splash_"},
+                                                {" iceSound_disturbance_Level_", "crack_"}}) {
+                    settings.append(key).append(number).append(" = snd\\");
+                    settings.append(file).append(number).append(".wav");
+                }
             }
         }
         data.write("cfg/game_sfx.cfg", settings);

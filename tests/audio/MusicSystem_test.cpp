@@ -348,7 +348,7 @@ TEST_F(MusicSystemTest, TheVolumeIsHeardAndOutlivesTheFile) {
     MusicSystem::play(quarter, true);
     mix.wait(3);
 
-    EXPECT_NEAR(quarterOfFull, full / 4, full / 100); // steps of the mixer
+    EXPECT_NEAR(4 * quarterOfFull, full, full * 0.04); // steps of the mixer
     EXPECT_EQ(mix.loudest(), 0);
 }
 
