@@ -1,0 +1,130 @@
+#include "audio/WavFile.h"
+
+#include <SDL.h>
+#include <SDL_mixer.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr double fullScale = 32'768.0;
+constexpr double quietEnd = 0.001;      ///< -60 dB: what is heard once begins and ends below it.
+constexpr double ordinaryStep = 0.99;   ///< Share of all steps that stay below one that is still ordinary.
+constexpr double musicPeak = 0.447;     ///< -7 dB.
+constexpr double shortestMusic = 120.0; ///< Seconds.
+
+const std::filesystem::path dataFolder = std::filesystem::path(TARNWICK_SOURCE_DIR) / "data";
+
+/// Those that go round, by the configuration and by what levels do with them.
+const std::set<std::string> loops = {"water_ambient", "ice_freeze",  "ice_friction", "steam_evaporate",
+                                     "steam_ambient", "wind",        "machine",      "drip",
+                                     "fire",          "menu_evening"};
+
+std::string contentOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// -1 to 1, of a file of 16 bits.
+std::vector<double> levelsOf(const std::uint8_t* bytes, std::size_t size) {
+    std::vector<double> levels(size / 2);
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        const auto value = static_cast<std::int16_t>(bytes[2 * i] | (bytes[2 * i + 1] << 8));
+        levels[i] = value / fullScale;
+    }
+    return levels;
+}
+
+double peakOf(const std::vector<double>& levels) {
+    return std::abs(*std::ranges::max_element(levels, {}, [](double level) { return std::abs(level); }));
+}
+
+/// The step from the last frame to the first, over the step that is still ordinary within.
+double seamOf(const std::vector<double>& levels, std::size_t channels) {
+    std::vector<double> steps;
+    double seam = 0.0;
+    for (std::size_t channel = 0; channel < channels; ++channel) {
+        for (std::size_t i = channel + channels; i < levels.size(); i += channels) {
+            steps.push_back(std::abs(levels[i] - levels[i - channels]));
+        }
+        seam = std::max(seam, std::abs(levels[levels.size() - channels + channel] - levels[channel]));
+    }
+    const auto rank = static_cast<std::ptrdiff_t>(static_cast<double>(steps.size()) * ordinaryStep);
+    std::ranges::nth_element(steps, steps.begin() + rank);
+    return seam / steps[static_cast<std::size_t>(rank)];
+}
+
+} // namespace
+
+TEST(SoundDataTest, EverySoundIsReadAndBelowClippingAndEndsWithoutAClick) {
+    int files = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(dataFolder / "snd")) {
+        const std::string name = entry.path().stem();
+        const std::string bytes = contentOf(entry.path());
+        WavFile wav;
+        ASSERT_TRUE(WavFile::read(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(), wav))
+            << name;
+        ASSERT_EQ(wav.bitsPerSample, 16) << name;
+        ASSERT_EQ(wav.samples.size() % wav.blockAlign, 0u) << name;
+        const std::vector<double> levels = levelsOf(wav.samples.data(), wav.samples.size());
+
+        EXPECT_LT(peakOf(levels), 0.8) << name;
+        EXPECT_GT(peakOf(levels), 0.02) << name;
+        if (loops.contains(name)) {
+            EXPECT_LT(seamOf(levels, wav.channels), 1.0) << name;
+        } else {
+            EXPECT_LT(std::abs(levels.front()), quietEnd) << name;
+            EXPECT_LT(std::abs(levels.back()), quietEnd) << name;
+        }
+        ++files;
+    }
+    EXPECT_GT(files, 40);
+}
+
+TEST(SoundDataTest, EverySoundAndMusicThatTheSettingsNameIsThere) {
+    const std::regex named(R"((?:snd|music|vid)\\[\w\\]+\.(?:wav|ogg))", std::regex::icase);
+    int names = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(dataFolder / "cfg")) {
+        const std::string text = contentOf(entry.path());
+        for (std::sregex_iterator found(text.begin(), text.end(), named), end; found != end; ++found) {
+            std::string name = found->str();
+            std::ranges::replace(name, '\\', '/');
+            EXPECT_TRUE(std::filesystem::exists(dataFolder / name)) << entry.path() << ": " << name;
+            ++names;
+        }
+    }
+    EXPECT_GT(names, 30);
+}
+
+TEST(SoundDataTest, MusicIsLongEnoughAndLeavesRoomForTheWaterAndLoopsWithoutASeam) {
+    SDL_SetHintWithPriority(SDL_HINT_AUDIODRIVER, "dummy", SDL_HINT_OVERRIDE);
+    ASSERT_EQ(SDL_InitSubSystem(SDL_INIT_AUDIO), 0);
+    ASSERT_EQ(Mix_OpenAudioDevice(44'100, AUDIO_S16LSB, 2, 1024, nullptr, 0), 0);
+    for (const char* const name : {"menu.ogg", "play.ogg"}) {
+        Mix_Chunk* const piece = Mix_LoadWAV((dataFolder / "music" / name).c_str());
+        ASSERT_NE(piece, nullptr) << name;
+        const std::vector<double> levels = levelsOf(piece->abuf, piece->alen);
+        Mix_FreeChunk(piece);
+
+        EXPECT_GT(static_cast<double>(levels.size()) / 2.0 / 44'100.0, shortestMusic) << name;
+        EXPECT_LT(peakOf(levels), musicPeak) << name;
+        EXPECT_LT(seamOf(levels, 2), 1.0) << name;
+    }
+    Mix_CloseAudio();
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    SDL_ResetHint(SDL_HINT_AUDIODRIVER);
+}
+
+} // namespace tarnwick
