@@ -14,7 +14,7 @@ import numpy as np
 from PIL import Image
 from scipy import ndimage
 
-from lib import shade, tga
+from lib import tga
 
 SCREENS = ("main", "inGame", "options", "highScores", "instructions", "quitGame", "loadMap", "credits", "levelFinished",
            "restart")
@@ -172,7 +172,7 @@ class Menu:
         backdrop = settings("game")
         self.window.picture[:] = [float(backdrop[f"background_{channel}"]) for channel in "rgb"]
         share = np.linspace(0, 1, 16)[:, None, None]
-        water = shade.mix(np.ones((16, 16, 3)) * (0.8, 0.85, 1.0), np.array((0.7, 0.75, 1.0)), share * np.ones((16, 16, 1)))
+        water = np.ones((16, 16, 3)) * (0.8, 0.85, 1.0) * (1 - share) + np.array((0.7, 0.75, 1.0)) * share
         self.window.quad(np.dstack([water, np.ones((16, 16))]), x, y + height * (1 - WATER), width, height * WATER)
         self.window.quad(self.window.load(self.own["backgroundimage"]), *self.rectangle("backgroundImage"))
         x, y, width, height = self.rectangle("timeDisplay")

@@ -117,7 +117,8 @@ def sheet(canvas, left, top, right, bottom, seed):
     colour = shade.ramp(np.clip(tone, 0, 1), palette.LINEN_RAMP) * palette.DUSK
     lambert = shade.light(np.clip(inside, 0, 3) * SCALE * 0.5 + fibre * 3, 0.3, wrap=False)
     colour = colour * np.clip(lambert, 0.75, 1.15)[..., None]
-    places = [(MARGIN + nail_x, MARGIN + nail_y) for nail_x in (10, 2 * half[0] - 10) for nail_y in (10, 2 * half[1] - 10)]
+    places = [(MARGIN + nail_x, MARGIN + nail_y)
+              for nail_x in (10, 2 * half[0] - 10) for nail_y in (10, 2 * half[1] - 10)]
     nails, nails_mask = joinery.nails(shape, places, 3.2, SCALE)
     colour = shade.mix(joinery.shadowed(colour, nails_mask, 1.4, 1.0, 0.6, SCALE), nails, nails_mask)
     picture = shapes.shrink(np.dstack([colour, np.clip(inside * SCALE + 0.5, 0, 1)]), SCALE)

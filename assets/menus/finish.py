@@ -8,7 +8,7 @@ scores; the column of water is drawn under it by the game, in a pale blue that t
 import numpy as np
 
 import palette
-from lib import noise, shade, shapes, tga
+from lib import shade, shapes, tga
 from menus import boards, joinery
 
 FADE = (1024, 2048)  # rows and columns, one a unit, about the middle of the screen

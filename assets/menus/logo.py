@@ -1,4 +1,4 @@
-"""Writes the name of the game, data/gfx/menu/logo.tga (512 x 256): brass letters in which dusk stands above and the water below."""
+"""Writes the name of the game, data/gfx/menu/logo.tga (512 x 256): brass letters, the dusk above and water below."""
 
 import numpy as np
 from scipy import ndimage

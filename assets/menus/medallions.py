@@ -78,7 +78,7 @@ def square(half):
     return [(-half, -half), (half, -half), (half, half), (-half, half)]
 
 
-def stone(scene, seed):
+def stone(seed):
     blotches = noise.fbm(SIZE * SCALE, 2.6, seed=seed)
     return shade.ramp(np.clip(0.55 + (blotches - 0.5) * 0.9, 0, 1), palette.STONE_RAMP)
 
@@ -94,7 +94,8 @@ def arc_arrow(scene, radius, start, end, head):
     along = np.array((-np.sin(tip), np.cos(tip))) * np.sign(end - start)
     out = np.array((np.cos(tip), np.sin(tip)))
     base = out * radius
-    point = scene.polygon([tuple(base + out * head * 0.62), tuple(base + along * head), tuple(base - out * head * 0.62)])
+    side = out * head * 0.62
+    point = scene.polygon([tuple(base + side), tuple(base + along * head), tuple(base - side)])
     scene.outlined(palette.LANTERN_LIGHT, np.maximum(shaft, point))
 
 
@@ -103,7 +104,7 @@ def turn_the_world():
     scene = Scene()
     walls = scene.polygon(turned(square(0.50), -24))
     room = scene.polygon(turned(square(0.36), -24))
-    scene.outlined(stone(scene, 71), walls)
+    scene.outlined(stone(71), walls)
     scene.outlined(shade.flat(scene.x.shape, palette.VALLEY_DEEP), room, 0.02)
     scene.water(room - 0.004, 0.06)
     arc_arrow(scene, 0.66, -60, -118, 0.17)

@@ -1,24 +1,23 @@
 """Writes the picture behind each menu into data/gfx/menu: what `logo` in the menus' configuration names.
 
 512 x 512 with the name of the game above, or 1024 x 512 with a heading; one pixel is one of the 800 by 600 units of
-the menus. data/cfg/menu_*.cfg lays widgets on them, so places that are agreed between the two are named here.
+the menus. data/cfg/menu_*.cfg lays the widgets on them, and centres them on the screen: row and column of a small
+canvas are 144 and 44 less than the screen's x and y where its logo stands at (400, 300).
 """
 
-import numpy as np
-
 import palette
-from lib import noise, shade, shapes, tga
+from lib import shapes, tga
 from menus import boards, logo, medallions
 
 PACKING = 3
 SMALL, LARGE = (512, 512), (512, 1024)  # rows and columns
 CHAINS = 256 - 84, 256 + 84
-LOGO_TOP = 84  # rows of the logo's picture that stay above the canvas
-SCREEN_LEFT = 112  # column of a large canvas at the left edge of the screen
+LOGO_CUT = 42  # clear rows of the logo's picture that stay above the canvas
+HEADING = 42  # middle of a heading, from the top
 
 
 def with_logo(canvas):
-    boards.place(canvas, logo.logo(), 0, -LOGO_TOP + 42)
+    boards.place(canvas, shapes.shrink(logo.picture(), logo.SCALE), 0, -LOGO_CUT)
     return canvas
 
 
@@ -45,7 +44,7 @@ def board_screen(text, half_heading, left, right, bottom, plank, seed):
     boards.chains(canvas, (512 - 84, 512 + 84), bottom - 10, 512)
     boards.chains(canvas, (512 - 200, 512 + 200), 0, 60)
     boards.place(canvas, boards.board(*LARGE, left, 40, right, bottom, plank, seed), 0, 0)
-    boards.heading(canvas, text, 512, 42, half_heading)
+    boards.heading(canvas, text, 512, HEADING, half_heading)
     return canvas
 
 

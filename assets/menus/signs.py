@@ -1,7 +1,7 @@
 """Writes the buttons of the menus into data/gfx/menu, 256 x 64: wooden signs with a brass edge and carved letters.
 
-Each has three runs of frames, NAME_idle_frame00.tga and so on. Idle is a picture that rests. Under the pointer, `focus`,
-water rises in the letters; it drains when the pointer goes, since the game then plays the run backwards. After a
+Each has three runs of frames, NAME_idle_frame00.tga and so on. Idle is a picture that rests. Under the pointer,
+`focus`, water rises in the letters; it drains when the pointer goes, since the game then plays the run backwards. After a
 click, `clicked`, the letters of all signs are full, and the signs tip over like the leaves of a sluice and are gone.
 """
 
@@ -9,7 +9,7 @@ import numpy as np
 from scipy import ndimage
 
 import palette
-from lib import noise, shade, shapes, tga
+from lib import shade, shapes, tga
 from menus import joinery, lettering
 
 ROWS, COLUMNS = 64, 256
