@@ -111,8 +111,9 @@ private:
     static void loadCandidates();
     static void pushBodies(const DynamicPolygon& pusher, float dt);
     static void moveTouching(Vector2 step);
+    static void endStep(const DynamicPolygon& pusher, Vector2 polygonVelocity);
     static void findTouching(const DynamicPolygon& pusher, Vector2 offset);
-    static void findTouchingParticles(const DynamicPolygon& pusher, Vector2 offset);
+    static void findTouchingParticles(const DynamicPolygon& pusher, float reach);
     static void findTouchingGroups(const DynamicPolygon& pusher, Vector2 offset);
     static void killParticlesInsidePolygon(const DynamicPolygon& pusher);
     static void addNearbyParticles(float radius);

@@ -129,8 +129,7 @@ void MoverManager::pushBodies(const DynamicPolygon& pusher, float dt) {
         return;
     }
     const Vector2 pushDirection = delta / remaining;
-    std::vector<Particle*>& touching = state.push.touchingParticles;
-    touching.clear();
+    state.push.touchingParticles.clear();
     state.push.touchingGroups.clear();
     findTouching(pusher, place);
     while (remaining > 0.0f) {
@@ -141,17 +140,27 @@ void MoverManager::pushBodies(const DynamicPolygon& pusher, float dt) {
         findTouching(pusher, place);
         const float before = remaining;
         remaining -= move;
-        for (std::size_t i = touching.size(); i-- > 0;) {
-            CircleCollision::collisionTestStatic(touching[i]->position, particleRadius);
-        }
-        killParticlesInsidePolygon(pusher);
-        addNearbyParticles(nearbyDistance);
-        for (Particle* const particle : touching) {
-            particle->pushVelocity += polygonVelocity; // in every step: a long way gives a hard push
+        if (!state.push.touchingParticles.empty()) {
+            endStep(pusher, polygonVelocity);
         }
         if (remaining == before) {
             break; // so absurdly far that no step shortens the way: it would never end
         }
+    }
+}
+
+/// What becomes of the particles after each step: walls stop them, the polygon crushes them, and they hand
+/// the push on.
+void MoverManager::endStep(const DynamicPolygon& pusher, Vector2 polygonVelocity) {
+    TARNWICK_LOCATION("MoverManager::endStep");
+    std::vector<Particle*>& touching = state.push.touchingParticles;
+    for (std::size_t i = touching.size(); i-- > 0;) {
+        CircleCollision::collisionTestStatic(touching[i]->position, particleRadius);
+    }
+    killParticlesInsidePolygon(pusher);
+    addNearbyParticles(nearbyDistance);
+    for (Particle* const particle : touching) {
+        particle->pushVelocity += polygonVelocity; // in every step: a long way gives a hard push
     }
 }
 
@@ -173,22 +182,25 @@ void MoverManager::moveTouching(Vector2 step) {
 /// the one that touched was the last of its list, the scan goes through the list again.
 void MoverManager::findTouching(const DynamicPolygon& pusher, Vector2 offset) {
     TARNWICK_LOCATION("MoverManager::findTouching");
+    constexpr float reach = particleRadius + touchMargin;
+    state.candidateParticles.findInBox(widened(pusher.outline, offset, reach), state.push.nearby);
+    if (state.push.nearby.empty() && state.candidateGroups.empty()) {
+        return;
+    }
     std::vector<Vector2>& starts = state.push.edgeStarts;
     starts.clear();
     for (const LevelBspNode& edge : pusher.edges) {
         starts.push_back(edge.start + offset);
     }
-    findTouchingParticles(pusher, offset);
+    findTouchingParticles(pusher, reach);
     findTouchingGroups(pusher, offset);
 }
 
-void MoverManager::findTouchingParticles(const DynamicPolygon& pusher, Vector2 offset) {
+void MoverManager::findTouchingParticles(const DynamicPolygon& pusher, float reach) {
     TARNWICK_LOCATION("MoverManager::findTouchingParticles");
-    constexpr float reach = particleRadius + touchMargin;
     const std::size_t edgeCount = pusher.edges.size();
     PushField& field = state.candidateParticles;
     std::vector<std::uint32_t>& nearby = state.push.nearby;
-    field.findInBox(widened(pusher.outline, offset, reach), nearby);
     for (std::size_t i = 0; i < nearby.size(); ++i) {
         const std::uint32_t candidate = nearby[i];
         const std::size_t edge =

@@ -49,8 +49,10 @@ void PushField::fillCells() {
 
 void PushField::layCells() {
     TARNWICK_LOCATION("PushField::layCells");
+    everybody = {};
     bounds = {};
     for (const Entry& entry : entries) {
+        everybody.add(Box::around(entry.position, entry.position));
         const Vector2 place{std::clamp(entry.position.x, -farthest, farthest),
                             std::clamp(entry.position.y, -farthest, farthest)};
         bounds.add(Box::around(place, place)); // what is no number is left out
@@ -74,6 +76,9 @@ void PushField::layCells() {
 void PushField::findInBox(const Box& box, std::vector<std::uint32_t>& result) const {
     TARNWICK_LOCATION("PushField::findInBox");
     result.clear();
+    if (!everybody.touches(box)) {
+        return; // most polygons move where there is no water
+    }
     const std::uint32_t lastColumn = columnOf(box.maxX);
     const std::uint32_t lastRow = rowOf(box.maxY);
     const std::uint32_t firstColumn = columnOf(box.minX);

@@ -66,7 +66,8 @@ private:
     std::vector<std::uint32_t> slots; ///< Candidates, cell by cell.
     std::vector<Cell> cells;          ///< Row by row.
     std::vector<std::uint32_t> found; ///< Room of `takeWithin`.
-    Box bounds;                       ///< Around everybody, as far as the cells are meant for.
+    Box everybody;                    ///< Around all, taken or not.
+    Box bounds;                       ///< The same, as far as the cells are meant for.
     float cellsPerUnit = 0.0f;
     std::uint32_t columns = 0;
     std::uint32_t rows = 0;

@@ -359,6 +359,17 @@ TEST_F(MoverPushTest, AWayThatNoStepShortensEnds) {
     EXPECT_GT(particle.position.x, 41.0f);
 }
 
+TEST_F(MoverPushTest, AWayOfTwoMillionStepsBringsThePolygonToItsPlace) {
+    addPusher({3e6f, 0.0f});
+    const Particle& particle = addParticle(0.0f, 500.0f); // meets nothing
+    SceneAccess::placeCamera({3e6f, 0.0f}, {}, 0.0f, 1.0f);
+
+    moveBy(3e6f);
+
+    EXPECT_EQ(Level::polygons.front().previousOffsetX, 3e6f);
+    EXPECT_EQ(particle.position, (Vector2{0.0f, 500.0f}));
+}
+
 TEST_F(MoverPushTest, WhatIsNoNumberOrFarOffIsLeftAlone) {
     constexpr float infinity = std::numeric_limits<float>::infinity();
     addPusher({100.0f, 0.0f});

@@ -1,7 +1,9 @@
 #include "particles/CircleCollision.h"
 
+#include "core/Geometry.h"
 #include "level/Level.h"
 #include "level/LevelBspTree.h"
+#include "mechanisms/MoverManager.h"
 #include "support/ModuleTest.h"
 #include "support/SceneAccess.h"
 
@@ -138,6 +140,93 @@ TEST_F(CircleCollisionTest, ANewLevelIsSeenAtOnce) {
     SceneAccess::buildTree();
     EXPECT_TRUE(CircleCollision::collisionTest(centre, 2.0f));
     EXPECT_EQ(centre.y, -5.0f);
+}
+
+/// The same with one moving edge, from (0, 0) to (100, 0), with its solid side below.
+class MovingEdgeCollisionTest : public CircleCollisionTest {
+protected:
+    static void addEdge(Vector2 start, Vector2 end) {
+        LevelBspNode& edge = MoverManager::collideableNodes.emplace_back();
+        edge.start = start;
+        edge.end = end;
+        edge.length = distanceBetween(start, end);
+        edge.direction = (end - start) / edge.length;
+        edge.normal = {-edge.direction.y, edge.direction.x};
+        edge.friction = 0.75f;
+        CircleCollision::prepareMovingEdges({}, 500.0f);
+    }
+    MovingEdgeCollisionTest() { addEdge({0.0f, 0.0f}, {100.0f, 0.0f}); }
+};
+
+TEST_F(MovingEdgeCollisionTest, AMovingEdgeHoldsACircleAndAStaticTestDoesNotSeeIt) {
+    Vector2 centre{50.0f, -1.5f};
+    Vector2 other = centre;
+
+    const bool hit = CircleCollision::collisionTest(centre, 2.0f);
+    const float frictionOfEdge = CircleCollision::contactFriction();
+    const bool hitStatic = CircleCollision::collisionTestStatic(other, 2.0f);
+
+    EXPECT_TRUE(hit);
+    EXPECT_EQ(centre, (Vector2{50.0f, -2.0f}));
+    EXPECT_EQ(frictionOfEdge, 0.75f);
+    EXPECT_FALSE(hitStatic);
+    EXPECT_EQ(other, (Vector2{50.0f, -1.5f}));
+    EXPECT_EQ(CircleCollision::contactFriction(), 1.0f);
+}
+
+TEST_F(MovingEdgeCollisionTest, ACircleExactlyItsRadiusBehindAMovingEdgeIsCaughtUnlikeBehindAFixedOne) {
+    buildFloor(); // its top lies where the edge lies
+    Vector2 centre{50.0f, 2.0f};
+    Vector2 other = centre;
+
+    const bool hit = CircleCollision::collisionTest(centre, 2.0f);
+    const bool hitStatic = CircleCollision::collisionTestStatic(other, 2.0f);
+
+    EXPECT_TRUE(hit);
+    EXPECT_EQ(centre, (Vector2{50.0f, -2.0f}));
+    EXPECT_FALSE(hitStatic);
+}
+
+TEST_F(MovingEdgeCollisionTest, EndsOfAMovingEdgePushRadially) {
+    Vector2 before{-1.0f, -1.0f};
+    Vector2 behind{101.0f, -1.0f};
+    Vector2 beyond{102.5f, 0.0f};
+
+    CircleCollision::collisionTest(before, 2.0f);
+    CircleCollision::collisionTest(behind, 2.0f);
+
+    const float half = std::sqrt(2.0f);
+    EXPECT_NEAR(before.x, -half, 1e-5f); // rounding of one move
+    EXPECT_NEAR(before.y, -half, 1e-5f);
+    EXPECT_NEAR(behind.x, 100.0f + half, 1e-5f);
+    EXPECT_NEAR(behind.y, -half, 1e-5f);
+    EXPECT_FALSE(CircleCollision::collisionTest(beyond, 2.0f));
+}
+
+TEST_F(MovingEdgeCollisionTest, FixedEdgesAreResolvedBeforeMovingOnes) {
+    MoverManager::collideableNodes.clear();
+    addEdge({0.0f, 3.0f}, {100.0f, -7.0f}); // meets the floor's top at (30, 0), not quite alike
+    buildFloor();
+    Vector2 centre{30.0f, -1.0f};
+    Vector2 floorFirst = centre;
+    CircleCollision::collisionTestStatic(floorFirst, 2.0f);
+
+    CircleCollision::collisionTest(centre, 2.0f);
+
+    const LevelBspNode& edge = MoverManager::collideableNodes.front();
+    EXPECT_EQ(floorFirst, (Vector2{30.0f, -2.0f}));
+    EXPECT_NEAR(dotProduct(centre - edge.start, edge.normal), -2.0f, 1e-4f); // it had the last word
+}
+
+TEST_F(MovingEdgeCollisionTest, CirclesOfOtherRadiiAndFarFromTheViewMeetMovingEdgesToo) {
+    addEdge({5000.0f, 0.0f}, {5100.0f, 0.0f});
+    Vector2 large{50.0f, -7.0f};
+    Vector2 far{5050.0f, -1.0f};
+
+    EXPECT_TRUE(CircleCollision::collisionTest(large, 12.5f));
+    EXPECT_EQ(large, (Vector2{50.0f, -12.5f}));
+    EXPECT_TRUE(CircleCollision::collisionTest(far, 2.0f));
+    EXPECT_EQ(far, (Vector2{5050.0f, -2.0f}));
 }
 
 TEST_F(CircleCollisionTest, OtherRadiiAreHeldOffByAsMuch) {

@@ -192,7 +192,17 @@ private:
             found(number, "cannot be cut into triangles; it is neither seen nor solid");
         } else if (polygon.moveable && !polygon.counterClockwise) {
             found(number, "moves, but runs the wrong way round to crush: reverse the order of its points");
+        } else if (polygon.moveable && polygon.collideable && liesTooHigh(polygon)) {
+            found(number,
+                  "moves, but lies above y = 0, where what moves is not solid: build the level further down");
         }
+    }
+
+    /// Whether the game takes a moving polygon for out of view wherever the view is. Of its first point it
+    /// looks at x alone, and at that of the second as if it was a y too.
+    static bool liesTooHigh(const Polygon2D& polygon) {
+        return polygon.pointsX[1] < 0.0f && std::all_of(polygon.pointsY.begin() + 1, polygon.pointsY.end(),
+                                                        [](float y) { return y < 0.0f; });
     }
 
     void validatePicture(std::size_t number) {

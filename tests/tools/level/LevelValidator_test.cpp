@@ -207,6 +207,19 @@ TEST_F(LevelValidatorTest, AMovingPolygonThatRunsTheWrongWayRoundIsTold) {
             "points"});
 }
 
+TEST_F(LevelValidatorTest, AMovingPolygonThatLiesTooHighToBeSolidIsTold) {
+    LevelFile level = levelOf({block(-300, -200), block(100, -200), block(-300, 100)});
+    for (LevelFile::PolygonRecord& polygon : level.polygons) {
+        polygon.polygonId = 5;
+    }
+    level.movers.push_back({5, 1.0f, {}, {10, 0}});
+    level.waterStart = {0, 0};
+
+    EXPECT_EQ(findingsOf(level), Findings{"polygon 0 at (-300, -200): moves, but lies above y = 0, where "
+                                          "what moves is not solid: build the level "
+                                          "further down"});
+}
+
 TEST_F(LevelValidatorTest, AnIdThatNobodyUsesIsTold) {
     LevelFile level = levelOf({block(), block(200, 0), block(300, 0)});
     level.polygons[0].polygonId = 5;
