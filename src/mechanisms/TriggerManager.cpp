@@ -16,7 +16,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <ranges>
 
 namespace tarnwick {
 
@@ -260,7 +259,8 @@ Box TriggerManager::viewSquare() {
 void TriggerManager::gatherLiveTriggers(float dt) {
     TARNWICK_LOCATION("TriggerManager::gatherLiveTriggers");
     const Box view = viewSquare();
-    for (Trigger& trigger : triggers | std::views::reverse) {
+    for (auto place = triggers.rbegin(); place != triggers.rend(); ++place) {
+        Trigger& trigger = *place;
         if (trigger.spent() || !boxOf(trigger).touches(view)) {
             continue;
         }

@@ -20,7 +20,6 @@
 #include <cstdint>
 #include <iterator>
 #include <map>
-#include <ranges>
 #include <string>
 
 namespace tarnwick {

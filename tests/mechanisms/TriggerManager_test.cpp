@@ -26,7 +26,6 @@ namespace tarnwick {
 namespace {
 
 constexpr float dt = 0.0125f;
-constexpr std::int32_t pushType = 200;      ///< Directional force: the trigger says when it fires.
 constexpr std::int32_t killType = 701;      ///< Without a limit.
 constexpr std::int32_t stopForceType = 300; ///< One shot.
 

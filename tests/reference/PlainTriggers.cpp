@@ -163,6 +163,9 @@ void PlainTriggers::act(const Trigger& trigger, const Body& body, const World& w
 }
 
 void PlainTriggers::heat(std::int32_t type, const Body& body, float dt) const {
+    if (body.temperature == nullptr) {
+        return;
+    }
     const float change = changeSpeed * dt;
     float& temperature = *body.temperature;
     if (type == 0) {
@@ -187,6 +190,9 @@ void PlainTriggers::heat(std::int32_t type, const Body& body, float dt) const {
 }
 
 void PlainTriggers::push(const Trigger& trigger, const Body& body, float dt) const {
+    if (body.velocity == nullptr) {
+        return;
+    }
     Vector2& velocity = *body.velocity;
     for (const Force& force : forces) {
         if (force.id != trigger.target || trigger.target == 0 || !force.enabled) {
