@@ -5,6 +5,7 @@
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 #include "graphics/ParticleRenderer.h"
+#include "gui/GameMenus.h"
 #include "level/SurfaceTypeManager.h"
 #include "particles/ParticleManager.h"
 #include "support/ModuleReset.h"
@@ -55,6 +56,7 @@ public:
         if (!Game::initialise("maps\\testLevel.rivl")) {
             throw std::runtime_error("no test level: run from the root of the source tree");
         }
+        GameMenus::setCurrentMenu(menu::none);
         fill(count);
     }
     ~DrawnScene() {

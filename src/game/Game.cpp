@@ -15,6 +15,7 @@
 #include "graphics/GLWindowEventListener.h"
 #include "graphics/KeyMap.h"
 #include "graphics/ParticleRenderer.h"
+#include "gui/GameMenus.h"
 #include "gui/SplashScreen.h"
 #include "level/Level.h"
 #include "level/LevelObjectsManager.h"
@@ -41,6 +42,7 @@ constexpr std::int32_t runsInBatch = 32;
 constexpr double runBatchShare = 0.03125;       ///< 1 / 32: the mean of a batch of simulation runs.
 constexpr float startRadius = 10.0f;            ///< World units: the disc in which a level's water is made.
 constexpr std::int32_t startParticles = 128;    ///< Of a level.
+constexpr std::uint32_t menuButton = 2;         ///< Of the mouse, the right one: opens the menu in play.
 constexpr float freeCameraSpeed = 500.0f;       ///< World units per second at zoom 1.
 constexpr float freeCameraZoomRate = 5.0f;      ///< Share of the zoom per second.
 constexpr float smallestFreeCameraZoom = 0.01f; ///< Kept: only Page Up tests the floor,
@@ -50,9 +52,25 @@ constexpr float largestFreeCameraZoom =
 /// What the window hands to the game while `Game::run` is at work.
 class GameListener final : public GLWindowEventListener {
 public:
+    void mouseMoved(std::uint32_t x, std::uint32_t y) override {
+        TARNWICK_LOCATION("GameListener::mouseMoved");
+        GameMenus::sendMenuEvent_mouseMoved(x, y);
+    }
+    void mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t button) override {
+        TARNWICK_LOCATION("GameListener::mousePressed");
+        Game::mousePressed(x, y, button);
+    }
+    void mouseReleased(std::uint32_t x, std::uint32_t y, std::uint32_t button) override {
+        TARNWICK_LOCATION("GameListener::mouseReleased");
+        GameMenus::sendMenuEvent_mouseReleased(x, y, button);
+    }
     void keyboardPressed(std::uint32_t key) override {
         TARNWICK_LOCATION("GameListener::keyboardPressed");
         Game::keyboardPressed(key);
+    }
+    void keyboardReleased(std::uint32_t key) override {
+        TARNWICK_LOCATION("GameListener::keyboardReleased");
+        GameMenus::sendMenuEvent_keyboardReleased(key);
     }
     void windowClosing() override {
         TARNWICK_LOCATION("GameListener::windowClosing");
@@ -101,6 +119,11 @@ void Game::map(const std::string& levelFile) {
     state.mapChangeRequested = true;
 }
 
+void Game::restart() {
+    TARNWICK_LOCATION("Game::restart");
+    state.restartRequested = true;
+}
+
 float Game::getViewAreaX() {
     TARNWICK_LOCATION("Game::getViewAreaX");
     const auto width = static_cast<float>(GLWindow::getClientWidth());
@@ -120,6 +143,8 @@ bool Game::initialise(const std::string& levelFile) {
     state.gameRunning = true;
     clearRequests();
     SplashScreen::run();
+    GameMenus::initialise();
+    GameMenus::setCurrentMenu(menu::main);
     const bool loaded = load(levelFile);
     SplashScreen::stop();
     return loaded;
@@ -151,6 +176,9 @@ bool Game::load(const std::string& levelFile) {
     readBackground(config);
     state.musicFileName = config.getVarAsString("music");
     state.frameTimer.reset();
+    if (state.cursorTexture == nullptr) {
+        state.cursorTexture = std::make_unique<GLTexture>(config.getVarAsString("cursor"));
+    }
     if (state.gameFont == nullptr) {
         state.gameFont = std::make_unique<GLFont>(config.getVarAsString("font"));
     }
@@ -192,7 +220,9 @@ void Game::shutdown() {
     ParticleManager::shutdown();
     ParticleRenderer::shutdown();
     GameSfx_Water::shutdown();
+    GameMenus::shutdown();
     state.gameRunning = false;
+    state.cursorTexture.reset();
     state.gameFont.reset();
 }
 
@@ -227,6 +257,9 @@ void Game::clearRequests() {
 void Game::gameLoop() {
     TARNWICK_LOCATION("Game::gameLoop");
     updateFrameSpeed();
+    if (GLWindow::mouseInClientArea()) {
+        GLWindow::setCursor(0); // a paint with the mouse outside has put the arrow there for good
+    }
     // The average and not this frame's own time: a single slow frame does not make the next tick long.
     state.tickAccumulator += state.averageFrameTime;
     if (state.tickAccumulator >= tickThreshold) {
@@ -252,24 +285,29 @@ void Game::serveRequests() {
 
 void Game::tick(float dt) {
     TARNWICK_LOCATION("Game::tick");
-    if (!Camera::movingTowardsWaypoint() && !GameRules::gameIsFinished() && !state.paused) {
+    if (!menuUp() && !Camera::movingTowardsWaypoint() && !GameRules::gameIsFinished() && !state.paused) {
         runSimulation(dt);
     }
     if (!GameRules::gameIsFinished()) {
         soundUpdate(dt);
     }
-    if (state.freeCameraEnabled) {
+    if (!menuUp() && state.freeCameraEnabled) {
         Camera::doMovements(false, dt);
         checkFreeCameraInput();
-    } else {
+    } else if (!menuUp()) {
         Camera::doMovements(!state.consoleOpen, dt);
     }
     // Asked again: the camera may have arrived.
-    if (!GameRules::gameIsFinished() && !Camera::movingTowardsWaypoint() && !state.paused) {
+    if (!menuUp() && !GameRules::gameIsFinished() && !Camera::movingTowardsWaypoint() && !state.paused) {
         GameRules::update(dt);
     } else {
         GameRules::unpauseLevelTimer();
     }
+}
+
+bool Game::menuUp() {
+    TARNWICK_LOCATION("Game::menuUp");
+    return GameMenus::getCurrentMenu() != menu::none;
 }
 
 void Game::updateFrameSpeed() {
@@ -364,21 +402,52 @@ void Game::keyboardPressed(std::uint32_t key) {
     TARNWICK_LOCATION("Game::keyboardPressed");
     if (key == key::console) {
         state.consoleOpen = !state.consoleOpen;
-        return;
-    }
-    if (state.consoleOpen) {
+    } else if (state.consoleOpen) {
         GLConsole::keyPressed(key);
-        return;
+    } else if (!menuUp()) {
+        keyPressedInPlay(key);
+    } else if (key == key::escape) {
+        escapeFromMenu();
+    } else {
+        GameMenus::sendMenuEvent_keyboardPressed(key);
     }
+}
+
+void Game::keyPressedInPlay(std::uint32_t key) {
+    TARNWICK_LOCATION("Game::keyPressedInPlay");
     const std::uint8_t character = GLWindow::keyboardKeyToAscii(key);
-    if (key == key::pause || character == 'P' || character == 'p') {
+    if (key == key::escape) {
+        GameMenus::setCurrentMenu(menu::inGame);
+    } else if (key == key::pause || character == 'P' || character == 'p') {
         setPaused(!state.paused);
+    }
+}
+
+/// One menu back; from the main menu to the question whether to quit, and from the scores nowhere.
+void Game::escapeFromMenu() {
+    TARNWICK_LOCATION("Game::escapeFromMenu");
+    const std::uint32_t current = GameMenus::getCurrentMenu();
+    if (current == menu::main) {
+        GameMenus::setCurrentMenu(menu::quitGame);
+    } else if (current != menu::levelFinished) {
+        GameMenus::setCurrentMenu(GameMenus::getLastMenu());
+    }
+}
+
+void Game::mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t button) {
+    TARNWICK_LOCATION("Game::mousePressed");
+    if (menuUp()) {
+        GameMenus::sendMenuEvent_mousePressed(x, y, button);
+    } else if (button == menuButton && !GameRules::gameIsFinished()) {
+        GameMenus::setCurrentMenu(menu::inGame);
     }
 }
 
 void Game::windowFocusLost() {
     TARNWICK_LOCATION("Game::windowFocusLost");
-    setPaused(true);
+    if (!menuUp()) {
+        setPaused(true);
+    }
 }
 
 void Game::setPaused(bool paused) {
@@ -454,7 +523,7 @@ void Game::conCmdShakeCamera() {
 
 void Game::conCmdRestart() {
     TARNWICK_LOCATION("Game::conCmdRestart");
-    state.restartRequested = true;
+    restart();
 }
 
 bool Game::conCmdPause(bool value, bool set) {

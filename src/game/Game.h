@@ -33,6 +33,8 @@ public:
     static void stop();
     /// Asks for another level at the end of the frame.
     static void map(const std::string& levelFile);
+    /// Asks for the start of the level at the end of the frame.
+    static void restart();
     static bool running() { return state.gameRunning; }
     static bool paused() { return state.paused; }
     /// The level file now loaded, as it was asked for.
@@ -65,8 +67,10 @@ public:
     /// The same without presenting it: the picture stands in the back buffer, for who wants to read it.
     static void drawPicture();
 
-    /// The listener's half: what keys and the loss of focus do while a level is played.
+    /// The listener's half: what keys, presses of the mouse and the loss of focus do. The console comes
+    /// before the menus, and the menus before the play. Positions are client pixels.
     static void keyboardPressed(std::uint32_t key);
+    static void mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t button);
     static void windowFocusLost();
 
 private:
@@ -91,7 +95,8 @@ private:
         float backgroundRed = 0.0f; ///< What the picture is cleared to, 0 to 1.
         float backgroundGreen = 0.0f;
         float backgroundBlue = 0.0f;
-        std::unique_ptr<GLFont> gameFont; ///< Null until the first level is loaded.
+        std::unique_ptr<GLTexture> cursorTexture; ///< Of the menus. Null until the first level is loaded.
+        std::unique_ptr<GLFont> gameFont;         ///< Null until the first level is loaded.
 
         FrameTimer frameTimer;           ///< Measures each frame.
         float frameTimeSum = 0.0f;       ///< Seconds of the current batch of frames.
@@ -116,6 +121,9 @@ private:
     static void startLevel();
     static void startRules();
     static void clearRequests();
+    static bool menuUp();
+    static void keyPressedInPlay(std::uint32_t key);
+    static void escapeFromMenu();
     static void updateFrameSpeed();
     static void runSimulation(float dt);
     static void soundUpdate(float dt);
@@ -129,6 +137,8 @@ private:
     static void drawLevel();
     static void drawFreeCamera();
     static void drawPausedText();
+    static void drawMenu();
+    static void drawCursor(float offset, float shade);
     static void measureDrawing(std::uint64_t ticks);
     static void checkFreeCameraInput();
     static void addCommands();

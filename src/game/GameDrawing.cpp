@@ -11,6 +11,8 @@
 #include "graphics/GLWindow.h"
 #include "graphics/LevelGeometryRenderer.h"
 #include "graphics/ParticleRenderer.h"
+#include "gui/GameMenus.h"
+#include "gui/GuiDrawing.h"
 #include "level/Level.h"
 #include "level/LevelObjectsManager.h"
 #include "mechanisms/ForceManager.h"
@@ -30,6 +32,7 @@ namespace {
 constexpr float screenWidth = 800.0f; ///< The virtual screen on which texts and menus are laid out.
 constexpr float screenHeight = 600.0f;
 constexpr float pausedTextSize = 32.0f;
+constexpr float cursorShadowOffset = 2.0f; ///< Pixels right and down, of the black copy below.
 constexpr float pausedShadowOffset = 2.0f; ///< Right and down, of the black copy below.
 
 constexpr float markArm = 4.0f;         ///< Pixels: arm of the cross at the free camera.
@@ -102,6 +105,7 @@ void Game::drawPicture() {
     beginVirtualScreen();
     drawPausedText();
     CheckPointTimesManager::draw();
+    drawMenu();
     measureDrawing(Clock::performanceCounter() - before);
     if (state.consoleOpen) {
         GLConsole::draw();
@@ -185,6 +189,31 @@ void Game::drawPausedText() {
     };
     drawAt(pausedShadowOffset, 0.0f);
     drawAt(0.0f, 1.0f);
+}
+
+/// The menu that is up, and the cursor over it.
+void Game::drawMenu() {
+    TARNWICK_LOCATION("Game::drawMenu");
+    if (!menuUp()) {
+        return;
+    }
+    GameMenus::sendMenuEvent_windowRedrawing();
+    if (state.cursorTexture != nullptr) {
+        GLWindow::glBeginDraw2d();
+        glDisable(GL_CULL_FACE);
+        drawCursor(cursorShadowOffset, 0.0f);
+        drawCursor(0.0f, 1.0f);
+    }
+}
+
+/// At the mouse, moved right and down by `offset` pixels, in a shade of grey.
+void Game::drawCursor(float offset, float shade) {
+    TARNWICK_LOCATION("Game::drawCursor");
+    const float x = static_cast<float>(GLWindow::getMouseX()) + offset;
+    const float y = static_cast<float>(GLWindow::getMouseY()) + offset;
+    const GuiDrawing::Rectangle place{x, y, x + static_cast<float>(state.cursorTexture->width),
+                                      y + static_cast<float>(state.cursorTexture->height)};
+    GuiDrawing::drawPicture(*state.cursorTexture, place, {}, {shade, shade, shade, 1.0f});
 }
 
 /// Adds the cost of one picture; a batch of 32 gives the average, printed if asked for.

@@ -8,6 +8,7 @@
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
+#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -150,6 +151,7 @@ void GameRules::runFinish(float dt) {
     if (state.finishTimeLeft <= 0.0f) {
         SoundSourceManager::pauseAllSounds();
         MusicSystem::stop();
+        GameMenus::setCurrentMenu(menu::levelFinished);
     }
 }
 

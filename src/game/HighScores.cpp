@@ -67,11 +67,18 @@ void HighScores::saveScores() {
     file.flush();
 }
 
+/// The first entry whose score is below `score`; behind the last if there is none.
+HighScoreEntry* HighScores::placeOf(std::uint32_t score) {
+    TARNWICK_LOCATION("HighScores::placeOf");
+    Table& table = state.highScoreTable;
+    return std::find_if(table.begin(), table.end(),
+                        [&](const HighScoreEntry& entry) { return entry.score < score; });
+}
+
 void HighScores::addHighScore(const HighScoreEntry& entry) {
     TARNWICK_LOCATION("HighScores::addHighScore");
     Table& table = state.highScoreTable;
-    auto* const place = std::find_if(table.begin(), table.end(),
-                                     [&](const HighScoreEntry& other) { return other.score < entry.score; });
+    HighScoreEntry* const place = placeOf(entry.score);
     if (place == table.end()) {
         return;
     }

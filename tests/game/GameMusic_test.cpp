@@ -4,6 +4,7 @@
 #include "game/GameRules.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
+#include "gui/GameMenus.h"
 #include "support/DataFolder.h"
 #include "support/LevelFileBuilder.h"
 #include "support/ModuleTest.h"
@@ -24,6 +25,7 @@ protected:
         GLConsole::initialise();
         MusicSystem::initialise();
         Game::initialise("maps\\empty.rivl");
+        GameMenus::setCurrentMenu(menu::none);
         MusicSystem::play(TARNWICK_SOURCE_DIR "/data/music/play.ogg", true);
     }
     ~GameMusicTest() override { SDL_ResetHint(SDL_HINT_AUDIODRIVER); }

@@ -1,6 +1,7 @@
 #include "core/Clock.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
+#include "gui/GameMenus.h"
 #include "support/GameSceneTest.h"
 
 namespace tarnwick {
@@ -46,10 +47,13 @@ TEST_F(GameRulesDrawingTest, ThePictureOfTheFinishFadesIn) {
 TEST_F(GameRulesDrawingTest, AfterTheFinishNothingIsLeftOfTheLevel) {
     reachEnd();
     GameRules::update(2.0f);
+    const std::uint32_t menuUp = GameMenus::getCurrentMenu();
+    GameMenus::setCurrentMenu(menu::none); // of which something is seen
 
     Game::drawPicture();
 
     EXPECT_TRUE(GameRules::gameIsFinished());
+    EXPECT_EQ(menuUp, menu::levelFinished);
     EXPECT_EQ(litPixels(), 0);
 }
 

@@ -5,6 +5,7 @@
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
+#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -35,6 +36,7 @@ protected:
     void configure(const std::string& settings) const { data.write("cfg/game.cfg", settings); }
     static void start() {
         Game::initialise("maps\\empty.rivl");
+        GameMenus::setCurrentMenu(menu::none);
         Camera::setState(Camera::normal);
     }
     static void setWater(std::size_t particles) { ParticleManager::particles.resize(particles); }

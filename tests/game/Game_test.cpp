@@ -7,6 +7,7 @@
 #include "game/GameRules.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
+#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "level/LevelObjectsManager.h"
 #include "particles/ParticleGroupMover.h"
@@ -74,9 +75,14 @@ protected:
 
     static constexpr const char* level = "maps\\empty.rivl";
 
+    /// Starts the level without the menu that comes up over it.
+    static void startFlying() {
+        Game::initialise(level);
+        GameMenus::setCurrentMenu(menu::none);
+    }
     /// Starts the level with the camera on the water, so that the simulation runs.
     static void start() {
-        Game::initialise(level);
+        startFlying();
         Camera::setPosition(waterX, waterY);
         Camera::setState(Camera::normal);
     }
@@ -221,7 +227,7 @@ TEST_F(GameTest, AnimationsRunWithTheSimulationAndAreSlowedDownWithIt) {
 }
 
 TEST_F(GameTest, WhileTheCameraFliesTheWaterStandsStill) {
-    Game::initialise(level);
+    startFlying();
 
     Game::tick(Game::tickThreshold);
 

@@ -4,6 +4,7 @@
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
+#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "level/LevelLoader.h"
 #include "level/LevelObjectsManager.h"
@@ -41,6 +42,7 @@ protected:
     void play() {
         data.write("maps/test.rivl", LevelFileBuilder::write(level));
         ASSERT_TRUE(Game::initialise("maps\\test.rivl"));
+        GameMenus::setCurrentMenu(menu::none);
         Camera::setPosition(0.0f, 0.0f);
         Camera::setState(Camera::normal);
     }

@@ -5,6 +5,7 @@
 #include "game/Game.h"
 #include "game/GameRules.h"
 #include "graphics/GLWindow.h"
+#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "level/LevelBspNode.h"
 #include "level/LevelBspTree.h"
@@ -60,6 +61,7 @@ protected:
     void play() {
         data.write("maps/test.rivl", LevelFileBuilder::write(level));
         ASSERT_TRUE(Game::initialise("maps\\test.rivl"));
+        GameMenus::setCurrentMenu(menu::none);
         ParticleManager::particles.clear();
         Camera::setPosition(0.0f, 0.0f);
         Camera::setState(Camera::normal);
@@ -297,6 +299,7 @@ TEST_F(TriggersInPlayTest, EventsGoOnWhenAnotherLevelCannotBeLoaded) {
 
     Game::map("maps\\missing.rivl");
     Game::serveRequests();
+    GameMenus::setCurrentMenu(menu::none); // the main menu came up over the level that stayed
     for (int tick = 0; tick < 3; ++tick) {
         Game::tick(dt);
     }

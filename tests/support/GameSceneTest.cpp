@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "game/Camera.h"
 #include "game/Game.h"
+#include "gui/GameMenus.h"
 #include "level/SurfaceTypeManager.h"
 #include "particles/ParticleManager.h"
 #include "support/LevelFileBuilder.h"
@@ -42,6 +43,7 @@ void GameSceneTest::addSquare(
 void GameSceneTest::play() {
     data.write("maps/scene.rivl", LevelFileBuilder::write(level));
     ASSERT_TRUE(Game::initialise("maps\\scene.rivl"));
+    GameMenus::setCurrentMenu(menu::none);
     ParticleManager::particles.clear();
     Camera::setPosition(400.0f, 300.0f);
     Camera::setState(Camera::normal);

@@ -4,6 +4,7 @@
 #include "audio/GameSfx_Steam.h"
 #include "audio/GameSfx_Water.h"
 #include "audio/MusicSystem.h"
+#include "audio/Sound.h"
 #include "audio/SoundManager.h"
 #include "audio/SoundSourceManager.h"
 #include "audio/SoundSystem.h"
@@ -23,6 +24,8 @@
 #include "graphics/GLWindow.h"
 #include "graphics/LevelGeometryRenderer.h"
 #include "graphics/ParticleRenderer.h"
+#include "gui/GameMenus.h"
+#include "gui/GuiScreen.h"
 #include "gui/SplashScreen.h"
 #include "level/Level.h"
 #include "level/LevelBspTree.h"
@@ -43,7 +46,8 @@
 namespace tarnwick {
 
 void ModuleReset::all() {
-    SplashScreen::stop(); // its thread ends before anything that it looks at
+    SplashScreen::stop();  // its thread ends before anything that it looks at
+    GameMenus::shutdown(); // gives its pictures and sounds back while their modules know them
     Camera::state = {};
     CheckPointTimesManager::state = {};
     CircleCollision::state = {};
@@ -63,6 +67,7 @@ void ModuleReset::all() {
     GLWindow::close();
     GLWindow::state = {};
     Game::state = {};
+    GameMenus::state = {};
     GameRules::state = {};
     GameSfx_Ice::state = {};
     GameSfx_Steam::state = {};

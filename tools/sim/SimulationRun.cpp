@@ -12,6 +12,7 @@
 #include "game/GameRules.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
+#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "level/SurfaceTypeManager.h"
 #include "particles/ParticleGroupMover.h"
@@ -99,6 +100,7 @@ void startLevel(const SimulationOptions& options, const fs::path& startFolder, c
     if (!Game::initialise(level)) {
         fail(options.level, loaderReason());
     }
+    GameMenus::setCurrentMenu(menu::none); // a game starts with the main menu up
     if (options.noFlight) {
         const Vector2 water = Level::waterStart();
         Camera::setPosition(water.x, water.y);
@@ -130,6 +132,7 @@ void runConsoleFile(const std::string& fileName, std::ostream& log) {
         GLConsole::clear();
         GLConsole::runLine(line);
         Game::serveRequests();
+        GameMenus::setCurrentMenu(menu::none); // another level starts with the main menu up
         log << GLConsole::outputText() << '\n';
     }
 }

@@ -4,6 +4,7 @@
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
+#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "level/LevelBspNode.h"
 #include "particles/ParticleGroupMover.h"
@@ -69,7 +70,7 @@ std::string SimulationState::write(const RunPosition& position) {
     out.key("tick").number(position.tick).key("dt").number(position.dt);
     out.key("random").number(getRandomState());
     out.key("time").number(position.time).key("clock").number(Clock::milliseconds());
-    out.key("menu").number(0);
+    out.key("menu").number(GameMenus::getCurrentMenu());
     out.key("paused").flag(Game::paused());
     writeCamera(out);
     GameRows::write(out);

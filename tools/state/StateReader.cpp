@@ -4,6 +4,7 @@
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
+#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -102,6 +103,7 @@ struct SimulationState::Restored {
     RunPosition position;
     std::uint32_t random = 0;
     std::uint32_t clock = 0;
+    std::uint32_t menu = menu::none;
     bool paused = false;
     Camera::State camera;
     GameRows game;
@@ -130,6 +132,10 @@ RunPosition SimulationState::read(const std::string& line) {
     restored.position.time = in.field("time").get<double>();
     restored.random = in.integer<std::uint32_t>("random");
     restored.clock = in.integer<std::uint32_t>("clock");
+    restored.menu = in.integer<std::uint32_t>("menu");
+    if (restored.menu > menu::last) {
+        refuseField("menu", "the number of a menu");
+    }
     restored.paused = in.flag("paused");
     readCamera(in.child("camera"), restored);
     restored.game.read(in);
@@ -227,6 +233,7 @@ void SimulationState::readPolygons(const JsonObject& in, Restored& restored) {
 void SimulationState::apply(Restored& restored) {
     seedRandom(restored.random);
     Clock::drive(restored.clock);
+    GameMenus::setCurrentMenu(restored.menu); // before the rules, whose timer hears of it
     Game::state.paused = restored.paused;
     Camera::state = restored.camera;
     restored.game.apply();

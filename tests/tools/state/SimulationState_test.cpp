@@ -3,6 +3,7 @@
 #include "core/Clock.h"
 #include "core/Random.h"
 #include "game/Camera.h"
+#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -122,6 +123,19 @@ TEST_F(SimulationStateTest, TheLineHasTheFieldsOfTheFormat) {
     EXPECT_EQ(json["polygons"][0]["offset"], (nlohmann::json{1.5, 0}));
 }
 
+TEST_F(SimulationStateTest, TheMenuThatIsUpComesBack) {
+    arrange();
+    GameMenus::initialise();
+    GameMenus::setCurrentMenu(menu::levelFinished);
+    const std::string line = SimulationState::write(position);
+    GameMenus::setCurrentMenu(menu::none);
+
+    SimulationState::read(line);
+
+    EXPECT_EQ(GameMenus::getCurrentMenu(), menu::levelFinished);
+    EXPECT_EQ(SimulationState::write(position), line);
+}
+
 TEST_F(SimulationStateTest, ABadLineIsRefusedAndChangesNothing) {
     arrange();
     const std::string line = SimulationState::write(position);
@@ -139,6 +153,7 @@ TEST_F(SimulationStateTest, ABadLineIsRefusedAndChangesNothing) {
     EXPECT_EQ(refusalOf("{}"), "no field \"tick\"");
     EXPECT_EQ(refusalWith(Place("/tick"), -1), "\"tick\" is not in the range of its kind");
     EXPECT_EQ(refusalWith(Place("/random"), 4294967296u), "\"random\" is not in the range of its kind");
+    EXPECT_EQ(refusalWith(Place("/menu"), 11), "\"menu\" is not the number of a menu");
     EXPECT_EQ(refusalWith(Place("/camera/state"), 5), "\"camera.state\" is not a state from 0 to 4");
     EXPECT_EQ(refusalWith(Place("/camera/x"), "far"), "\"camera.x\" is not a number");
     EXPECT_EQ(refusalWith(Place("/camera/x"), 1e300), "\"camera.x\" is not a 32-bit float");

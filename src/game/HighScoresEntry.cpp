@@ -1,0 +1,232 @@
+// `HighScores`: the screen on which a player enters a name.
+
+#include "audio/Sound.h"
+#include "core/ConfigFile.h"
+#include "core/LocationStack.h"
+#include "game/HighScores.h"
+#include "graphics/GLFont.h"
+#include "graphics/GLTexture.h"
+#include "graphics/GLWindow.h"
+#include "graphics/KeyMap.h"
+#include "gui/GuiAnimatedButton.h"
+#include "gui/GuiDrawing.h"
+#include "gui/GuiScreen.h"
+#include "gui/MenuLayout.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float virtualWidth = GuiScreen::virtualWidth;
+constexpr float virtualHeight = GuiScreen::virtualHeight;
+constexpr float veilAlpha = 0.9f; ///< Of the black between the menu behind and the entry.
+
+// Virtual units.
+constexpr float titleY = 32.0f;
+constexpr float requestY = 80.0f;
+constexpr float titleSize = 32.0f;
+constexpr float nameY = 224.0f;
+constexpr float nameBoxHeight = 16.0f;
+constexpr float nameSize = 24.0f;
+
+/// Client sizes as divisors: a minimised window may have none.
+float clientWidth() {
+    TARNWICK_LOCATION("HighScores::clientWidth");
+    return static_cast<float>(std::max(GLWindow::getClientWidth(), 1));
+}
+
+float clientHeight() {
+    TARNWICK_LOCATION("HighScores::clientHeight");
+    return static_cast<float>(std::max(GLWindow::getClientHeight(), 1));
+}
+
+/// Letters and digits without accents, and the blank.
+bool canBeEntered(std::uint8_t character) {
+    TARNWICK_LOCATION("HighScores::canBeEntered");
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+           (character >= '0' && character <= '9') || character == ' ';
+}
+
+} // namespace
+
+void HighScores::checkScore(std::uint32_t score, GuiScreen* background) {
+    TARNWICK_LOCATION("HighScores::checkScore");
+    if (placeOf(score) == state.highScoreTable.end()) {
+        return;
+    }
+    GLWindowEventListener* const previousListener = GLWindow::getEventListener();
+    HighScores screen(background);
+    GLWindow::setEventListener(&screen);
+    while (GLWindow::exists() && screen.active) {
+        GLWindow::requestRepaint();
+        GLWindow::run();
+    }
+    GLWindow::setEventListener(previousListener);
+    HighScoreEntry entry;
+    std::copy(screen.enteredName.begin(), screen.enteredName.end(), entry.name.begin());
+    entry.score = score;
+    addHighScore(entry);
+}
+
+HighScores::HighScores(GuiScreen* background)
+    : backgroundScreen(background)
+    , continueButton(std::make_unique<GuiAnimatedButton>()) {
+    TARNWICK_LOCATION("HighScores::HighScores");
+    readConfiguration();
+    highScoreSound->play();
+}
+
+HighScores::~HighScores() {
+    TARNWICK_LOCATION("HighScores::~HighScores");
+}
+
+void HighScores::readConfiguration() {
+    TARNWICK_LOCATION("HighScores::readConfiguration");
+    const ConfigFile config("cfg\\game.cfg");
+    cursor = std::make_unique<GLTexture>(config.getVarAsString("cursor"));
+    highScoreSound = std::make_unique<Sound>(config.getVarAsString("highScoreSound"));
+    const MenuLayout layout("cfg\\menu_levelFinished.cfg");
+    layout.dressButton(*continueButton, "continueButton");
+    font = std::make_unique<GLFont>(layout.style.font);
+    textColour = layout.style.fontColour;
+    dropShadowOffset = layout.style.textShadowOffset;
+    dropShadowColour = layout.style.textShadowColour;
+}
+
+std::string HighScores::name() const {
+    TARNWICK_LOCATION("HighScores::name");
+    return {enteredName.data(), enteredLength};
+}
+
+bool HighScores::overContinueButton(std::uint32_t x, std::uint32_t y) const {
+    TARNWICK_LOCATION("HighScores::overContinueButton");
+    const float virtualX = static_cast<float>(x) * (virtualWidth / clientWidth());
+    const float virtualY = static_cast<float>(y) * (virtualHeight / clientHeight());
+    const auto left = static_cast<float>(continueButton->x);
+    const auto top = static_cast<float>(continueButton->y);
+    return left <= virtualX && virtualX < left + static_cast<float>(continueButton->width) &&
+           top <= virtualY && virtualY < top + static_cast<float>(continueButton->height);
+}
+
+void HighScores::mouseMoved(std::uint32_t x, std::uint32_t y) {
+    TARNWICK_LOCATION("HighScores::mouseMoved");
+    const bool over = overContinueButton(x, y);
+    if (closing || over == continueButton->hasFocus) {
+        return;
+    }
+    continueButton->hasFocus = over;
+    if (over) {
+        continueButton->gainedFocus();
+    } else {
+        continueButton->lostFocus();
+    }
+}
+
+void HighScores::mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t /*button*/) {
+    TARNWICK_LOCATION("HighScores::mousePressed");
+    if (!closing && continueButton->hasFocus && overContinueButton(x, y)) {
+        accept();
+    }
+}
+
+void HighScores::keyboardPressed(std::uint32_t key) {
+    TARNWICK_LOCATION("HighScores::keyboardPressed");
+    if (closing) {
+        return;
+    }
+    if (key == key::enter || key == key::escape) {
+        accept();
+    } else if (key == key::backspace) {
+        if (enteredLength > 0) {
+            enteredName[--enteredLength] = '\0';
+        }
+    } else if (enteredLength < longestName) {
+        const std::uint8_t character = GLWindow::keyboardKeyToAscii(key);
+        if (canBeEntered(character)) {
+            enteredName[enteredLength++] = static_cast<char>(character);
+        }
+    }
+}
+
+/// The name stands; the button plays until the screen goes.
+void HighScores::accept() {
+    TARNWICK_LOCATION("HighScores::accept");
+    continueButton->keyboardPressed(key::enter);
+    closing = true;
+}
+
+void HighScores::windowClosing() {
+    TARNWICK_LOCATION("HighScores::windowClosing");
+    GLWindow::close();
+}
+
+void HighScores::runClosing() {
+    TARNWICK_LOCATION("HighScores::runClosing");
+    timer.update();
+    if (!closing) {
+        return;
+    }
+    if (closeTimeLeft <= 0.0f) {
+        active = false;
+    }
+    closeTimeLeft -= timer.getSeconds();
+}
+
+void HighScores::windowRedrawing() {
+    TARNWICK_LOCATION("HighScores::windowRedrawing");
+    runClosing();
+    GLWindow::clearScreen(0.0f, 0.0f, 0.0f);
+    if (backgroundScreen != nullptr) {
+        backgroundScreen->windowRedrawing();
+    }
+    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT);
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_LIGHTING);
+    drawNameEntry();
+    drawCursor();
+    glPopAttrib();
+    GLWindow::swapBuffers();
+}
+
+void HighScores::drawNameEntry() const {
+    TARNWICK_LOCATION("HighScores::drawNameEntry");
+    GLWindow::glBeginDraw2d();
+    glScalef(clientWidth() / virtualWidth, clientHeight() / virtualHeight, 1.0f);
+    glDisable(GL_TEXTURE_2D);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4f(0.0f, 0.0f, 0.0f, veilAlpha);
+    glRectf(0.0f, 0.0f, virtualWidth, virtualHeight);
+    drawCentred("New high score!", titleY, titleSize, titleSize);
+    drawCentred("Please enter name:", requestY, titleSize, titleSize);
+    drawCentred(enteredName.data(), nameY, nameBoxHeight, nameSize);
+    continueButton->windowRedrawing();
+}
+
+/// Across the screen, with the shadow below.
+void HighScores::drawCentred(const char* text, float y, float boxHeight, float size) const {
+    TARNWICK_LOCATION("HighScores::drawCentred");
+    const auto drawAt = [&](Vector2 offset, Colour colour) {
+        font->drawStringCentered(text, offset.x, y + offset.y, virtualWidth, boxHeight, size, colour.red,
+                                 colour.green, colour.blue, colour.alpha);
+    };
+    drawAt(dropShadowOffset, dropShadowColour);
+    drawAt({}, textColour);
+}
+
+void HighScores::drawCursor() const {
+    TARNWICK_LOCATION("HighScores::drawCursor");
+    GLWindow::glBeginDraw2d();
+    const auto x = static_cast<float>(GLWindow::getMouseX());
+    const auto y = static_cast<float>(GLWindow::getMouseY());
+    const GuiDrawing::Rectangle place{x, y, x + static_cast<float>(cursor->width),
+                                      y + static_cast<float>(cursor->height)};
+    GuiDrawing::drawPicture(*cursor, place, {}, {1.0f, 1.0f, 1.0f, 1.0f});
+}
+
+} // namespace tarnwick

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/LocationStack.h"
+#include "gui/MenuLayout.h"
+
+namespace tarnwick {
+
+/// The two buttons of a menu that asks: `yesButton` and `noButton`, side by side. No has the first focus and
+/// leads one menu back.
+class MenuQuestion {
+public:
+    MenuQuestion() = delete;
+
+    /// Adds the buttons; `action` is what yes does.
+    template <MenuLayout::Action action>
+    static void addAnswers(const MenuLayout& layout, GuiScreen& screen) {
+        TARNWICK_LOCATION("MenuQuestion::addAnswers");
+        GuiAnimatedButton& yes = layout.addButton<answer<action>>(screen, "yesButton");
+        GuiAnimatedButton& no = layout.addButton<answer<MenuLayout::goBack>>(screen, "noButton");
+        link(screen, yes, no);
+    }
+
+private:
+    static void link(GuiScreen& screen, GuiAnimatedButton& yes, GuiAnimatedButton& no);
+    static void releaseButton(GuiWidget& button);
+
+    /// The answer's button goes back to where it was before the click, then the action comes.
+    template <MenuLayout::Action action>
+    static void answer(GuiWidget& button) {
+        TARNWICK_LOCATION("MenuQuestion::answer");
+        releaseButton(button);
+        action(button);
+    }
+};
+
+} // namespace tarnwick
