@@ -624,6 +624,58 @@ TEST_F(TriggerManagerTest, TheTypesAreListedInTheOrderOfTheirIds) {
     EXPECT_LT(first, last);
 }
 
+TEST_F(TriggerManagerTest, EveryTypeHasItsNumberNameAndHandler) {
+    struct Row {
+        std::int32_t id;
+        const char* name;
+        TriggerHandler handler;
+    };
+    const Row rows[] = {
+        {-1, "Null_a", trigFuncNull},
+        {0, "To_ice_a", trigFuncToIce},
+        {1, "To_water_a", trigFuncToWater},
+        {2, "To_steam_a", trigFuncToSteam},
+        {3, "Anim_play_loop_1", trigFuncAnimPlayLoop},
+        {4, "Anim_play_once_1", trigFuncAnimPlayOnce},
+        {5, "Anim_stop_1", trigFuncAnimStop},
+        {100, "Sound_play_1", trigFuncSoundPlay},
+        {101, "Sound_stop_1", trigFuncSoundStop},
+        {200, "Force_directional_a", trigFuncForceDirectional},
+        {201, "Force_instantenous_a", trigFuncForceInstantenous},
+        {202, "Force_multi_dir_pull_a", trigFuncForceMultiDirPull},
+        {203, "Force_multi_dir_push_a", trigFuncForceMultiDirPush},
+        {300, "Entity_remove_1", trigFuncEntityRemove},
+        {301, "Entity_add_1", trigFuncEntityAdd},
+        {401, "Mover_goto_start_1", trigFuncMoverGotoStart},
+        {402, "Mover_goto_end_1", trigFuncMoverGotoEnd},
+        {403, "Mover_stop_1", trigFuncMoverStop},
+        {404, "Mover_goto_start_a", trigFuncMoverGotoStart},
+        {405, "Mover_goto_end_a", trigFuncMoverGotoEnd},
+        {406, "Mover_stop_a", trigFuncMoverStop},
+        {407, "Mover_goto_start_loop_1", trigFuncMoverGotoStartLoop},
+        {408, "Mover_goto_end_loop_1", trigFuncMoverGotoEndLoop},
+        {409, "Mover_goto_start_loop_a", trigFuncMoverGotoStartLoop},
+        {410, "Mover_goto_end_loop_a", trigFuncMoverGotoEndLoop},
+        {501, "Emitter_create_burst_1", trigFuncEmitterCreateBurst},
+        {502, "Emitter_start_1", trigFuncEmitterStart},
+        {503, "Emitter_stop_1", trigFuncEmitterStop},
+        {601, "Camera_zoom_1", trigFuncCameraZoom},
+        {602, "Camera_zoom_a", trigFuncCameraZoom},
+        {603, "Camera_shake_1", trigFuncCameraShake},
+        {604, "Camera_shake_a", trigFuncCameraShake},
+        {701, "Particle_kill_a", trigFuncParticleKill},
+        {702, "Particle_kill_random_a", trigFuncParticleKillRandom},
+        {801, "Level_end_a", trigFuncLevelEnd},
+        {901, "Checkpoint_1", trigFuncCheckPoint},
+    };
+
+    EXPECT_EQ(types().size(), std::size(rows));
+    for (const Row& row : rows) {
+        EXPECT_STREQ(typeOf(row.id).name, row.name);
+        EXPECT_EQ(typeOf(row.id).handler, row.handler) << row.name;
+    }
+}
+
 TEST_F(TriggerManagerTest, TheNamesTellWhetherATypeHasALimit) {
     for (const auto& [id, type] : types()) {
         const std::string name = type.name;
