@@ -51,14 +51,18 @@ def bend_peaks(sound):
     return np.where(above > 0, np.sign(sound) * (KNEE + (CEILING - KNEE) * np.tanh(above)), sound)
 
 
+def encode(path, sound):
+    """Stores (samples, 2) as Vorbis, without date and version: the same sound gives the same bytes."""
+    path.parent.mkdir(parents=True, exist_ok=True)
+    subprocess.run(["ffmpeg", "-y", "-v", "error", "-f", "f32le", "-ar", str(wav.RATE), "-ac", "2", "-i", "-", "-c:a",
+                    "libvorbis", "-q:a", QUALITY, "-fflags", "+bitexact", "-flags:a", "+bitexact", "-map_metadata",
+                    "-1", str(path)], check=True, input=sound.astype("<f4").tobytes())
+
+
 def save(name, piece):
     sound = round_trip(play(piece), piece.seconds)
     gain = LEVEL - loudness.integrated(sound, wav.RATE)
     sound = bend_peaks(sound * 10 ** (gain / 20))
     path = MUSIC / name
-    path.parent.mkdir(parents=True, exist_ok=True)
-    # No date and no version in the file: the same notes give the same bytes.
-    subprocess.run(["ffmpeg", "-y", "-v", "error", "-f", "f32le", "-ar", str(wav.RATE), "-ac", "2", "-i", "-", "-c:a",
-                    "libvorbis", "-q:a", QUALITY, "-fflags", "+bitexact", "-flags:a", "+bitexact", "-map_metadata",
-                    "-1", str(path)], check=True, input=sound.astype("<f4").tobytes())
+    encode(path, sound)
     print(f"data/music/{name}: {len(sound) / wav.RATE:.2f} s, gain {gain:.1f} dB, {path.stat().st_size} bytes")

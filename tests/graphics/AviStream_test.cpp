@@ -4,11 +4,11 @@
 #include "support/DataFolder.h"
 #include "support/ModuleTest.h"
 
+#include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <random>
+#include <vector>
 
 namespace tarnwick {
 
@@ -41,6 +41,7 @@ protected:
         return frames;
     }
 
+    const std::string filmOfTheTree = (std::filesystem::current_path() / "data/vid/intro.avi").string();
     const DataFolder data;
 };
 
@@ -96,6 +97,25 @@ TEST_F(AviStreamTest, BehindTheLastPictureThereIsNone) {
     EXPECT_EQ(stream->frame(3), nullptr);
     EXPECT_EQ(stream->frame(4), nullptr);
     EXPECT_NE(stream->frame(2), nullptr); // going back still works
+}
+
+TEST_F(AviStreamTest, TheGamesOwnFilmGivesAllItsPictures) {
+    const auto stream = AviStream::open(filmOfTheTree);
+    ASSERT_TRUE(stream != nullptr && stream->openFrames());
+    ASSERT_EQ(stream->frameCount(), 300u);
+    EXPECT_EQ(stream->frameDuration(), 40u);
+    const auto bytes = static_cast<std::size_t>(stream->width() * stream->height() * 3);
+    const std::uint8_t* pixels = stream->frame(100);
+    ASSERT_NE(pixels, nullptr);
+    const std::vector<std::uint8_t> first(pixels, pixels + bytes);
+
+    const bool last = stream->frame(299) != nullptr;
+    pixels = stream->frame(100); // back by way of the first one
+
+    EXPECT_TRUE(last);
+    ASSERT_NE(pixels, nullptr);
+    EXPECT_TRUE(std::equal(first.begin(), first.end(), pixels));
+    EXPECT_EQ(stream->frame(300), nullptr);
 }
 
 TEST_F(AviStreamTest, FilesWithoutAVideoAreRefused) {
