@@ -3,6 +3,7 @@
 #include "core/LocationStack.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
+#include "gui/GameMenus.h"
 
 namespace tarnwick {
 
@@ -35,7 +36,7 @@ void GameSfx_Loop::follow(float level, Order order) {
 
 bool GameSfx_Loop::gameSounds() {
     TARNWICK_LOCATION("GameSfx_Loop::gameSounds");
-    return !GameRules::gameIsFinished() && !Game::paused();
+    return !GameRules::gameIsFinished() && GameMenus::getCurrentMenu() == menu::none && !Game::paused();
 }
 
 } // namespace tarnwick

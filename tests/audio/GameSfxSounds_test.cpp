@@ -12,6 +12,7 @@
 #include "game/Game.h"
 #include "game/GameRules.h"
 #include "graphics/GLWindow.h"
+#include "gui/GameMenus.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "support/DataFolder.h"
@@ -95,6 +96,7 @@ protected:
         GLWindow::createHeadless(800, 600);
         GLConsole::initialise();
         Game::initialise("maps\\empty.rivl");
+        GameMenus::setCurrentMenu(menu::none);
         Camera::setState(Camera::normal);
         ParticleManager::particles.clear();
         addAllMatter();
@@ -237,6 +239,23 @@ TEST_F(GameSfxSoundsTest, ATickOfTheGameSoundsAlsoInTheFlight) {
 
     Game::tick(dt);
 
+    EXPECT_EQ(loopsPlaying(), 5u);
+}
+
+TEST_F(GameSfxSoundsTest, AMenuSilencesAllLoopsAndTheirLevelsGoOn) {
+    play();
+    update();
+    GameMenus::setCurrentMenu(menu::inGame);
+    const float freezeLevel = ice().freezeLevel;
+    ParticleGroupMover::groups.front().members.resize(100);
+
+    Game::tick(dt);
+    const std::size_t inTheMenu = loopsPlaying();
+    GameMenus::setCurrentMenu(menu::none);
+    update();
+
+    EXPECT_EQ(inTheMenu, 0u);
+    EXPECT_GT(ice().freezeLevel, freezeLevel);
     EXPECT_EQ(loopsPlaying(), 5u);
 }
 
