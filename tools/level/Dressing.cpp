@@ -96,6 +96,11 @@ grownCorner(const LevelFile::Point& point, const Place& before, const Place& aft
     return {moved(point.x, best.x), moved(point.y, best.y)};
 }
 
+/// The corner moved straight away from one of its edges.
+LevelFile::Point squareCorner(const LevelFile::Point& point, const Place& normal, double distance) {
+    return {moved(point.x, std::round(normal.x * distance)), moved(point.y, std::round(normal.y * distance))};
+}
+
 /// The outline moved outwards, inwards when negative.
 Points grown(const Points& points, double distance) {
     const double winding = signedArea(points) > 0.0 ? 1.0 : -1.0;
@@ -129,6 +134,25 @@ LevelFile::Point between(const LevelFile::Point& start, const LevelFile::Point& 
     const Place to = placeOf(end);
     return {static_cast<std::int32_t>(std::lround(from.x + (to.x - from.x) * share)),
             static_cast<std::int32_t>(std::lround(from.y + (to.y - from.y) * share))};
+}
+
+/// Whether two lines cross at a place inside of both.
+bool cross(const LevelFile::Point& a,
+           const LevelFile::Point& b,
+           const LevelFile::Point& c,
+           const LevelFile::Point& d) {
+    const auto side = [](const LevelFile::Point& from, const LevelFile::Point& to,
+                         const LevelFile::Point& point) {
+        const Place start = placeOf(from);
+        return (placeOf(to).x - start.x) * (placeOf(point).y - start.y) -
+               (placeOf(to).y - start.y) * (placeOf(point).x - start.x);
+    };
+    return side(a, b, c) * side(a, b, d) <= 0.0 && side(c, d, a) * side(c, d, b) <= 0.0;
+}
+
+/// Of a piece of a band: its ends cross where a band is wider than a bend of the outline leaves room for.
+bool crossesItself(const Points& piece) {
+    return cross(piece[0], piece[1], piece[2], piece[3]) || cross(piece[1], piece[2], piece[3], piece[0]);
 }
 
 bool isFar(const Record& record) {
@@ -223,20 +247,52 @@ private:
             if (picture.empty() || liesOnBorder(points[index], points[next])) {
                 continue;
             }
+            const LevelFile::Point nearStart =
+                endsSquare(wall, points[index], points[(index + points.size() - 1) % points.size()])
+                    ? squareCorner(points[index], normal, -width)
+                    : beside[index];
+            const LevelFile::Point nearEnd =
+                endsSquare(wall, points[next], points[(next + 1) % points.size()])
+                    ? squareCorner(points[next], normal, -width)
+                    : beside[next];
             for (const auto& [first, last] : openPieces(wall, points[index], points[next], normal)) {
                 addPiece(polygons[wall], picture,
                          {between(points[index], points[next], first),
-                          between(points[index], points[next], last),
-                          between(beside[index], beside[next], last),
-                          between(beside[index], beside[next], first)});
+                          between(points[index], points[next], last), between(nearStart, nearEnd, last),
+                          between(nearStart, nearEnd, first)});
             }
         }
+    }
+
+    /// Whether a band ends at this corner without a mitre, since another polygon joins along the edge that
+    /// leads from the corner to `neighbour`: the wall and its finish go on there.
+    bool
+    endsSquare(std::size_t wall, const LevelFile::Point& corner, const LevelFile::Point& neighbour) const {
+        const Place at = placeOf(corner);
+        const Place along = {neighbour.x - at.x, neighbour.y - at.y};
+        const double length = std::hypot(along.x, along.y);
+        if (length == 0.0) {
+            return false;
+        }
+        const double step = std::min(cell / length, 1.0) / 2.0;
+        const Place place = {at.x + step * along.x, at.y + step * along.y};
+        const Place oneSide = {along.y / length, -along.x / length};
+        const Place otherSide = {-oneSide.x, -oneSide.y};
+        return isHidden(wall, place,
+                        covers(polygons[wall].points, beside(place, oneSide)) ? otherSide : oneSide);
+    }
+
+    static Place beside(const Place& place, const Place& normal) {
+        return {place.x + normal.x * lookIn, place.y + normal.y * lookIn};
     }
 
     void addPiece(const Record& wall, const std::string& picture, Points points) {
         points.erase(std::unique(points.begin(), points.end()), points.end());
         if (points.size() > 1 && points.front() == points.back()) {
             points.pop_back();
+        }
+        if (points.size() == 4 && crossesItself(points)) {
+            points = {points[0], points[1], between(points[2], points[3], 0.5)};
         }
         if (points.size() < 3 || signedArea(points) == 0.0) {
             return;

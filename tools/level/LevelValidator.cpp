@@ -190,7 +190,7 @@ private:
                               std::to_string(crossing->second) + "; it is neither seen nor solid");
         } else if (polygon.triangleCount == 0) {
             found(number, "cannot be cut into triangles; it is neither seen nor solid");
-        } else if (polygon.moveable && !polygon.counterClockwise) {
+        } else if (polygon.moveable && polygon.collideable && !polygon.counterClockwise) {
             found(number, "moves, but runs the wrong way round to crush: reverse the order of its points");
         } else if (polygon.moveable && polygon.collideable && liesTooHigh(polygon)) {
             found(number,

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <random>
 #include <string>
@@ -122,6 +123,16 @@ TEST(DressingTest, WhereTwoWallsOfOnePictureMeetThereIsNothing) {
     EXPECT_EQ(pointsOf(finish, "gfx\\outline.tga").size(), 6U);
 }
 
+TEST(DressingTest, TheFinishGoesStraightOnFromOneWallToTheNext) {
+    const std::vector<Record> finish =
+        finishOf({rectangle(0, 0, 100, 20), rectangle(100, 0, 200, 20), frame()}, 2);
+
+    EXPECT_EQ(pointsOf(finish, "gfx\\edge_wood_light.tga"),
+              (std::vector<Points>{{{0, 0}, {100, 0}, {100, 2}, {2, 2}},
+                                   {{100, 0}, {200, 0}, {198, 2}, {100, 2}}}));
+    EXPECT_EQ(pointsOf(finish, "gfx\\outline.tga").front(), (Points{{0, 0}, {100, 0}, {100, -2}, {-2, -2}}));
+}
+
 TEST(DressingTest, AnEdgeThatIsPartlyCoveredIsFinishedWhereItIsOpen) {
     const std::vector<Record> finish =
         finishOf({rectangle(0, 0, 100, 20), rectangle(40, -30, 60, 0), frame()}, 1);
@@ -176,6 +187,23 @@ TEST(DressingTest, NothingIsAddedToTheBorderToUnseenAndToUnmarkedPolygons) {
     EXPECT_TRUE(finishOf({hidden, caulk, frame()}, 2).empty());
     EXPECT_TRUE(finishOf({rectangle(0, 0, 100, 20), frame()}, 0).empty());
     EXPECT_TRUE(finishOf({}, 0).empty());
+}
+
+TEST(DressingTest, ABandThatIsWiderThanABendStaysSound) {
+    Record wall = rectangle(0, 0, 100, 60);
+    wall.surfaceType = stone;
+    wall.points = {{0, 0}, {40, 0}, {42, 5}, {44, 0}, {100, 0}, {100, 60}, {0, 60}};
+
+    const std::vector<Record> finish = finishOf({wall, frame()}, 1);
+
+    for (const Record& record : finish) {
+        if (record.points.size() == 4) {
+            const auto& [a, b, c, d] =
+                std::array{record.points[0], record.points[1], record.points[2], record.points[3]};
+            EXPECT_GE((b.x - a.x) * (c.x - d.x) + (b.y - a.y) * (c.y - d.y), 0) << record.textureName;
+        }
+    }
+    EXPECT_EQ(pointsOf(finish, "gfx\\shade_10.tga").size(), 7U);
 }
 
 TEST(DressingTest, AbsurdOutlinesAreDressedWithoutHarm) {

@@ -4,15 +4,20 @@
 #include "support/ModuleTest.h"
 #include "support/TiledText.h"
 #include "tools/level/LevelCompiler.h"
+#include "tools/level/LevelDecompiler.h"
 #include "tools/level/LevelNames.h"
 #include "tools/level/LevelValidator.h"
 #include "tools/level/LevelWriter.h"
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace tarnwick {
 
@@ -53,23 +58,72 @@ Json shownDefault(const std::string& name, const std::string& kind = "polygon") 
     return {};
 }
 
+/// The levels that come with the game.
+std::vector<std::string> levelNames() {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(TARNWICK_SOURCE_DIR "/assets/levels")) {
+        if (entry.path().extension() == ".tmj") {
+            names.push_back(entry.path().stem().string());
+        }
+    }
+    EXPECT_FALSE(names.empty());
+    return names;
+}
+
 } // namespace
 
 class LevelDataTest : public ModuleTest {};
 
-TEST_F(LevelDataTest, TheTestLevelIsWhatItsMapCompilesTo) {
-    const std::string map = readRepositoryFile("assets/levels/testLevel.tmj");
+TEST_F(LevelDataTest, EveryLevelIsWhatItsMapCompilesTo) {
+    for (const std::string& level : levelNames()) {
+        const std::string map = readRepositoryFile("assets/levels/" + level + ".tmj");
 
-    const std::string fresh = writeLevel(compileText(map)); // throws for a warning
+        const std::string fresh = writeLevel(compileText(map)); // throws for a warning
 
-    EXPECT_TRUE(fresh == readRepositoryFile("data/maps/testLevel.rivl"))
-        << "the map has changed: build the target \"levels\" and commit data/maps";
+        EXPECT_TRUE(fresh == readRepositoryFile("data/maps/" + level + ".rivl"))
+            << level << ": the map has changed: build the target \"levels\" and commit data/maps";
+    }
 }
 
-TEST_F(LevelDataTest, NothingIsWrongWithTheTestLevel) {
-    const LevelFile level = compileText(readRepositoryFile("assets/levels/testLevel.tmj"));
+TEST_F(LevelDataTest, EveryLevelComesBackFromItsMap) {
+    for (const std::string& level : levelNames()) {
+        const LevelFile read = compileText(readRepositoryFile("assets/levels/" + level + ".tmj"));
 
-    EXPECT_EQ(validateLevel(level, nullptr), std::vector<std::string>{});
+        const LevelFile again = compileText(decompileLevel(read, "../../data/", nullptr));
+
+        EXPECT_EQ(again, read) << level;
+    }
+}
+
+TEST_F(LevelDataTest, NothingIsWrongWithTheLevels) {
+    for (const std::string& level : levelNames()) {
+        const LevelFile read = compileText(readRepositoryFile("assets/levels/" + level + ".tmj"));
+
+        EXPECT_EQ(validateLevel(read, nullptr), std::vector<std::string>{}) << level;
+    }
+}
+
+TEST_F(LevelDataTest, WhatTheLevelsNameIsThere) {
+    std::set<std::string> names;
+    for (const std::string& level : levelNames()) {
+        const LevelFile read = compileText(readRepositoryFile("assets/levels/" + level + ".tmj"));
+        for (const LevelFile::PolygonRecord& record : read.polygons) {
+            names.insert(record.textureName);
+        }
+        for (const LevelFile::ObjectRecord& record : read.objects) {
+            names.insert(record.textureName);
+        }
+        for (const LevelFile::SoundSourceRecord& record : read.soundSources) {
+            names.insert(record.soundName);
+        }
+        for (const LevelFile::EmitterRecord& record : read.emitters) {
+            names.insert(record.settingsName);
+        }
+    }
+    for (std::string name : names) {
+        std::replace(name.begin(), name.end(), '\\', '/');
+        EXPECT_TRUE(std::filesystem::exists(TARNWICK_SOURCE_DIR "/data/" + name)) << name;
+    }
 }
 
 TEST_F(LevelDataTest, TheTestLevelHasSolidSlopesOfAllSurfaces) {
