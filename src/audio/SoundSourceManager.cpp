@@ -7,6 +7,7 @@
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
+#include "gui/GameMenus.h"
 
 #include <vector>
 
@@ -20,7 +21,7 @@ constexpr std::size_t createArguments = 6; ///< Of `SoundSourceCreate`.
 /// Whether looping sources may be heard at all.
 bool levelIsHeard() {
     TARNWICK_LOCATION("SoundSourceManager::levelIsHeard");
-    return !Game::paused() && !GameRules::gameIsFinished();
+    return !Game::paused() && !GameRules::gameIsFinished() && GameMenus::getCurrentMenu() == menu::none;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "audio/SoundSystem.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
+#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "mechanisms/TriggerHandlers.h"
 #include "mechanisms/TriggerManager.h"
@@ -447,6 +448,25 @@ TEST_F(SoundSourceManagerTest, MoreLoopsThanVoicesLeaveTheOldestHeard) {
     EXPECT_EQ(SoundSystem::voicesInUse(), SoundSystem::largestVoiceCount);
     EXPECT_TRUE(newest(256).sound.isPlaying());
     EXPECT_FALSE(newest(257).sound.isPlaying());
+}
+
+TEST_F(SoundSourceManagerTest, AMenuStopsAllLoopingSourcesAndTheyComeBackWithThePlay) {
+    loadLevel();
+    GameMenus::initialise();
+    GameMenus::setCurrentMenu(menu::none);
+    SoundSourceManager::updateAllSounds();
+    const bool inPlay = newest(1).sound.isPlaying();
+    GameMenus::setCurrentMenu(menu::inGame);
+
+    SoundSourceManager::updateAllSounds();
+    const bool inTheMenu = newest(1).sound.isPlaying();
+    GameMenus::setCurrentMenu(menu::none);
+    SoundSourceManager::updateAllSounds();
+
+    EXPECT_TRUE(inPlay);
+    EXPECT_FALSE(inTheMenu);
+    EXPECT_FALSE(newest(1).stopped);
+    EXPECT_TRUE(newest(1).sound.isPlaying());
 }
 
 } // namespace tarnwick
