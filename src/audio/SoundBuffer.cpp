@@ -161,8 +161,9 @@ std::uint32_t SoundBuffer::size() const {
 
 void SoundBuffer::play(bool loop) {
     TARNWICK_LOCATION("SoundBuffer::play");
+    const bool goesOn = isPlaying();
     looping = loop;
-    if (isPlaying()) {
+    if (goesOn) {
         alSourcei(voice, AL_LOOPING, looping ? AL_TRUE : AL_FALSE); // playing it anew would start it over
         return;
     }
@@ -191,8 +192,8 @@ void SoundBuffer::stop() {
 
 bool SoundBuffer::isPlaying() {
     TARNWICK_LOCATION("SoundBuffer::isPlaying");
-    if (voice == 0) {
-        return false;
+    if (voice == 0 || looping) { // one that loops has no end of which the device would have to be asked
+        return voice != 0;
     }
     ALint voiceState = AL_STOPPED;
     alGetSourcei(voice, AL_SOURCE_STATE, &voiceState);
@@ -257,9 +258,7 @@ bool SoundBuffer::setCurrentPosition(std::uint32_t bytes) {
 
 void SoundBuffer::giveBackIfEnded() {
     TARNWICK_LOCATION("SoundBuffer::giveBackIfEnded");
-    if (!looping) { // one that loops has no end
-        isPlaying();
-    }
+    isPlaying();
 }
 
 void SoundBuffer::giveBack() {

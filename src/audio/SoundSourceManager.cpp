@@ -135,19 +135,28 @@ void SoundSourceManager::updateAllSounds() {
 
 void SoundSourceManager::syncLoopingSound(SoundSource& source) {
     TARNWICK_LOCATION("SoundSourceManager::syncLoopingSound");
+    if (const SoundSource* const last = lastInStep(source); last != nullptr) {
+        source.sound.synchroniseWith(last->sound);
+    }
+}
+
+const SoundSource* SoundSourceManager::lastInStep(const SoundSource& source) {
+    TARNWICK_LOCATION("SoundSourceManager::lastInStep");
+    const SoundSource* last = nullptr;
     for (const auto& [id, sources] : state.loopingSources) {
         for (const SoundSource& other : sources) {
             if (&other == &source) {
                 continue;
             }
             if (!other.sound.isPlaying()) {
-                return;
+                return last;
             }
             if (other.sound.getName() == source.sound.getName()) {
-                source.sound.synchroniseWith(other.sound);
+                last = &other;
             }
         }
     }
+    return last;
 }
 
 void SoundSourceManager::pauseAllSounds() {

@@ -69,6 +69,8 @@ private:
     };
     static State state;
 
+    /// The last source of the same sound before the first silent one; null if there is none.
+    static const SoundSource* lastInStep(const SoundSource& source);
     static void drawSources(const Sources& sources);
     static void conCmdSoundSourceCreate(const std::string& arguments);
     static std::int32_t conCmdSoundSourceCount();
