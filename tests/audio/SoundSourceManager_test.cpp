@@ -201,6 +201,28 @@ TEST_F(SoundSourceManagerTest, APauseSilencesLoopingSourcesAndTheyComeBackInStep
     }
 }
 
+TEST_F(SoundSourceManagerTest, AMenuSilencesLoopingSourcesUntilItGoes) {
+    add("snd\\wave.wav", 0.0f, true, 1);
+    GLWindow::createHeadless(800, 600);
+    GameMenus::initialise();
+    SoundSourceManager::playExcludedSounds({});
+    SoundSourceManager::updateAllSounds();
+    heard(1'000);
+
+    GameMenus::setCurrentMenu(menu::inGame);
+    EXPECT_TRUE(newest(1).sound.isPlaying()); // until the next update
+    SoundSourceManager::updateAllSounds();
+    EXPECT_FALSE(newest(1).sound.isPlaying());
+    heard(500);
+    GameMenus::setCurrentMenu(menu::none);
+    SoundSourceManager::updateAllSounds();
+
+    EXPECT_TRUE(newest(1).sound.isLooping());
+    heard(rampFrames);
+    const std::size_t at = (1'000 + rampFrames) % 7'000; // it went on where it stood
+    EXPECT_NEAR(heard(1)[0], static_cast<float>(waveSamples(7'000, 11)[at]) / fullScale, 1e-6f);
+}
+
 TEST_F(SoundSourceManagerTest, ASourceThatComesInRangeLaterStartsWhereTheOtherIs) {
     add("snd\\wave.wav", 0.0f, true, 1);
     add("snd\\wave.wav", 900.0f, true, 2);
