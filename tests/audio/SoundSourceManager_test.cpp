@@ -472,23 +472,4 @@ TEST_F(SoundSourceManagerTest, MoreLoopsThanVoicesLeaveTheOldestHeard) {
     EXPECT_FALSE(newest(257).sound.isPlaying());
 }
 
-TEST_F(SoundSourceManagerTest, AMenuStopsAllLoopingSourcesAndTheyComeBackWithThePlay) {
-    loadLevel();
-    GameMenus::initialise();
-    GameMenus::setCurrentMenu(menu::none);
-    SoundSourceManager::updateAllSounds();
-    const bool inPlay = newest(1).sound.isPlaying();
-    GameMenus::setCurrentMenu(menu::inGame);
-
-    SoundSourceManager::updateAllSounds();
-    const bool inTheMenu = newest(1).sound.isPlaying();
-    GameMenus::setCurrentMenu(menu::none);
-    SoundSourceManager::updateAllSounds();
-
-    EXPECT_TRUE(inPlay);
-    EXPECT_FALSE(inTheMenu);
-    EXPECT_FALSE(newest(1).stopped);
-    EXPECT_TRUE(newest(1).sound.isPlaying());
-}
-
 } // namespace tarnwick
