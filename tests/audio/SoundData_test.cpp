@@ -10,8 +10,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -94,15 +94,15 @@ TEST(SoundDataTest, EverySoundIsReadAndBelowClippingAndEndsWithoutAClick) {
 }
 
 TEST(SoundDataTest, EverySoundAndMusicThatTheSettingsNameIsThere) {
-    const std::regex named(R"((?:snd|music|vid)\\[\w\\]+\.(?:wav|ogg))", std::regex::icase);
     int names = 0;
     for (const auto& entry : std::filesystem::directory_iterator(dataFolder / "cfg")) {
-        const std::string text = contentOf(entry.path());
-        for (std::sregex_iterator found(text.begin(), text.end(), named), end; found != end; ++found) {
-            std::string name = found->str();
-            std::ranges::replace(name, '\\', '/');
-            EXPECT_TRUE(std::filesystem::exists(dataFolder / name)) << entry.path() << ": " << name;
-            ++names;
+        std::istringstream words(contentOf(entry.path()));
+        for (std::string name; words >> name;) {
+            if (name.ends_with(".wav") || name.ends_with(".ogg")) {
+                std::ranges::replace(name, '\\', '/');
+                EXPECT_TRUE(std::filesystem::exists(dataFolder / name)) << entry.path() << ": " << name;
+                ++names;
+            }
         }
     }
     EXPECT_GT(names, 30);
