@@ -180,9 +180,8 @@ private:
     std::filesystem::path before;
 };
 
-/// Which pictures of a level can be found in a data folder: those of its polygons and objects, each name
-/// once.
-std::set<std::string> existingPictures(const LevelFile& level, const std::filesystem::path& dataFolder) {
+/// Which of the files that a level names can be found in a data folder, each name once.
+std::set<std::string> existingFiles(const LevelFile& level, const std::filesystem::path& dataFolder) {
     const WorkingFolder inside(dataFolder);
     std::set<std::string> tested;
     std::set<std::string> existing;
@@ -196,6 +195,12 @@ std::set<std::string> existingPictures(const LevelFile& level, const std::filesy
     }
     for (const LevelFile::ObjectRecord& record : level.objects) {
         test(record.textureName);
+    }
+    for (const LevelFile::SoundSourceRecord& record : level.soundSources) {
+        test(record.soundName);
+    }
+    for (const LevelFile::EmitterRecord& record : level.emitters) {
+        test(record.settingsName);
     }
     return existing;
 }
@@ -244,13 +249,13 @@ int runDecompile(const Arguments& arguments, std::ostream& errors) {
 /// Looks for mistakes in a level that has been read; prints the findings and gives their number.
 std::size_t validate(const LevelFile& level,
                      std::uintmax_t trailing,
-                     const std::optional<std::set<std::string>>& pictures,
+                     const std::optional<std::set<std::string>>& files,
                      std::ostream& output) {
-    PictureTest pictureExists;
-    if (pictures) {
-        pictureExists = [&](const std::string& name) { return pictures->contains(name); };
+    FileTest fileExists;
+    if (files) {
+        fileExists = [&](const std::string& name) { return files->contains(name); };
     }
-    std::vector<std::string> findings = validateLevel(level, pictureExists);
+    std::vector<std::string> findings = validateLevel(level, fileExists);
     if (trailing > 0) {
         findings.push_back("file: " + std::to_string(trailing) +
                            " bytes follow the level, which the game does not read");
@@ -267,7 +272,7 @@ int runValidate(const Arguments& arguments, std::ostream& output, std::ostream& 
     if (!withFile(arguments.input, errors, [&] { level = readLevel(arguments.input, trailing); })) {
         return statusBad;
     }
-    std::optional<std::set<std::string>> pictures;
+    std::optional<std::set<std::string>> files;
     if (!arguments.noPictures) {
         const std::filesystem::path folder =
             arguments.data.empty() ? dataFolderBesideProgram() : std::filesystem::path(arguments.data);
@@ -275,11 +280,11 @@ int runValidate(const Arguments& arguments, std::ostream& output, std::ostream& 
             errors << "tarnwick-level: no data folder beside the program: name one with --data\n";
             return statusBad;
         }
-        if (!withFile(folder.string(), errors, [&] { pictures = existingPictures(level, folder); })) {
+        if (!withFile(folder.string(), errors, [&] { files = existingFiles(level, folder); })) {
             return statusBad;
         }
     }
-    return validate(level, trailing, pictures, output) == 0 ? 0 : statusFound;
+    return validate(level, trailing, files, output) == 0 ? 0 : statusFound;
 }
 
 /// The one line of an error of the command line.
@@ -317,8 +322,9 @@ int runLevelTool(int argumentCount,
         tool.add_subcommand("validate", "Look for mistakes; exit status 1 when there are any.");
     validate->add_option("FILE.rivl", given.input, "the level file")->required();
     validate->add_option("--data", given.data,
-                         "the folder that holds gfx; by default the one beside the build");
-    validate->add_flag("--no-pictures", given.noPictures, "do not look whether the pictures exist");
+                         "the folder that holds gfx, snd and fx; by default the one beside the build");
+    validate->add_flag("--no-pictures", given.noPictures,
+                       "do not look whether pictures, sounds and settings exist");
 
     try {
         tool.parse(argumentCount, arguments);

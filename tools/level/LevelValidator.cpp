@@ -94,9 +94,9 @@ std::optional<std::pair<std::uint32_t, std::uint32_t>> crossingSides(const Polyg
 
 class LevelValidator {
 public:
-    LevelValidator(const LevelFile& read, const PictureTest& test)
+    LevelValidator(const LevelFile& read, const FileTest& test)
         : level(read)
-        , pictureExists(test)
+        , fileExists(test)
         , polygons(buildPolygons(read)) {}
 
     std::vector<std::string> validate() {
@@ -110,7 +110,7 @@ public:
         for (std::size_t object = 0; object < level.objects.size(); ++object) {
             validateObject(object);
         }
-        validateMissingPictures();
+        validateMissingFiles();
         validateWaterStart();
         validateIds();
         return std::move(findings);
@@ -219,22 +219,36 @@ private:
         }
     }
 
-    /// One finding a picture, at the first polygon or else object that shows it.
-    void validateMissingPictures() {
-        if (!pictureExists) {
-            return;
-        }
+    /// One finding a file, at the first polygon, object, sound or emitter that names it.
+    void validateMissingFiles() {
         std::set<std::string> tested;
+        const auto isMissing = [&](const std::string& name) {
+            return fileExists && !name.empty() && tested.insert(name).second && !fileExists(name);
+        };
         for (std::size_t number = 0; number < level.polygons.size(); ++number) {
             const std::string& name = level.polygons[number].textureName;
-            if (!name.empty() && tested.insert(name).second && !pictureExists(name)) {
+            if (isMissing(name)) {
                 found(number, "picture " + inQuotes(name) + " does not exist");
             }
         }
         for (std::size_t number = 0; number < level.objects.size(); ++number) {
             const std::string& name = level.objects[number].textureName;
-            if (!name.empty() && tested.insert(name).second && !pictureExists(name)) {
+            if (isMissing(name)) {
                 foundObject(number, "picture " + inQuotes(name) + " does not exist");
+            }
+        }
+        for (std::size_t number = 0; number < level.soundSources.size(); ++number) {
+            const std::string& name = level.soundSources[number].soundName;
+            if (isMissing(name)) {
+                findings.push_back("sound " + std::to_string(number) + ": file " + inQuotes(name) +
+                                   " does not exist");
+            }
+        }
+        for (std::size_t number = 0; number < level.emitters.size(); ++number) {
+            const std::string& name = level.emitters[number].settingsName;
+            if (isMissing(name)) {
+                findings.push_back("emitter " + std::to_string(number) + ": settings " + inQuotes(name) +
+                                   " do not exist");
             }
         }
     }
@@ -314,12 +328,20 @@ private:
                 findings.push_back(line + "carries nothing: no polygon or object has id " +
                                    std::to_string(id));
             }
+            if (level.movers[number].start == level.movers[number].end) {
+                findings.push_back(line + "starts where it ends, and moves nothing");
+            }
         }
     }
 
     void validateTriggers(const std::set<std::int64_t>& targets) {
         for (std::size_t number = 0; number < level.triggers.size(); ++number) {
             const std::int32_t id = level.triggers[number].targetId;
+            const std::int32_t type = level.triggers[number].triggerType;
+            if (actionOf(type) == nullptr) {
+                findings.push_back("trigger " + std::to_string(number) + ": no trigger has type " +
+                                   std::to_string(type) + "; it does nothing");
+            }
             if (id != 0 && !targets.contains(id)) {
                 findings.push_back("trigger " + std::to_string(number) + ": nothing has its target id " +
                                    std::to_string(id));
@@ -328,15 +350,15 @@ private:
     }
 
     const LevelFile& level;
-    const PictureTest& pictureExists;
+    const FileTest& fileExists;
     std::list<Polygon2D> polygons;
     std::vector<std::string> findings;
 };
 
 } // namespace
 
-std::vector<std::string> validateLevel(const LevelFile& level, const PictureTest& pictureExists) {
-    return LevelValidator(level, pictureExists).validate();
+std::vector<std::string> validateLevel(const LevelFile& level, const FileTest& fileExists) {
+    return LevelValidator(level, fileExists).validate();
 }
 
 } // namespace tarnwick

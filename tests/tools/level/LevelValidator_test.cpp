@@ -263,4 +263,26 @@ TEST_F(LevelValidatorTest, ATriggerWhoseTargetNobodyIsIsTold) {
     EXPECT_EQ(findingsOf(level), Findings{"trigger 6: nothing has its target id 6"});
 }
 
+TEST_F(LevelValidatorTest, ATriggerOfUnknownTypeAndAMoverOfNoLengthAreTold) {
+    LevelFile level = levelOf({block()});
+    level.polygons[0].polygonId = 5;
+    level.movers.push_back({5, 1.0f, {7, 7}, {7, 7}});
+    level.triggers.push_back({5, 77, 0.0f, {}});
+
+    EXPECT_EQ(findingsOf(level), (Findings{"mover 0: starts where it ends, and moves nothing",
+                                           "trigger 0: no trigger has type 77; it does nothing"}));
+}
+
+TEST_F(LevelValidatorTest, MissingSoundsAndSettingsAreTold) {
+    LevelFile level;
+    level.soundSources.push_back({0, {}, 1, 1, "snd\\gone.wav"});
+    level.soundSources.push_back({0, {}, 1, 1, ""});
+    level.emitters.push_back({0, {}, {}, "fx\\gone.cfg"});
+
+    const Findings findings = validateLevel(level, [](const std::string&) { return false; });
+
+    EXPECT_EQ(findings, (Findings{"sound 0: file \"snd\\gone.wav\" does not exist",
+                                  "emitter 0: settings \"fx\\gone.cfg\" do not exist"}));
+}
+
 } // namespace tarnwick
