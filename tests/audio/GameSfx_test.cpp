@@ -42,8 +42,8 @@ protected:
         }
         return random;
     }
-    static float pow32(float base, float dt) {
-        return static_cast<float>(std::pow(static_cast<double>(base), static_cast<double>(dt)));
+    static float pow32(float base, float exponent) {
+        return static_cast<float>(std::pow(static_cast<double>(base), static_cast<double>(exponent)));
     }
     static GameSfx_Water::State& water() { return GameSfx_Water::state; }
     static GameSfx_Ice::State& ice() { return GameSfx_Ice::state; }
