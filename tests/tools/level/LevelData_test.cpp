@@ -1,6 +1,9 @@
 // The committed files of the level maker: they must agree with the tool and with one another.
 
+#include "console/GLConsole.h"
 #include "level/LevelFile.h"
+#include "mechanisms/TriggerManager.h"
+#include "support/ConsoleAnswer.h"
 #include "support/ModuleTest.h"
 #include "support/TiledText.h"
 #include "tools/level/LevelCompiler.h"
@@ -147,6 +150,22 @@ TEST_F(LevelDataTest, TheTiledProjectOffersTheNamesThatTheToolKnows) {
         types.push_back(action.name);
     }
     EXPECT_EQ(projectType("triggerType").at("values"), types);
+}
+
+TEST_F(LevelDataTest, TheToolKnowsTheTypesOfTriggersThatTheGameKnows) {
+    GLConsole::initialise();
+    TriggerManager::initialise();
+    std::string expected;
+    for (const TriggerAction& action : triggerActions) {
+        expected += "\nTrigger id: " + std::to_string(action.code) +
+                    "\t\tTrigger name:   " + std::string(action.name);
+    }
+
+    const std::string list = answerTo("TriggerTypeList");
+
+    EXPECT_EQ(list.substr(std::min(list.find("\nTrigger id: "), list.size())), expected);
+    TriggerManager::shutdown();
+    GLConsole::shutdown();
 }
 
 TEST_F(LevelDataTest, TheTiledProjectShowsTheDefaultsThatTheToolTakes) {
