@@ -1,6 +1,7 @@
 #include "gui/GuiLevelTimeDisplay.h"
 
 #include "core/LocationStack.h"
+#include "game/CheckPointTimesManager.h"
 #include "game/GameRules.h"
 #include "gui/GuiScoreLabel.h"
 
@@ -12,15 +13,6 @@ namespace tarnwick {
 namespace {
 
 constexpr float defaultFontSize = 16.0f;
-constexpr std::uint32_t millisecondsInSecond = 1000;
-constexpr std::uint32_t millisecondsInMinute = 60 * millisecondsInSecond;
-constexpr std::uint32_t millisecondsInHour = 60 * millisecondsInMinute;
-
-/// A number below 100 in two digits.
-std::string twoDigits(std::uint32_t number) {
-    TARNWICK_LOCATION("GuiLevelTimeDisplay::twoDigits");
-    return (number < 10 ? "0" : "") + std::to_string(number);
-}
 
 } // namespace
 
@@ -35,13 +27,6 @@ void GuiLevelTimeDisplay::setRampUpTime(float seconds) {
     rampUpRemaining = rampUpTime;
 }
 
-std::string GuiLevelTimeDisplay::formatTime(std::uint32_t milliseconds) {
-    TARNWICK_LOCATION("GuiLevelTimeDisplay::formatTime");
-    return twoDigits(milliseconds % millisecondsInHour / millisecondsInMinute) + ":" +
-           twoDigits(milliseconds % millisecondsInMinute / millisecondsInSecond) + ":" +
-           twoDigits(milliseconds % millisecondsInSecond / 10);
-}
-
 void GuiLevelTimeDisplay::reset() {
     TARNWICK_LOCATION("GuiLevelTimeDisplay::reset");
     restartRampUp();
@@ -50,7 +35,7 @@ void GuiLevelTimeDisplay::reset() {
 void GuiLevelTimeDisplay::windowRedrawing() {
     TARNWICK_LOCATION("GuiLevelTimeDisplay::windowRedrawing");
     frameTimer.update();
-    const std::string text = formatTime(shownTime());
+    const std::string text = CheckPointTimesManager::formatTime(shownTime());
     const auto drawAt = [&](float offsetX, float offsetY, Colour colour) {
         font.drawStringCentered(text.c_str(), static_cast<float>(x) + offsetX,
                                 static_cast<float>(y) + offsetY, static_cast<float>(width),

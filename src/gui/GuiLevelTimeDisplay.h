@@ -5,15 +5,14 @@
 #include "gui/GuiWidget.h"
 
 #include <cstdint>
-#include <string>
 
 namespace tarnwick {
 
 class GuiScoreLabel;
 
-/// The time of the level, counting up as a `GuiScoreLabel` does, centred in the widget.
-/// Kept: without a label before it the time stays at zero, where a score label would count at once. The
-/// display is only ever placed behind one.
+/// The time of the level in minutes, seconds and hundredths, counting up as a `GuiScoreLabel` does, centred
+/// in the widget. Kept: without a label before it the time stays at zero, where a score label would count at
+/// once. The display is only ever placed behind one.
 class GuiLevelTimeDisplay : public GuiWidget, public GuiFontGroup, public GuiRampUp {
 public:
     const GuiScoreLabel* previousScoreLabel = nullptr; ///< Not owned.
@@ -22,10 +21,6 @@ public:
 
     /// Seconds, at least 0.01, all of them left.
     void setRampUpTime(float seconds);
-
-    /// Minutes, seconds and hundredths of a time in milliseconds, two digits each, as in "01:23:45". Hours
-    /// are dropped.
-    static std::string formatTime(std::uint32_t milliseconds);
 
     void reset() override;
     void windowRedrawing() override;

@@ -172,12 +172,18 @@ TEST_F(GuiScoreLabelTest, AShadowLiesBelowTheNumber) {
     EXPECT_EQ(pixel(14, 15), red);
 }
 
-TEST_F(GuiScoreLabelTest, TimesAreWrittenInMinutesSecondsAndHundredthsAndHoursAreDropped) {
-    EXPECT_EQ(GuiLevelTimeDisplay::formatTime(0), "00:00:00");
-    EXPECT_EQ(GuiLevelTimeDisplay::formatTime(3'600'000), "00:00:00");
-    EXPECT_EQ(GuiLevelTimeDisplay::formatTime(83'450), "01:23:45");
-    EXPECT_EQ(GuiLevelTimeDisplay::formatTime(3'599'999), "59:59:99");
-    EXPECT_EQ(GuiLevelTimeDisplay::formatTime(4'294'967'295), "02:47:29");
+TEST_F(GuiScoreLabelTest, AnHourIsShownAsNothingSinceHoursAreDropped) {
+    playFor(3'600'000);
+    GuiScoreLabel first;
+    GuiLevelTimeDisplay display;
+    display.previousScoreLabel = &first;
+    display.setFont("gfx\\font.tga");
+    display.setFontSize(4.0f);
+    display.setSize(100, 10);
+
+    drawAt(5000, display);
+
+    EXPECT_EQ(litInRow(4), 8) << "00:00:00 with the two colons lit";
 }
 
 TEST_F(GuiScoreLabelTest, TheTimeCountsUpBehindItsLabel) {
