@@ -26,6 +26,18 @@ CLI::Validator wholeNumber(std::uint64_t smallest, const char* wanted) {
             ""};
 }
 
+/// `size` takes the text of --size.
+void addPictureOptions(CLI::App& app, SimulationOptions& options, std::string& size) {
+    app.add_option("--screenshot", options.screenshotFile,
+                   "draw the last tick off screen at 800 by 600 and save it")
+        ->type_name("FILE.png");
+    app.add_option("--frames", options.framesFolder, "draw every dumped tick into DIR, as numbered PNG files")
+        ->type_name("DIR");
+    app.add_option("--size", size,
+                   "window of WIDTHxHEIGHT pixels, as in 1280x720 [800x600]; it decides the view")
+        ->type_name("WxH");
+}
+
 /// Takes "WIDTHxHEIGHT"; nothing where no size was given.
 void readSize(const std::string& size, SimulationOptions& options) {
     if (size.empty()) {
@@ -59,6 +71,9 @@ std::optional<SimulationOptions> SimulationOptions::fromCommandLine(int argc, ch
     app.add_option("--input", options.inputFile,
                    "held keys: lines of TICK left|right|none|both, from that tick on")
         ->type_name("FILE");
+    app.add_option("--events", options.eventsFile,
+                   "what a player does in menus: lines of TICK point X Y, TICK click, TICK key NAME")
+        ->type_name("FILE");
     app.add_option("--dump", options.dumpFile, "write state lines, tick 0 first; - is standard output")
         ->type_name("FILE");
     app.add_option("--dump-every", options.dumpEvery, "dump every N-th tick [1]")
@@ -68,18 +83,12 @@ std::optional<SimulationOptions> SimulationOptions::fromCommandLine(int argc, ch
         ->type_name("FILE");
     app.add_flag("--no-flight", options.noFlight,
                  "start with the camera on the water, so that it runs at once");
+    app.add_flag("--menus", options.menus, "start with the main menu up, as the game does");
     app.add_option("--console", options.consoleFile,
                    "run each line of FILE as a console command before the first tick")
         ->type_name("FILE");
-    app.add_option("--screenshot", options.screenshotFile,
-                   "draw the last tick off screen at 800 by 600 and save it")
-        ->type_name("FILE.png");
-    app.add_option("--frames", options.framesFolder, "draw every dumped tick into DIR, as numbered PNG files")
-        ->type_name("DIR");
     std::string size;
-    app.add_option("--size", size,
-                   "window of WIDTHxHEIGHT pixels, as in 1280x720 [800x600]; it decides the view")
-        ->type_name("WxH");
+    addPictureOptions(app, options, size);
     try {
         app.parse(argc, argv);
         readSize(size, options);

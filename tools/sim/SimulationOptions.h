@@ -13,10 +13,12 @@ struct SimulationOptions {
     std::uint64_t ticks = 750;
     float dt = 0.013333334f; ///< Seconds a tick.
     std::string inputFile;   ///< Held keys; empty: none.
+    std::string eventsFile;  ///< Pointer, clicks and keys; empty: none.
     std::string dumpFile;    ///< State lines; "-" is standard output, empty: none.
     std::uint64_t dumpEvery = 1;
     std::string stateFile;   ///< Its last line is restored; empty: the level's start.
     bool noFlight = false;   ///< Starts with the camera on the water, in state 1.
+    bool menus = false;      ///< Starts with the main menu up, as the game does.
     std::string consoleFile; ///< Each line runs as a console command before the first tick; empty: none.
 
     std::string screenshotFile; ///< PNG of the last tick; empty: none.

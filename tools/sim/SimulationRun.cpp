@@ -12,6 +12,7 @@
 #include "game/GameRules.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
+#include "graphics/GLWindowEventListener.h"
 #include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "level/SurfaceTypeManager.h"
@@ -19,6 +20,7 @@
 #include "particles/ParticleManager.h"
 #include "tools/sim/FrameWriter.h"
 #include "tools/sim/HeldKeys.h"
+#include "tools/sim/PlayerEvents.h"
 #include "tools/state/SimulationState.h"
 #include "tools/support/DataFolder.h"
 
@@ -100,7 +102,9 @@ void startLevel(const SimulationOptions& options, const fs::path& startFolder, c
     if (!Game::initialise(level)) {
         fail(options.level, loaderReason());
     }
-    GameMenus::setCurrentMenu(menu::none); // a game starts with the main menu up
+    if (!options.menus) {
+        GameMenus::setCurrentMenu(menu::none);
+    }
     if (options.noFlight) {
         const Vector2 water = Level::waterStart();
         Camera::setPosition(water.x, water.y);
@@ -167,8 +171,24 @@ private:
     std::ofstream file;
 };
 
-void runTick(RunPosition& position, float dt, HeldKeys& keys) {
+/// Hands what a player does to the game, as the game's own loop does. A window that loses the focus is none
+/// of it.
+class GameEvents final : public GLWindowEventListener {
+public:
+    void mouseMoved(std::uint32_t x, std::uint32_t y) override { GameMenus::sendMenuEvent_mouseMoved(x, y); }
+    void mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t button) override {
+        Game::mousePressed(x, y, button);
+    }
+    void mouseReleased(std::uint32_t x, std::uint32_t y, std::uint32_t button) override {
+        GameMenus::sendMenuEvent_mouseReleased(x, y, button);
+    }
+    void keyboardPressed(std::uint32_t key) override { Game::keyboardPressed(key); }
+    void keyboardReleased(std::uint32_t key) override { GameMenus::sendMenuEvent_keyboardReleased(key); }
+};
+
+void runTick(RunPosition& position, float dt, HeldKeys& keys, PlayerEvents& events) {
     keys.send(position.tick);
+    events.send(position.tick);
     GLWindow::run();
     position.time += static_cast<double>(dt);
     Clock::drive(static_cast<std::uint32_t>(std::floor(position.time * 1000.0)));
@@ -229,6 +249,8 @@ void runSimulation(const SimulationOptions& options, std::ostream& out, std::ost
     const std::string inputFile = absolutePath(options.inputFile);
     const std::string stateFile = absolutePath(options.stateFile);
     const std::string consoleFile = absolutePath(options.consoleFile);
+    const std::string eventsFile = absolutePath(options.eventsFile);
+    PlayerEvents events = eventsFile.empty() ? PlayerEvents() : PlayerEvents::fromFile(eventsFile);
     HeldKeys keys = inputFile.empty() ? HeldKeys() : HeldKeys::fromFile(inputFile);
     const std::string dumpFile = absolutePath(options.dumpFile);
     FrameWriter frames(options);
@@ -240,13 +262,18 @@ void runSimulation(const SimulationOptions& options, std::ostream& out, std::ost
     Dump dump(dumpFile);
     dump.write(position);
     frames.writeFrame();
+    GameEvents listener;
+    if (!eventsFile.empty()) { // held keys alone are read from the keyboard's state, as in play
+        GLWindow::setEventListener(&listener);
+    }
     for (std::uint64_t i = 0; i < options.ticks && Game::running() && GLWindow::exists(); ++i) {
-        runTick(position, options.dt, keys);
+        runTick(position, options.dt, keys, events);
         if (position.tick % options.dumpEvery == 0) {
             dump.write(position);
             frames.writeFrame();
         }
     }
+    GLWindow::setEventListener(nullptr);
     frames.writeScreenshot();
     writeSummary(position, dumpFile == "-" ? log : out);
 }

@@ -72,6 +72,41 @@ TEST_F(SimulationRunTest, TwoRunsOfOneCommandGiveEqualBytes) {
     EXPECT_EQ(firstSummary, secondSummary);
 }
 
+TEST_F(SimulationRunTest, BehindTheMainMenuTheWaterStandsStill) {
+    SimulationOptions asked = options();
+    asked.menus = true;
+    asked.dumpFile = "dump.jsonl";
+
+    run(asked);
+
+    const nlohmann::json first = nlohmann::json::parse(linesOf("dump.jsonl").front());
+    const nlohmann::json last = nlohmann::json::parse(linesOf("dump.jsonl").back());
+    EXPECT_EQ(first.at("menu"), 1);
+    EXPECT_EQ(last.at("menu"), 1);
+    EXPECT_EQ(first.at("particles"), last.at("particles"));
+}
+
+TEST_F(SimulationRunTest, WhatAPlayerDoesReachesTheMenus) {
+    files.write("events.txt", "10 key Escape\n");
+    SimulationOptions asked = options();
+    asked.menus = true;
+    asked.eventsFile = "events.txt";
+    asked.dumpFile = "dump.jsonl";
+
+    run(asked);
+
+    const std::vector<std::string> lines = linesOf("dump.jsonl");
+    EXPECT_EQ(nlohmann::json::parse(lines[10]).at("menu"), 1);
+    EXPECT_EQ(nlohmann::json::parse(lines[11]).at("menu"), 6); // whether to quit
+}
+
+TEST_F(SimulationRunTest, AMissingFileOfEventsIsRefused) {
+    SimulationOptions asked = options();
+    asked.eventsFile = "nowhere.txt";
+
+    EXPECT_TRUE(refusalOf(asked).ends_with("nowhere.txt: cannot be opened"));
+}
+
 TEST_F(SimulationRunTest, ARunContinuedFromADumpEqualsTheUninterruptedOne) {
     files.write("keys.txt", "0 left\n20 right\n35 none\n");
     SimulationOptions asked = options();
