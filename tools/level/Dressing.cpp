@@ -204,13 +204,13 @@ public:
             if (polygons[wall].surfaceType == stone && !isFar(polygons[wall])) {
                 for (const int width : bandWidths) {
                     const std::string picture = "gfx\\shade_" + std::to_string(width) + ".tga";
-                    addBand(wall, width, [&](const Place&) { return picture; });
+                    addBand(wall, width, [&](const Place&) -> const std::string& { return picture; });
                 }
             }
         });
         forEachWall([&](std::size_t wall) {
             const std::string picture = isFar(polygons[wall]) ? "gfx\\outline_far.tga" : "gfx\\outline.tga";
-            addBand(wall, -outlineWidth, [&](const Place&) { return picture; });
+            addBand(wall, -outlineWidth, [&](const Place&) -> const std::string& { return picture; });
         });
         forEachWall([&](std::size_t wall) {
             addBand(wall, stripWidth,

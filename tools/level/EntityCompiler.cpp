@@ -22,11 +22,11 @@ constexpr std::size_t cornerCount = 4; ///< Of a trigger.
 
 /// Puts one more record into a section, which is called `name` in messages.
 template <typename Record>
-void add(std::vector<Record>& section, Record&& record, const TiledObject& object, const std::string& name) {
+void add(std::vector<Record>& section, Record record, const TiledObject& object, const std::string& name) {
     if (section.size() == LevelFile::largestCount) {
         refuse(object, "a level holds no more than 65535 " + name + ", and this is one more");
     }
-    section.push_back(std::forward<Record>(record));
+    section.push_back(std::move(record));
 }
 
 /// A name of a file that must be there, though it may be empty.
@@ -64,7 +64,7 @@ Vector2 directionOf(const TiledObject& object, PropertyReader& properties) {
     }
     const double x = object.points[1].x - object.points[0].x;
     const double y = object.points[1].y - object.points[0].y;
-    constexpr double largest = std::numeric_limits<float>::max();
+    constexpr auto largest = static_cast<double>(std::numeric_limits<float>::max());
     if (!(std::abs(x) <= largest && std::abs(y) <= largest)) {
         refuse(object, "its direction is too long for a 32-bit float");
     }
@@ -79,7 +79,7 @@ void compileForce(const TiledObject& object, LevelFile& level, std::vector<std::
     record.strength = properties.decimal("strength", EntityDefaults::strength);
     properties.warnOfOthers(warnings);
     record.position = placeOf(object, warnings);
-    add(level.forces, std::move(record), object, "forces");
+    add(level.forces, record, object, "forces");
 }
 
 void compileMover(const TiledObject& object, LevelFile& level, std::vector<std::string>& warnings) {
@@ -92,7 +92,7 @@ void compileMover(const TiledObject& object, LevelFile& level, std::vector<std::
     const std::vector<LevelFile::Point> ends = wholePoints(object, warnings);
     record.start = ends[0];
     record.end = ends[1];
-    add(level.movers, std::move(record), object, "movers");
+    add(level.movers, record, object, "movers");
 }
 
 std::int32_t triggerTypeOf(const TiledObject& object, PropertyReader& properties) {
@@ -123,7 +123,7 @@ void compileTrigger(const TiledObject& object, LevelFile& level, std::vector<std
     properties.warnOfOthers(warnings);
     const std::vector<LevelFile::Point> corners = wholePoints(object, warnings);
     std::copy(corners.begin(), corners.end(), std::begin(record.corners));
-    add(level.triggers, std::move(record), object, "triggers");
+    add(level.triggers, record, object, "triggers");
 }
 
 /// The middle and half the width of a sound's circle.
