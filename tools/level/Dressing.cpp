@@ -243,7 +243,7 @@ private:
         for (std::size_t index = 0; index < points.size(); ++index) {
             const std::size_t next = (index + 1) % points.size();
             const Place normal = outward(points[index], points[next], winding);
-            const std::string picture = pictureOf(normal);
+            const std::string& picture = pictureOf(normal); // a value lives on with the name
             if (picture.empty() || liesOnBorder(points[index], points[next])) {
                 continue;
             }
