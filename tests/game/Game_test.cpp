@@ -287,6 +287,21 @@ TEST_F(GameTest, LosingTheFocusPauses) {
     EXPECT_TRUE(Game::paused());
 }
 
+TEST_F(GameTest, AMinimisedWindowIsNotDrawnAndTicksGoOn) {
+    start();
+    const float before = fallSpeed();
+    GLWindow::minimize();
+    frame(10);
+    const float whileMinimised = fallSpeed();
+    const std::int32_t picturesMeanwhile = state().drawTicksCount;
+    GLWindow::restore();
+    frame(10);
+
+    EXPECT_GT(whileMinimised, before);
+    EXPECT_EQ(picturesMeanwhile, 0);
+    EXPECT_EQ(state().drawTicksCount, 1);
+}
+
 TEST_F(GameTest, AStopComesBeforeAChangeOfLevel) {
     start();
     Game::map("maps\\other.rivl");
