@@ -20,6 +20,8 @@
 #include "support/LevelFileBuilder.h"
 #include "support/ModuleTest.h"
 
+#include <SDL.h>
+
 #include <algorithm>
 #include <iterator>
 
@@ -456,6 +458,7 @@ TEST_F(GameMenusTest, OptionsHoldFromTheWayBackOnAndNotByEscape) {
 }
 
 TEST_F(GameMenusTest, MusicGoesOffAndOn) {
+    SDL_SetHintWithPriority(SDL_HINT_AUDIODRIVER, "dummy", SDL_HINT_OVERRIDE);
     MusicSystem::initialise();
     MusicSystem::setVolume(100);
     GameMenus::setCurrentMenu(menu::options);
@@ -465,6 +468,7 @@ TEST_F(GameMenusTest, MusicGoesOffAndOn) {
     click(0);
     const std::uint8_t offVolume = MusicSystem::getVolume();
     MusicSystem::shutdown();
+    SDL_ResetHint(SDL_HINT_AUDIODRIVER);
 
     EXPECT_EQ(shown, 1u);
     EXPECT_EQ(committed, 255) << "what lies between goes to one of the two";

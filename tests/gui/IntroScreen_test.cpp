@@ -1,11 +1,15 @@
 #include "gui/IntroScreen.h"
 
+#include "audio/MusicSystem.h"
 #include "graphics/GLWindow.h"
 #include "support/AviFile.h"
 #include "support/DrawingTest.h"
 #include "support/Keyboard.h"
 
 #include <SDL.h>
+#include <SDL_mixer.h>
+
+#include <filesystem>
 
 namespace tarnwick {
 
@@ -15,8 +19,10 @@ namespace {
 class DrivenIntro final : public IntroScreen {
 public:
     std::uint32_t passes = 0;
+    bool soundHeard = false;
 
     void windowRedrawing() override {
+        soundHeard = soundHeard || Mix_PlayingMusic() != 0;
         ++passes;
         Clock::drive(passes * 20);
     }
@@ -89,6 +95,21 @@ TEST_F(IntroScreenTest, AClickSkipsIt) {
     intro.run();
 
     EXPECT_EQ(intro.passes, 1u);
+}
+
+TEST_F(IntroScreenTest, ItsSoundEndsWithTheKeyThatSkipsIt) {
+    SDL_SetHintWithPriority(SDL_HINT_AUDIODRIVER, "dummy", SDL_HINT_OVERRIDE);
+    std::filesystem::copy_file(TARNWICK_SOURCE_DIR "/data/vid/intro.ogg", data.path() / "vid/intro.ogg");
+    MusicSystem::initialise();
+    DrivenIntro intro;
+    pressKey(SDL_SCANCODE_F1, SDLK_F1);
+
+    intro.run();
+    const bool streamLeft = MusicSystem::resume();
+    SDL_ResetHint(SDL_HINT_AUDIODRIVER);
+
+    EXPECT_TRUE(intro.soundHeard);
+    EXPECT_FALSE(streamLeft) << "closed, and not only paused";
 }
 
 TEST_F(IntroScreenTest, ClosingTheWindowLeavesTheLoop) {
