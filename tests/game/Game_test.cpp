@@ -160,6 +160,20 @@ TEST_F(GameTest, ARunEndsWithTheWindowAndGivesTheListenerBack) {
     EXPECT_TRUE(ParticleManager::particles.empty());
 }
 
+TEST_F(GameTest, AGameThatRunsIsNotRunAgain) {
+    start();
+    ParticleManager::particles.resize(3);
+    sendWindowEvent(SDL_WINDOWEVENT_CLOSE); // would end the second loop
+
+    Game::run(level);
+    const bool open = GLWindow::exists();
+    GLWindow::run();
+
+    EXPECT_TRUE(open);
+    EXPECT_TRUE(Game::running());
+    EXPECT_EQ(ParticleManager::particles.size(), 3u);
+}
+
 TEST_F(GameTest, TheFirstFrameTicksAndTheNextFifteenDoNot) {
     start();
     frame(10);
@@ -207,6 +221,20 @@ TEST_F(GameTest, At20FramesASecondTheSimulationSlowsDownAndTheCameraDoesNot) {
     EXPECT_EQ(Camera::angle(), 0.05f * 60.0f);
 }
 
+TEST_F(GameTest, TheFinishIsNotSlowedDownWithTheSimulation) {
+    data.write("cfg/game.cfg", "finishAnimationTime = 0.09");
+    start();
+    GameRules::incrementEndOfLevelTriggerParticleCount(128);
+    GameRules::update(0.01f);
+
+    Game::tick(0.05f);
+    const bool halfway = GameRules::gameIsFinished();
+    Game::tick(0.05f);
+
+    EXPECT_FALSE(halfway);
+    EXPECT_TRUE(GameRules::gameIsFinished());
+}
+
 TEST_F(GameTest, AnimationsRunWithTheSimulationAndAreSlowedDownWithIt) {
     data.write("cfg/animation.cfg", "animationSpeeds = 10");
     data.write("gfx/fan_frame0.tga", "");
@@ -233,6 +261,22 @@ TEST_F(GameTest, WhileTheCameraFliesTheWaterStandsStill) {
 
     EXPECT_EQ(fallSpeed(), 0.0f);
     EXPECT_NE(Camera::position(), (Vector2{cameraX, cameraY}));
+}
+
+TEST_F(GameTest, InTheTickInWhichTheCameraArrivesTheRulesHoldAlready) {
+    data.write("cfg/camera.cfg", "waypointInterpolateDistance = 50");
+    startFlying();
+    Camera::setPosition(waterX, waterY);
+    GameRules::incrementEndOfLevelTriggerParticleCount(128);
+
+    Game::tick(Game::tickThreshold);
+    const bool arrived = !Camera::movingTowardsWaypoint();
+    const float fallen = fallSpeed();
+    GameRules::update(0.1f);
+
+    EXPECT_TRUE(arrived);
+    EXPECT_EQ(fallen, 0.0f); // the simulation was asked before the camera moved
+    EXPECT_TRUE(GameRules::gameIsFinished()) << "the finish, of a millisecond, did not begin in the tick";
 }
 
 TEST_F(GameTest, WhilePausedTheCameraStillMovesAndTurns) {

@@ -46,6 +46,20 @@ protected:
         return static_cast<std::size_t>(std::count_if(
             nodes.begin(), nodes.end(), [](const LevelBspNode* node) { return node->hasEdge; }));
     }
+
+    /// The first of `lines` that the console does not tell behind those before it; "" if it tells all.
+    static std::string toldInOrder(const std::vector<std::string>& lines) {
+        const std::string printed = GLConsole::outputText();
+        std::size_t place = 0;
+        for (const std::string& line : lines) {
+            place = printed.find(line, place);
+            if (place == std::string::npos) {
+                return line;
+            }
+            place += line.size();
+        }
+        return "";
+    }
 };
 
 TEST_F(LevelTest, ALoadTellsItsSteps) {
@@ -202,10 +216,27 @@ TEST_F(LevelTest, TheManagersEndInTheirOrder) {
 
     Level::clear();
 
-    const std::string printed = GLConsole::outputText();
-    const std::size_t objects = printed.find("\nShutting down level objects manager..");
-    EXPECT_NE(objects, std::string::npos);
-    EXPECT_LT(objects, printed.find("\nShuttrng down dynamic polygon renderer.."));
+    EXPECT_EQ(toldInOrder({"\nClearing level data...", "\nShutting down level objects manager..",
+                           "\nShutting down force manager.", "\nShuttrng down dynamic polygon renderer..",
+                           "\nShutting down trigger manager..", "\nShutting down sound source manager..",
+                           "\nShutting down check point times manager..", "\nShutting down mover manager.."}),
+              "");
+}
+
+TEST_F(LevelTest, TheManagersStartInTheirOrderAfterTheOldLevelWent) {
+    load();
+    GLConsole::clear();
+
+    load();
+
+    EXPECT_EQ(
+        toldInOrder({"\nShutting down mover manager..", "\nInitialising level objects manager..",
+                     "\nInitialising force manager.", "\nInitialising sound source manager..",
+                     "\nInitialising down mover manager..", "\nInitialising FX particle manager..",
+                     "\nInitialising down trigger manager..", "\nCreating the level bsp tree...",
+                     "\nInitialising level geometry renderer...", "\nIntialising dynamic polygon renderer..",
+                     "\nInitialising check point times manager.."}),
+        "");
 }
 
 TEST_F(LevelTest, ALoadReplacesTheLevel) {

@@ -239,6 +239,24 @@ TEST_F(TriggersInPlayTest, TriggersComeAfterTheWaterHasMoved) {
     EXPECT_EQ(trigger(0).fireCount, 1u);
 }
 
+TEST_F(TriggersInPlayTest, AnAnimationRunsInTheTickInWhichItsTriggerFires) {
+    data.write("cfg/animation.cfg", "animationSpeeds = 10");
+    data.write("gfx/fan_frame0.tga", "");
+    data.write("gfx/fan_frame1.tga", "");
+    level.objects = {{9, "gfx\\fan_frame0.tga", 2, {0, 0}, 0}};
+    addTrigger(3, 9, 0, 0);
+    play();
+    addWater(0.0f, 0.0f);
+    ASSERT_EQ(LevelObjectsManager::animatedObjects.size(), 1u);
+    const LevelObject& fan = LevelObjectsManager::animatedObjects.front();
+    const bool stoodStill = fan.paused;
+
+    Game::tick(dt);
+
+    EXPECT_TRUE(stoodStill);
+    EXPECT_EQ(fan.frameTime, dt);
+}
+
 TEST_F(TriggersInPlayTest, APausedGameFiresNothing) {
     addTrigger(-1, 0, 0, 0);
     play();
