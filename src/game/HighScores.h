@@ -59,7 +59,7 @@ public:
 
     /// The screen, with an empty name; plays its sound. `background` is not owned; null for none.
     explicit HighScores(GuiScreen* background);
-    ~HighScores();
+    virtual ~HighScores();
     HighScores(const HighScores&) = delete;
     HighScores& operator=(const HighScores&) = delete;
 

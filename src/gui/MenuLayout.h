@@ -34,9 +34,9 @@ public:
     /// The screen's picture, at its own size about its place.
     void addLogo(GuiScreen& screen) const;
     /// A button with its two callbacks.
-    template <Action action>
+    template <Action Act>
     GuiAnimatedButton& addButton(GuiScreen& screen, const std::string& name) const {
-        return addButton(screen, name, clicked<action>, pressed<action>);
+        return addButton(screen, name, clicked<Act>, pressed<Act>);
     }
     /// A line of text in the size of all labels.
     GuiLabel& addLabel(GuiScreen& screen, const std::string& name, const std::string& text) const;
@@ -74,10 +74,10 @@ public:
     static void linkColumn(const std::vector<GuiWidget*>& column);
 
     /// Actions that many buttons have.
-    template <std::uint32_t number>
+    template <std::uint32_t Number>
     static void openMenu(GuiWidget& /*button*/) {
         TARNWICK_LOCATION("MenuLayout::openMenu");
-        setMenu(number);
+        setMenu(Number);
     }
     static void goBack(GuiWidget& button);
 
@@ -95,20 +95,20 @@ private:
     static void setMenu(std::uint32_t number);
     static bool isActionKey(std::uint32_t key);
 
-    template <Action action>
+    template <Action Act>
     static bool
     clicked(GuiWidget& button, std::uint32_t /*x*/, std::uint32_t /*y*/, std::uint32_t /*button*/) {
         TARNWICK_LOCATION("MenuLayout::clicked");
-        action(button);
+        Act(button);
         return true;
     }
-    template <Action action>
+    template <Action Act>
     static bool pressed(GuiWidget& button, std::uint32_t key) {
         TARNWICK_LOCATION("MenuLayout::pressed");
         if (!isActionKey(key)) {
             return false;
         }
-        action(button);
+        Act(button);
         return true;
     }
 };

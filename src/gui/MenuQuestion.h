@@ -11,11 +11,11 @@ class MenuQuestion {
 public:
     MenuQuestion() = delete;
 
-    /// Adds the buttons; `action` is what yes does.
-    template <MenuLayout::Action action>
+    /// Adds the buttons; `Act` is what yes does.
+    template <MenuLayout::Action Act>
     static void addAnswers(const MenuLayout& layout, GuiScreen& screen) {
         TARNWICK_LOCATION("MenuQuestion::addAnswers");
-        GuiAnimatedButton& yes = layout.addButton<answer<action>>(screen, "yesButton");
+        GuiAnimatedButton& yes = layout.addButton<answer<Act>>(screen, "yesButton");
         GuiAnimatedButton& no = layout.addButton<answer<MenuLayout::goBack>>(screen, "noButton");
         link(screen, yes, no);
     }
@@ -25,11 +25,11 @@ private:
     static void releaseButton(GuiWidget& button);
 
     /// The answer's button goes back to where it was before the click, then the action comes.
-    template <MenuLayout::Action action>
+    template <MenuLayout::Action Act>
     static void answer(GuiWidget& button) {
         TARNWICK_LOCATION("MenuQuestion::answer");
         releaseButton(button);
-        action(button);
+        Act(button);
     }
 };
 

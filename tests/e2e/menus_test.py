@@ -15,7 +15,7 @@ import time
 
 from desktop_game import Game, PATIENCE, wait_for, xdotool
 
-STILL = 2.0  # seconds without a change after which a click has had its effect; an action comes 0.8 after its click
+STILL = 3.0  # seconds without a change after which a click has had its effect; an action comes 0.8 after its click
 MAGIC = 0x1231230F
 
 
@@ -60,6 +60,15 @@ class Menus:
                 last, since = picture, time.monotonic()
         return last
 
+    def settled_screenshot(self, file_name):
+        """Keeps a picture that stays, also for as long as it takes to write it, and returns it."""
+        def shown_twice():
+            picture = self.settle()
+            self.game.screenshot(file_name)
+            return picture if (self.game.output / f"{file_name}.png").read_bytes() == picture else b""
+
+        return wait_for(f"{file_name} stands still", shown_twice, 3 * PATIENCE)
+
     def expect(self, name):
         """The menu called `name` opens: one that was seen before, or none of those that were."""
         self.park()
@@ -67,11 +76,10 @@ class Menus:
             wait_for(f"the menu {name} opens", lambda: self.game.picture() == self.seen[name], 2 * PATIENCE)
         else:
             wait_for(f"the menu before {name} goes", lambda: self.game.picture() != self.current)
-            picture = self.settle()
+            picture = self.settled_screenshot(f"menu_{name}".replace(" ", "_"))
             known = [other for other, shown in self.seen.items() if shown == picture]
             assert not known, f"the menu {name} did not open: {known} is up"
             self.seen[name] = picture
-            self.game.screenshot(f"menu_{name}".replace(" ", "_"))
         self.current = self.seen[name]
 
     def forget(self):

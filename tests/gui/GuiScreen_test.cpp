@@ -53,19 +53,19 @@ class Deaf final : public GLWindowEventListener {};
 using Journal = std::vector<std::string>;
 
 /// What callbacks do: they add a line to the journal of their widget and give false or true.
-template <bool dropAll>
+template <bool DropAll>
 bool tellButton(GuiWidget& widget, std::uint32_t x, std::uint32_t y, std::uint32_t) {
     auto& listener = dynamic_cast<Listener&>(widget);
     listener.journal.push_back(listener.name + " called " + std::to_string(x) + " " + std::to_string(y));
-    return dropAll;
+    return DropAll;
 }
-template <bool dropAll>
+template <bool DropAll>
 bool tellMove(GuiWidget& widget, std::uint32_t x, std::uint32_t y) {
-    return tellButton<dropAll>(widget, x, y, 0);
+    return tellButton<DropAll>(widget, x, y, 0);
 }
-template <bool dropAll>
+template <bool DropAll>
 bool tellKey(GuiWidget& widget, std::uint32_t key) {
-    return tellButton<dropAll>(widget, key, 0, 0);
+    return tellButton<DropAll>(widget, key, 0, 0);
 }
 bool resetScreen(GuiWidget& widget, std::uint32_t) {
     widget.parentScreen->reset();
