@@ -83,9 +83,9 @@ TEST_F(AviStreamTest, TheBottomRowComesFirstAndRowsHaveNoPadding) {
 
     ASSERT_NE(pixels, nullptr);
     EXPECT_EQ(pixels[0], 40);
-    EXPECT_EQ(pixels[2 * 15 - 3], 40); // the last pixel of the second row from below
-    EXPECT_EQ(pixels[2 * 15], 90);     // the top row
-    EXPECT_EQ(pixels[3 * 15 - 3], 90);
+    EXPECT_EQ(pixels[27], 40); // the last pixel of the second row from below
+    EXPECT_EQ(pixels[30], 90); // the top row
+    EXPECT_EQ(pixels[42], 90);
 }
 
 TEST_F(AviStreamTest, BehindTheLastPictureThereIsNone) {
@@ -104,7 +104,8 @@ TEST_F(AviStreamTest, TheGamesOwnFilmGivesAllItsPictures) {
     ASSERT_TRUE(stream != nullptr && stream->openFrames());
     ASSERT_EQ(stream->frameCount(), 300u);
     EXPECT_EQ(stream->frameDuration(), 40u);
-    const auto bytes = static_cast<std::size_t>(stream->width() * stream->height() * 3);
+    const auto bytes =
+        static_cast<std::size_t>(stream->width()) * static_cast<std::size_t>(stream->height()) * 3;
     const std::uint8_t* pixels = stream->frame(100);
     ASSERT_NE(pixels, nullptr);
     const std::vector<std::uint8_t> first(pixels, pixels + bytes);

@@ -20,7 +20,7 @@ struct AviFile {
     /// One colour, 3 bytes a pixel, rows padded to whole words; `topBlue` is that of the top row.
     static std::string
     flatFrame(std::int32_t width, std::int32_t height, std::uint8_t blue, std::uint8_t topBlue) {
-        const auto rowBytes = static_cast<std::size_t>((width * 3 + 3) / 4 * 4);
+        const std::size_t rowBytes = (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
         std::string pixels;
         for (std::int32_t y = 0; y < height; ++y) { // the bottom row first
             std::string row(rowBytes, '\0');

@@ -33,7 +33,9 @@ PlayerEvents PlayerEvents::fromFile(const std::string& fileName) {
     for (int lineNumber = 1; std::getline(file, line); ++lineNumber) {
         const std::string refusal = events.read(line);
         if (!refusal.empty()) {
-            throw std::runtime_error(fileName + ": line " + std::to_string(lineNumber) + ": " + refusal);
+            std::ostringstream reason;
+            reason << fileName << ": line " << lineNumber << ": " << refusal;
+            throw std::runtime_error(reason.str());
         }
     }
     if (file.bad()) {
