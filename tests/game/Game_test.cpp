@@ -385,6 +385,19 @@ TEST_F(GameTest, ARestartPutsTheWaterBackWithoutReadingTheFile) {
     EXPECT_TRUE(Camera::movingTowardsWaypoint());
 }
 
+TEST_F(GameTest, AStartOfTheLevelForgetsWhatWasAskedFor) {
+    start();
+    Game::stop();
+    Game::restart();
+
+    Game::resetLevel();
+    Camera::setState(Camera::normal);
+    frame(10);
+
+    EXPECT_TRUE(Game::running());
+    EXPECT_FALSE(Camera::movingTowardsWaypoint()); // not started once more
+}
+
 TEST_F(GameTest, ShutdownTakesTheCommandsAndTheLevelAway) {
     start();
 

@@ -525,9 +525,9 @@ TEST_F(TriggerManagerTest, ADelayedRandomKillGetsNoBodyAndKillsNothing) {
 TEST_F(TriggerManagerTest, AResetDropsWhatIsPendingAndLetsOneShotsFireAgain) {
     const Force& force = addForce(3);
     Trigger& trigger = add(stopForceType, 3, 2.0f * dt);
-    trigger.cooldownLeft = -1.0f;
     addWater(5.0f, 5.0f);
     TriggerManager::runTriggers(dt);
+    trigger.cooldownLeft = 5.0f;
 
     TriggerManager::resetTriggers();
     const bool pending = !events().empty();
