@@ -335,6 +335,21 @@ TEST_F(SoundSourceManagerTest, ResumingAllPlaysWhatIsNotStoppedOnce) {
     EXPECT_FALSE(newest(3).sound.isPlaying());
 }
 
+TEST_F(SoundSourceManagerTest, LoopsThatNoTriggerStartsAreSilentUntilTheUpdate) {
+    add("snd\\wind.wav", 0.0f, true, 1);
+    add("snd\\wind.wav", 0.0f, true, 2);
+    add("snd\\drip.wav", 0.0f, false, 3);
+
+    SoundSourceManager::playExcludedSounds({2});
+
+    EXPECT_TRUE(newest(1).sound.isLooping());
+    EXPECT_EQ(newest(1).sound.getVolume(), 0.0f);
+    EXPECT_FALSE(newest(1).stopped);
+    EXPECT_FALSE(newest(2).sound.isPlaying());
+    EXPECT_TRUE(newest(2).stopped);
+    EXPECT_FALSE(newest(3).sound.isPlaying());
+}
+
 TEST_F(SoundSourceManagerTest, ResettingStopsAndRewindsAndEndsTheDrawing) {
     add("snd\\wave.wav", 0.0f, true, 1);
     SoundSourceManager::playSounds(1);
