@@ -170,8 +170,8 @@ void GuiScreen::deliver(std::deque<Event>& queue,
 void GuiScreen::reset() {
     TARNWICK_LOCATION("GuiScreen::reset");
     for (const auto& widget : widgets) {
-        widget->reset();
-        widget->hasFocus = false; // it is lost without a word
+        widget->reset(); // Kept: not its `hasFocus`. Who had it gains it anew only once the mouse has been
+                         // elsewhere.
     }
     dropDelayedEvents();
     focusedWidget = nullptr;

@@ -437,7 +437,7 @@ TEST_F(GuiScreenTest, ACallbackMayResetItsScreen) {
     EXPECT_FALSE(screen.delayedEventPending(&widget));
 }
 
-TEST_F(GuiScreenTest, AResetForgetsFocusAndWhatWaits) {
+TEST_F(GuiScreenTest, AResetForgetsTheFocusedWidgetAndWhatWaits) {
     Listener& widget = add("a");
     add("b");
     widget.onKeyboardPressed = tellKey<false>;
@@ -451,7 +451,22 @@ TEST_F(GuiScreenTest, AResetForgetsFocusAndWhatWaits) {
 
     EXPECT_EQ(told(), (Journal{"a reset", "b reset"}));
     EXPECT_EQ(screen.getFocusedWidget(), nullptr);
-    EXPECT_FALSE(widget.hasFocus);
+}
+
+TEST_F(GuiScreenTest, WhoHadTheFocusBeforeAResetGainsItOnlyOnceTheMouseHasBeenElsewhere) {
+    Listener& widget = add("a");
+    screen.setFocusedWidget(&widget);
+    screen.reset();
+    told();
+
+    screen.mouseMoved(5, 5);
+    const Journal stillThere = told();
+    screen.mouseMoved(700, 500);
+    told();
+    screen.mouseMoved(5, 5);
+
+    EXPECT_EQ(stillThere, (Journal{"a moved 5 5", "a moved 5 5"}));
+    EXPECT_EQ(told(), (Journal{"a gained focus", "a moved 5 5", "a moved 5 5"}));
 }
 
 TEST_F(GuiScreenTest, VisibleWidgetsAreDrawnInTheirOrderAndTimePassesForWhatWaits) {
