@@ -123,7 +123,7 @@ class Game:
             before, last[0] = last[0], self.picture()
             return last[0] == before
 
-        wait_for("the picture stands still", unchanged)
+        wait_for("the picture stands still", unchanged, 3 * PATIENCE)
         return last[0]
 
     def size(self):

@@ -9,7 +9,8 @@ import unittest
 
 SCRIPT = pathlib.Path(__file__).resolve().parents[2] / "scripts" / "soak"
 
-# Writes state lines as the runner does; what goes wrong is told by the name of the level.
+# Writes state lines as the runner does; what goes wrong is told by the name of the level. A line is longer than a pipe
+# holds, so that the runner never is more than a line ahead of who reads: its memory is looked at while it still lives.
 RUNNER = r'''#!{python}
 import json, os, pathlib, signal, sys
 level = pathlib.Path(sys.argv[1]).stem
@@ -33,7 +34,8 @@ for tick in range(0, ticks + 1, every):
         particle[0] = 9000.0
     groups = [dict(centre=[0.0, 900.0], radius=8.0)] if level == "group" and late else []
     menu = 9 if level == "short" and tick >= 300 else 0
-    print(json.dumps(dict(tick=tick, menu=menu, camera=camera, particles=[particle], groups=groups)), flush=True)
+    line = json.dumps(dict(tick=tick, menu=menu, camera=camera, particles=[particle], groups=groups))
+    print(line.ljust(100_000), flush=True)
 if level == "refused":
     print("no such thing", file=sys.stderr)
     sys.exit(2)
