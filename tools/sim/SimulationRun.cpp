@@ -10,6 +10,7 @@
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
+#include "game/HighScores.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
@@ -99,6 +100,7 @@ void startLevel(const SimulationOptions& options, const fs::path& startFolder, c
     seedRandom(0);
     GLConsole::initialise();
     SurfaceTypeManager::initialise();
+    HighScores::setDefaultScores(); // not those of who plays here: one command gives the same pictures
     if (!Game::initialise(level)) {
         fail(options.level, loaderReason());
     }

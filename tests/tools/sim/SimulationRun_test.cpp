@@ -1,5 +1,6 @@
 #include "tools/sim/SimulationRun.h"
 
+#include "game/HighScores.h"
 #include "support/DataFolder.h"
 #include "support/LevelFileBuilder.h"
 #include "support/ModuleTest.h"
@@ -84,6 +85,15 @@ TEST_F(SimulationRunTest, BehindTheMainMenuTheWaterStandsStill) {
     EXPECT_EQ(first.at("menu"), 1);
     EXPECT_EQ(last.at("menu"), 1);
     EXPECT_EQ(first.at("particles"), last.at("particles"));
+}
+
+TEST_F(SimulationRunTest, TheTableOfScoresIsTheDefaultOne) {
+    SimulationOptions asked = options();
+    asked.menus = true;
+
+    run(asked);
+
+    EXPECT_EQ(HighScores::nameOf(HighScores::table().front()), "NO NAME");
 }
 
 TEST_F(SimulationRunTest, WhatAPlayerDoesReachesTheMenus) {
