@@ -36,18 +36,9 @@ namespace tarnwick {
 
 namespace {
 
-constexpr std::int32_t framesInBatch = 16;
-constexpr float frameBatchShare = 0.0625f; ///< 1 / 16: the mean of a batch of frames.
-constexpr std::int32_t runsInBatch = 32;
-constexpr double runBatchShare = 0.03125;       ///< 1 / 32: the mean of a batch of simulation runs.
-constexpr float startRadius = 10.0f;            ///< World units: the disc in which a level's water is made.
-constexpr std::int32_t startParticles = 128;    ///< Of a level.
-constexpr std::uint32_t menuButton = 2;         ///< Of the mouse, the right one: opens the menu in play.
-constexpr float freeCameraSpeed = 500.0f;       ///< World units per second at zoom 1.
-constexpr float freeCameraZoomRate = 5.0f;      ///< Share of the zoom per second.
-constexpr float smallestFreeCameraZoom = 0.01f; ///< Kept: only Page Up tests the floor,
-constexpr float largestFreeCameraZoom =
-    100.0f; ///< and only Page Down the ceiling, so neither bounds its own way.
+constexpr float startRadius = 10.0f;         ///< World units: the disc in which a level's water is made.
+constexpr std::int32_t startParticles = 128; ///< Of a level.
+constexpr std::uint32_t menuButton = 2;      ///< Of the mouse, the right one: opens the menu in play.
 
 /// What the window hands to the game while `Game::run` is at work.
 class GameListener final : public GLWindowEventListener {
@@ -96,7 +87,7 @@ void Game::run(const std::string& levelFile) {
     GameListener listener;
     GLWindowEventListener* const previousListener = GLWindow::getEventListener();
     GLWindow::setEventListener(&listener);
-    state.frameTimer.reset();
+    state.frameTime.reset();
     while (GLWindow::exists() && state.gameRunning) {
         GLWindow::run();
         gameLoop();
@@ -158,13 +149,7 @@ bool Game::load(const std::string& levelFile) {
     }
     state.currentMapName = levelFile;
     state.tickAccumulator = tickThreshold; // so that the very first frame ticks
-    state.freeCameraZoom = 1.0f;
-    state.freeCameraX = 0.0f;
-    state.freeCameraY = 0.0f;
-    state.showGameSpeeds = false;
-    state.showDrawSpeeds = false;
-    state.showSimSpeeds = false;
-    state.freeCameraEnabled = false;
+    putSwitchesBack();
     addCommands();
     GLConsole::printTitle("Game initialisation");
     Triggers_HeatSources_LoadSettings();
@@ -175,7 +160,7 @@ bool Game::load(const std::string& levelFile) {
     const ConfigFile config("cfg\\game.cfg");
     readBackground(config);
     state.musicFileName = config.getVarAsString("music");
-    state.frameTimer.reset();
+    state.frameTime.reset();
     if (state.cursorTexture == nullptr) {
         state.cursorTexture = std::make_unique<GLTexture>(config.getVarAsString("cursor"));
     }
@@ -230,13 +215,7 @@ void Game::resetLevel() {
     TARNWICK_LOCATION("Game::resetLevel");
     state.gameRunning = true;
     clearRequests();
-    state.freeCameraZoom = 1.0f;
-    state.freeCameraX = 0.0f;
-    state.freeCameraY = 0.0f;
-    state.showGameSpeeds = false;
-    state.showDrawSpeeds = false;
-    state.showSimSpeeds = false;
-    state.freeCameraEnabled = false;
+    putSwitchesBack();
     ParticleManager::particles.clear();
     ParticleGroupMover::groups.clear();
     ParticleMover::clearParticleGrid();
@@ -245,6 +224,15 @@ void Game::resetLevel() {
     Camera::initialise();
     startLevel();
     startRules();
+}
+
+/// What was switched on to look at a level ends with it.
+void Game::putSwitchesBack() {
+    TARNWICK_LOCATION("Game::putSwitchesBack");
+    state.freeCamera = FreeCamera();
+    state.frameTime.shown = false;
+    state.drawTicks.shown = false;
+    state.simTicks.shown = false;
 }
 
 void Game::clearRequests() {
@@ -261,7 +249,7 @@ void Game::gameLoop() {
         GLWindow::setCursor(0); // a paint with the mouse outside has put the arrow there for good
     }
     // The average and not this frame's own time: a single slow frame does not make the next tick long.
-    state.tickAccumulator += state.averageFrameTime;
+    state.tickAccumulator += state.frameTime.average();
     if (state.tickAccumulator >= tickThreshold) {
         tick(state.tickAccumulator);
         state.tickAccumulator = 0.0f; // the remainder is not carried over
@@ -291,7 +279,7 @@ void Game::tick(float dt) {
     if (!GameRules::gameIsFinished()) {
         soundUpdate(dt);
     }
-    if (!menuUp() && state.freeCameraEnabled) {
+    if (!menuUp() && state.freeCamera.enabled) {
         Camera::doMovements(false, dt);
         checkFreeCameraInput();
     } else if (!menuUp()) {
@@ -312,18 +300,7 @@ bool Game::menuUp() {
 
 void Game::updateFrameSpeed() {
     TARNWICK_LOCATION("Game::updateFrameSpeed");
-    state.frameTimer.update();
-    state.frameTimeSum += state.frameTimer.getSeconds();
-    ++state.frameTimeCount;
-    if (state.frameTimeCount >= framesInBatch) {
-        state.averageFrameTime = state.frameTimeSum * frameBatchShare;
-        state.frameTimeSum = 0.0f;
-        state.frameTimeCount = 0;
-    }
-    if (state.showGameSpeeds && state.averageFrameTime > 0.0f) {
-        GLConsole::print("\nGame - fps: ");
-        GLConsole::print(1.0f / state.averageFrameTime);
-    }
+    state.frameTime.update();
 }
 
 void Game::runSimulation(float dt) {
@@ -336,7 +313,7 @@ void Game::runSimulation(float dt) {
     ParticleManager::runSimulation(step);
     TriggerManager::runTriggers(step); // after the water has moved
     LevelObjectsManager::runAnimations(step);
-    measureSimulation(Clock::performanceCounter() - before);
+    state.simTicks.add(Clock::performanceCounter() - before);
 }
 
 /// Also while the simulation stands still. Draws random numbers in every tick.
@@ -348,53 +325,11 @@ void Game::soundUpdate(float dt) {
     GameSfx_Steam::update(dt);
 }
 
-/// Adds the cost of one run; a batch of 32 gives the average, printed if asked for.
-void Game::measureSimulation(std::uint64_t ticks) {
-    TARNWICK_LOCATION("Game::measureSimulation");
-    const bool batchDone = averageTicks(ticks, state.simTicksCount, state.simTicksSum, state.simTicksAverage);
-    if (batchDone && state.showSimSpeeds) {
-        GLConsole::print("\nSimulation - clock tics: ");
-        GLConsole::print(static_cast<std::int32_t>(state.simTicksAverage));
-    }
-}
-
-bool Game::averageTicks(std::uint64_t ticks, std::int32_t& count, double& sum, double& average) {
-    TARNWICK_LOCATION("Game::averageTicks");
-    sum += static_cast<double>(static_cast<std::uint32_t>(ticks));
-    ++count;
-    if (count < runsInBatch) {
-        return false;
-    }
-    average = sum * runBatchShare;
-    sum = 0.0;
-    count = 0;
-    return true;
-}
-
+/// While the console has the keyboard, its keys are typed.
 void Game::checkFreeCameraInput() {
     TARNWICK_LOCATION("Game::checkFreeCameraInput");
-    if (state.consoleOpen) {
-        return;
-    }
-    const float step = freeCameraSpeed / state.freeCameraZoom * state.averageFrameTime;
-    if (GLWindow::keyboardKeyPressed(key::up)) {
-        state.freeCameraY -= step;
-    }
-    if (GLWindow::keyboardKeyPressed(key::down)) {
-        state.freeCameraY += step;
-    }
-    if (GLWindow::keyboardKeyPressed(key::left)) {
-        state.freeCameraX -= step;
-    }
-    if (GLWindow::keyboardKeyPressed(key::right)) {
-        state.freeCameraX += step;
-    }
-    const float factor = state.averageFrameTime * freeCameraZoomRate + 1.0f;
-    if (GLWindow::keyboardKeyPressed(key::pageUp)) {
-        state.freeCameraZoom = std::max(state.freeCameraZoom * factor, smallestFreeCameraZoom);
-    }
-    if (GLWindow::keyboardKeyPressed(key::pageDown)) {
-        state.freeCameraZoom = std::min(state.freeCameraZoom / factor, largestFreeCameraZoom);
+    if (!state.consoleOpen) {
+        state.freeCamera.steer(state.frameTime.average());
     }
 }
 
@@ -490,25 +425,25 @@ void Game::removeCommands() {
 bool Game::conCmdShowGameSpeeds(bool value, bool set) {
     TARNWICK_LOCATION("Game::conCmdShowGameSpeeds");
     if (set) {
-        state.showGameSpeeds = value;
+        state.frameTime.shown = value;
     }
-    return state.showGameSpeeds;
+    return state.frameTime.shown;
 }
 
 bool Game::conCmdShowSimSpeeds(bool value, bool set) {
     TARNWICK_LOCATION("Game::conCmdShowSimSpeeds");
     if (set) {
-        state.showSimSpeeds = value;
+        state.simTicks.shown = value;
     }
-    return state.showSimSpeeds;
+    return state.simTicks.shown;
 }
 
 bool Game::conCmdFreeCamera(bool value, bool set) {
     TARNWICK_LOCATION("Game::conCmdFreeCamera");
     if (set) {
-        state.freeCameraEnabled = value;
+        state.freeCamera.enabled = value;
     }
-    return state.freeCameraEnabled;
+    return state.freeCamera.enabled;
 }
 
 void Game::conCmdZoomCamera() {

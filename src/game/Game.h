@@ -1,6 +1,7 @@
 #pragma once
 
-#include "core/FrameTimer.h"
+#include "game/FreeCamera.h"
+#include "game/SpeedMeters.h"
 #include "graphics/GLFont.h"
 
 #include <cstdint>
@@ -85,10 +86,6 @@ private:
         bool restartRequested = false;
         bool paused = false;
         bool consoleOpen = false; ///< The console has the keyboard.
-        bool freeCameraEnabled = false;
-        bool showGameSpeeds = false; ///< Print speeds to the console.
-        bool showDrawSpeeds = false;
-        bool showSimSpeeds = false;
         std::string currentMapName;
         std::string nextMapName;
         std::string musicFileName;  ///< Of play.
@@ -98,22 +95,11 @@ private:
         std::unique_ptr<GLTexture> cursorTexture; ///< Of the menus. Null until the first level is loaded.
         std::unique_ptr<GLFont> gameFont;         ///< Null until the first level is loaded.
 
-        FrameTimer frameTimer;           ///< Measures each frame.
-        float frameTimeSum = 0.0f;       ///< Seconds of the current batch of frames.
-        std::int32_t frameTimeCount = 0; ///< Frames in it.
-        float averageFrameTime = 0.0f; ///< Seconds: mean of the last finished batch; 0 until the first ends.
-        float tickAccumulator = 0.0f;  ///< Seconds gathered toward the next tick.
-
-        float freeCameraX = 0.0f; ///< World units.
-        float freeCameraY = 0.0f;
-        float freeCameraZoom = 1.0f;
-
-        std::int32_t simTicksCount = 0;  ///< Runs of the simulation in the current batch.
-        double simTicksSum = 0.0;        ///< Their cost in performance counter ticks.
-        double simTicksAverage = 0.0;    ///< Of the last finished batch.
-        std::int32_t drawTicksCount = 0; ///< The same three for `draw`.
-        double drawTicksSum = 0.0;
-        double drawTicksAverage = 0.0;
+        FrameMeter frameTime; ///< Feeds the ticks.
+        CostMeter simTicks{"Simulation"};
+        CostMeter drawTicks{"Drawing"};
+        float tickAccumulator = 0.0f; ///< Seconds gathered toward the next tick.
+        FreeCamera freeCamera;
     };
     static State state;
 
@@ -127,19 +113,14 @@ private:
     static void updateFrameSpeed();
     static void runSimulation(float dt);
     static void soundUpdate(float dt);
-    static void measureSimulation(std::uint64_t ticks);
-    /// Adds the cost of one run to a batch of 32. True when it was the last: `average` is new then.
-    static bool averageTicks(std::uint64_t ticks, std::int32_t& count, double& sum, double& average);
+    static void putSwitchesBack();
     /// Holds or goes on, and the music with it. Does nothing if that is so already.
     static void setPaused(bool paused);
     static void readBackground(const ConfigFile& config);
-    static void viewFromFreeCamera();
     static void drawLevel();
-    static void drawFreeCamera();
     static void drawPausedText();
     static void drawMenu();
     static void drawCursor(float offset, float shade);
-    static void measureDrawing(std::uint64_t ticks);
     static void checkFreeCameraInput();
     static void addCommands();
     static void removeCommands();

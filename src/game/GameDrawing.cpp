@@ -23,8 +23,6 @@
 
 #include <GL/gl.h>
 
-#include <cstdio>
-
 namespace tarnwick {
 
 namespace {
@@ -34,10 +32,6 @@ constexpr float screenHeight = 600.0f;
 constexpr float pausedTextSize = 32.0f;
 constexpr float cursorShadowOffset = 2.0f; ///< Pixels right and down, of the black copy below.
 constexpr float pausedShadowOffset = 2.0f; ///< Right and down, of the black copy below.
-
-constexpr float markArm = 4.0f;         ///< Pixels: arm of the cross at the free camera.
-constexpr float markTextOffset = 16.0f; ///< Pixels: its coordinates stand this much below it.
-constexpr float markTextSize = 8.0f;
 
 /// Client pixels, scaled so that the client area is 800 by 600 whatever its size.
 void beginVirtualScreen() {
@@ -53,25 +47,6 @@ void drawLayer(std::uint32_t layer, void (*drawGeometry)()) {
     DynamicPolygonRenderer::drawLayer(layer);
     drawGeometry();
     LevelObjectsManager::drawLayer(layer);
-}
-
-/// The outline of what the game camera sees, in the world.
-void drawCameraFrame() {
-    TARNWICK_LOCATION("Game::drawCameraFrame");
-    const Vector2 centre = Camera::position() + Camera::shakeOffset();
-    const float halfX = Game::getViewAreaX() * Camera::zoom() / 2.0f;
-    const float halfY = Game::getViewAreaY() * Camera::zoom() / 2.0f;
-    glColor3f(0.0f, 1.0f, 0.0f);
-    glPushMatrix();
-    glTranslatef(centre.x, centre.y, 0.0f);
-    glRotatef(Camera::angle(), 0.0f, 0.0f, 1.0f);
-    glBegin(GL_LINE_LOOP);
-    glVertex2f(-halfX, -halfY);
-    glVertex2f(halfX, -halfY);
-    glVertex2f(halfX, halfY);
-    glVertex2f(-halfX, halfY);
-    glEnd();
-    glPopMatrix();
 }
 
 } // namespace
@@ -90,15 +65,15 @@ void Game::drawPicture() {
     glClear(GL_COLOR_BUFFER_BIT);
     glEnable(GL_TEXTURE_2D);
     glDisable(GL_DEPTH_TEST);
-    if (state.freeCameraEnabled) {
-        viewFromFreeCamera();
+    if (state.freeCamera.enabled) {
+        state.freeCamera.viewFrom();
     } else {
         Camera::viewFrom();
     }
     if (!GameRules::gameIsFinished()) {
         drawLevel();
-        if (state.freeCameraEnabled) {
-            drawFreeCamera();
+        if (state.freeCamera.enabled) {
+            state.freeCamera.draw();
         }
     }
     GameRules::draw();
@@ -106,22 +81,10 @@ void Game::drawPicture() {
     drawPausedText();
     CheckPointTimesManager::draw();
     drawMenu();
-    measureDrawing(Clock::performanceCounter() - before);
+    state.drawTicks.add(Clock::performanceCounter() - before);
     if (state.consoleOpen) {
         GLConsole::draw();
     }
-}
-
-void Game::viewFromFreeCamera() {
-    TARNWICK_LOCATION("Game::viewFromFreeCamera");
-    const float viewX = getViewAreaX();
-    const float viewY = getViewAreaY();
-    // Depth is flattened, as in the camera's own view.
-    glScalef(static_cast<float>(GLWindow::getClientWidth()) / viewX,
-             static_cast<float>(GLWindow::getClientHeight()) / viewY, 0.0f);
-    glTranslatef(viewX / 2.0f, viewY / 2.0f, 0.0f);
-    glScalef(state.freeCameraZoom, state.freeCameraZoom, 1.0f);
-    glTranslatef(-state.freeCameraX, -state.freeCameraY, 0.0f);
 }
 
 /// Two layers behind the water, three in front of it, and the debug drawings over all.
@@ -152,35 +115,9 @@ void Game::drawLevel() {
     FxParticleManager::debugDraw();
 }
 
-/// A cross where the free camera stands, its coordinates, and the frame of the game camera's view.
-void Game::drawFreeCamera() {
-    TARNWICK_LOCATION("Game::drawFreeCamera");
-    const float x = state.freeCameraX;
-    const float y = state.freeCameraY;
-    const float arm = markArm / state.freeCameraZoom;
-    glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT);
-    glDisable(GL_TEXTURE_2D);
-    glDisable(GL_BLEND);
-    glColor3f(1.0f, 1.0f, 1.0f);
-    glBegin(GL_LINES);
-    glVertex2f(x - arm, y);
-    glVertex2f(x + arm, y);
-    glVertex2f(x, y - arm);
-    glVertex2f(x, y + arm);
-    glEnd();
-    drawCameraFrame();
-    glPopAttrib();
-
-    char text[128];
-    std::snprintf(text, sizeof text, "%1f , %2f", static_cast<double>(x), static_cast<double>(y));
-    GLFont(GLConsole::getFontTexture())
-        .drawString(text, x, y + markTextOffset / state.freeCameraZoom, markTextSize / state.freeCameraZoom,
-                    1.0f, 1.0f, 1.0f, 1.0f);
-}
-
 void Game::drawPausedText() {
     TARNWICK_LOCATION("Game::drawPausedText");
-    if (!state.paused || state.freeCameraEnabled || state.gameFont == nullptr) {
+    if (!state.paused || state.freeCamera.enabled || state.gameFont == nullptr) {
         return;
     }
     const auto drawAt = [](float offset, float shade) {
@@ -216,23 +153,12 @@ void Game::drawCursor(float offset, float shade) {
     GuiDrawing::drawPicture(*state.cursorTexture, place, {}, {shade, shade, shade, 1.0f});
 }
 
-/// Adds the cost of one picture; a batch of 32 gives the average, printed if asked for.
-void Game::measureDrawing(std::uint64_t ticks) {
-    TARNWICK_LOCATION("Game::measureDrawing");
-    const bool batchDone =
-        averageTicks(ticks, state.drawTicksCount, state.drawTicksSum, state.drawTicksAverage);
-    if (batchDone && state.showDrawSpeeds) {
-        GLConsole::print("\nDrawing - clock tics: ");
-        GLConsole::print(static_cast<std::int32_t>(state.drawTicksAverage));
-    }
-}
-
 bool Game::conCmdShowDrawSpeeds(bool value, bool set) {
     TARNWICK_LOCATION("Game::conCmdShowDrawSpeeds");
     if (set) {
-        state.showDrawSpeeds = value;
+        state.drawTicks.shown = value;
     }
-    return state.showDrawSpeeds;
+    return state.drawTicks.shown;
 }
 
 } // namespace tarnwick
