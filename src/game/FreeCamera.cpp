@@ -17,7 +17,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr float speed = 500.0f; ///< World units per second at zoom 1.
+constexpr float speed = 500.0f;  ///< World units per second at zoom 1.
 constexpr float zoomRate = 5.0f; ///< Share of the zoom per second.
 // Kept: only Page Up tests the floor and only Page Down the ceiling, so neither bounds its own way.
 constexpr float smallestZoom = 0.01f;

@@ -3,6 +3,7 @@
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
 #include "core/MemoryFile.h"
+#include "game/NameEntry.h"
 
 #include <algorithm>
 #include <bit>
@@ -10,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string_view>
+#include <tuple>
 
 namespace tarnwick {
 
@@ -84,6 +86,19 @@ void HighScores::addHighScore(const HighScoreEntry& entry) {
     }
     std::move_backward(place, table.end() - 1, table.end());
     *place = entry;
+}
+
+void HighScores::checkScore(std::uint32_t score, GuiScreen* background) {
+    TARNWICK_LOCATION("HighScores::checkScore");
+    if (placeOf(score) == state.highScoreTable.end()) {
+        return;
+    }
+    HighScoreEntry entry;
+    static_assert(NameEntry::longestName < std::tuple_size_v<decltype(entry.name)>); // and its zero
+    const std::string name = NameEntry::ask(background);
+    std::copy(name.begin(), name.end(), entry.name.begin());
+    entry.score = score;
+    addHighScore(entry);
 }
 
 } // namespace tarnwick

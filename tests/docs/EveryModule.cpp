@@ -4,7 +4,7 @@
 #include "audio/SoundManager.h"
 #include "console/GLConsole.h"
 #include "game/Game.h"
-#include "game/HighScores.h"
+#include "game/NameEntry.h"
 #include "graphics/GLWindow.h"
 #include "gui/SplashPicture.h"
 #include "level/SurfaceTypeManager.h"
@@ -29,7 +29,7 @@ void startEveryModule(const DataFolder& folder) {
         const SplashPicture splash;
     } // without a window that shows pictures there is no splash to read its file
     {
-        const HighScores nameEntry(nullptr); // comes after a level that ended well
+        const NameEntry nameEntry(nullptr); // comes after a level that ended well
     }
     if (!Game::initialise("maps\\empty.rivl")) {
         throw std::runtime_error("the empty level was refused: " + GLConsole::outputText());

@@ -1,3 +1,5 @@
+#include "game/NameEntry.h"
+
 #include "core/Clock.h"
 #include "game/HighScores.h"
 #include "graphics/GLWindow.h"
@@ -23,9 +25,9 @@ public:
 
 /// The entry of a name, in a window of 400 by 300: half a pixel a virtual unit. The button lies from (600,
 /// 500) to (700, 550) and is green out of focus, yellow in focus and blue clicked.
-class HighScoresEntryTest : public DrawingTest {
+class NameEntryTest : public DrawingTest {
 protected:
-    HighScoresEntryTest()
+    NameEntryTest()
         : DrawingTest(400, 300) {
         writeFlatPicture("gfx/font.tga", white);
         writeFlatPicture("gfx/cursor.tga", red);
@@ -47,7 +49,7 @@ protected:
     }
 
     /// Presses a key that types a character.
-    static void type(HighScores& screen, char character) {
+    static void type(NameEntry& screen, char character) {
         GLWindow::setEventListener(&screen);
         const std::string text(1, character);
         const SDL_Keycode keycode = character >= 'A' && character <= 'Z' ? character - 'A' + 'a' : character;
@@ -57,7 +59,7 @@ protected:
         GLWindow::run();
         GLWindow::setEventListener(nullptr);
     }
-    static void type(HighScores& screen, const std::string& text) {
+    static void type(NameEntry& screen, const std::string& text) {
         for (const char character : text) {
             type(screen, character);
         }
@@ -72,18 +74,18 @@ protected:
         return keycode == ' ' ? SDL_SCANCODE_SPACE : SDL_SCANCODE_MINUS;
     }
     /// What the screen draws, before it is presented.
-    static FramePicture draw(HighScores& screen) {
+    static FramePicture draw(NameEntry& screen) {
         screen.windowRedrawing();
         return picture();
     }
-    static void drawAt(std::uint32_t milliseconds, HighScores& screen) {
+    static void drawAt(std::uint32_t milliseconds, NameEntry& screen) {
         Clock::drive(milliseconds);
         screen.windowRedrawing();
     }
 };
 
-TEST_F(HighScoresEntryTest, LettersDigitsAndBlanksAreEnteredAndNothingElse) {
-    HighScores screen(nullptr);
+TEST_F(NameEntryTest, LettersDigitsAndBlanksAreEnteredAndNothingElse) {
+    NameEntry screen(nullptr);
 
     type(screen, "Ab 9-z");
     screen.keyboardPressed(key::home);
@@ -92,8 +94,8 @@ TEST_F(HighScoresEntryTest, LettersDigitsAndBlanksAreEnteredAndNothingElse) {
     EXPECT_EQ(screen.name(), "Ab 9z");
 }
 
-TEST_F(HighScoresEntryTest, TwentyCharactersStopTheInputAndBackspaceWorksThere) {
-    HighScores screen(nullptr);
+TEST_F(NameEntryTest, TwentyCharactersStopTheInputAndBackspaceWorksThere) {
+    NameEntry screen(nullptr);
     type(screen, std::string(22, 'a'));
     const std::string full = screen.name();
 
@@ -106,16 +108,16 @@ TEST_F(HighScoresEntryTest, TwentyCharactersStopTheInputAndBackspaceWorksThere) 
     EXPECT_EQ(screen.name(), std::string(19, 'a') + "b");
 }
 
-TEST_F(HighScoresEntryTest, BackspaceOnAnEmptyNameDoesNothing) {
-    HighScores screen(nullptr);
+TEST_F(NameEntryTest, BackspaceOnAnEmptyNameDoesNothing) {
+    NameEntry screen(nullptr);
 
     screen.keyboardPressed(key::backspace);
 
     EXPECT_EQ(screen.name(), "");
 }
 
-TEST_F(HighScoresEntryTest, AfterEnterFurtherKeysDoNothingAndTheScreenClosesEightTenthsOfASecondLater) {
-    HighScores screen(nullptr);
+TEST_F(NameEntryTest, AfterEnterFurtherKeysDoNothingAndTheScreenClosesEightTenthsOfASecondLater) {
+    NameEntry screen(nullptr);
     type(screen, "a");
     drawAt(10, screen);
 
@@ -133,8 +135,8 @@ TEST_F(HighScoresEntryTest, AfterEnterFurtherKeysDoNothingAndTheScreenClosesEigh
     EXPECT_FALSE(screen.isActive());
 }
 
-TEST_F(HighScoresEntryTest, EscapeAcceptsToo) {
-    HighScores screen(nullptr);
+TEST_F(NameEntryTest, EscapeAcceptsToo) {
+    NameEntry screen(nullptr);
 
     screen.keyboardPressed(key::escape);
     type(screen, "b");
@@ -142,8 +144,8 @@ TEST_F(HighScoresEntryTest, EscapeAcceptsToo) {
     EXPECT_EQ(screen.name(), "");
 }
 
-TEST_F(HighScoresEntryTest, WithoutAnEndTheScreenStays) {
-    HighScores screen(nullptr);
+TEST_F(NameEntryTest, WithoutAnEndTheScreenStays) {
+    NameEntry screen(nullptr);
 
     drawAt(100'000, screen);
     drawAt(200'000, screen);
@@ -151,8 +153,8 @@ TEST_F(HighScoresEntryTest, WithoutAnEndTheScreenStays) {
     EXPECT_TRUE(screen.isActive());
 }
 
-TEST_F(HighScoresEntryTest, TheButtonLightsUpUnderTheMouseAndAcceptsAPressThere) {
-    HighScores screen(nullptr);
+TEST_F(NameEntryTest, TheButtonLightsUpUnderTheMouseAndAcceptsAPressThere) {
+    NameEntry screen(nullptr);
     screen.mousePressed(325, 262, 1); // no focus yet
     type(screen, "a");
     screen.mouseMoved(325, 262);
@@ -167,8 +169,8 @@ TEST_F(HighScoresEntryTest, TheButtonLightsUpUnderTheMouseAndAcceptsAPressThere)
     EXPECT_EQ(draw(screen).at(325, 262), blue);
 }
 
-TEST_F(HighScoresEntryTest, OffTheButtonItsFocusGoes) {
-    HighScores screen(nullptr);
+TEST_F(NameEntryTest, OffTheButtonItsFocusGoes) {
+    NameEntry screen(nullptr);
     screen.mouseMoved(325, 262);
 
     screen.mouseMoved(350, 262); // (700, 524) is outside
@@ -178,8 +180,8 @@ TEST_F(HighScoresEntryTest, OffTheButtonItsFocusGoes) {
     EXPECT_EQ(screen.name(), "a") << "nothing was accepted";
 }
 
-TEST_F(HighScoresEntryTest, TheWordsAndTheNameAreCentredWithTheirShadows) {
-    HighScores screen(nullptr);
+TEST_F(NameEntryTest, TheWordsAndTheNameAreCentredWithTheirShadows) {
+    NameEntry screen(nullptr);
     type(screen, "ab");
 
     const FramePicture shown = draw(screen);
@@ -199,22 +201,22 @@ TEST_F(HighScoresEntryTest, TheWordsAndTheNameAreCentredWithTheirShadows) {
     EXPECT_EQ(shown.at(325, 262), green);
 }
 
-TEST_F(HighScoresEntryTest, TheMenuBehindShowsThroughAVeil) {
+TEST_F(NameEntryTest, TheMenuBehindShowsThroughAVeil) {
     GuiScreen background;
     background.swapBuffers = false;
     auto* const image = new GuiImage;
     background.addWidget(image);
     image->setImage("gfx\\font.tga");
     image->setSize(800, 600);
-    HighScores screen(&background);
+    NameEntry screen(&background);
 
     const FramePicture shown = draw(screen);
 
     EXPECT_PRED2(alike, shown.at(20, 200), (FramePicture::Pixel{26, 26, 26})) << "a tenth of white";
 }
 
-TEST_F(HighScoresEntryTest, TheCursorLiesAtTheMouseInItsOwnSize) {
-    HighScores screen(nullptr);
+TEST_F(NameEntryTest, TheCursorLiesAtTheMouseInItsOwnSize) {
+    NameEntry screen(nullptr);
     moveMouse(100, 200);
     GLWindow::run();
 
@@ -225,7 +227,7 @@ TEST_F(HighScoresEntryTest, TheCursorLiesAtTheMouseInItsOwnSize) {
     EXPECT_EQ(shown.at(104, 203), black);
 }
 
-TEST_F(HighScoresEntryTest, AScoreThatIsNotAboveAnyDoesNotAsk) {
+TEST_F(NameEntryTest, AScoreThatIsNotAboveAnyDoesNotAsk) {
     HighScoreEntry entry;
     entry.score = 500;
     for (int i = 0; i < 10; ++i) {
@@ -243,7 +245,7 @@ TEST_F(HighScoresEntryTest, AScoreThatIsNotAboveAnyDoesNotAsk) {
     EXPECT_EQ(HighScores::table()[9].score, 500u);
 }
 
-TEST_F(HighScoresEntryTest, ANewScoreEqualToAnEntryGoesInBelowIt) {
+TEST_F(NameEntryTest, ANewScoreEqualToAnEntryGoesInBelowIt) {
     HighScoreEntry entry;
     entry.name[0] = 'x';
     entry.score = 500;
@@ -258,7 +260,7 @@ TEST_F(HighScoresEntryTest, ANewScoreEqualToAnEntryGoesInBelowIt) {
     EXPECT_EQ(HighScores::table()[1].score, 500u);
 }
 
-TEST_F(HighScoresEntryTest, ScoresAreComparedUnsignedAndTheRestOfANameIsZero) {
+TEST_F(NameEntryTest, ScoresAreComparedUnsignedAndTheRestOfANameIsZero) {
     pressKey(SDL_SCANCODE_Y, SDLK_y, "y");
     sendWindowEvent(SDL_WINDOWEVENT_CLOSE);
 
@@ -270,7 +272,7 @@ TEST_F(HighScoresEntryTest, ScoresAreComparedUnsignedAndTheRestOfANameIsZero) {
     EXPECT_EQ(HighScores::table()[0].name, name);
 }
 
-TEST_F(HighScoresEntryTest, TheListenerComesBackWhenTheNameIsIn) {
+TEST_F(NameEntryTest, TheListenerComesBackWhenTheNameIsIn) {
     GuiScreen before;
     before.swapBuffers = false;
     before.addWidget(new Pendulum);

@@ -1,9 +1,8 @@
-// `HighScores`: the screen on which a player enters a name.
+#include "game/NameEntry.h"
 
 #include "audio/Sound.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
-#include "game/HighScores.h"
 #include "graphics/GLFont.h"
 #include "graphics/GLTexture.h"
 #include "graphics/GLWindow.h"
@@ -35,57 +34,51 @@ constexpr float nameSize = 24.0f;
 
 /// Client sizes as divisors: a minimised window may have none.
 float clientWidth() {
-    TARNWICK_LOCATION("HighScores::clientWidth");
+    TARNWICK_LOCATION("NameEntry::clientWidth");
     return static_cast<float>(std::max(GLWindow::getClientWidth(), 1));
 }
 
 float clientHeight() {
-    TARNWICK_LOCATION("HighScores::clientHeight");
+    TARNWICK_LOCATION("NameEntry::clientHeight");
     return static_cast<float>(std::max(GLWindow::getClientHeight(), 1));
 }
 
 /// Letters and digits without accents, and the blank.
 bool canBeEntered(std::uint8_t character) {
-    TARNWICK_LOCATION("HighScores::canBeEntered");
+    TARNWICK_LOCATION("NameEntry::canBeEntered");
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
            (character >= '0' && character <= '9') || character == ' ';
 }
 
 } // namespace
 
-void HighScores::checkScore(std::uint32_t score, GuiScreen* background) {
-    TARNWICK_LOCATION("HighScores::checkScore");
-    if (placeOf(score) == state.highScoreTable.end()) {
-        return;
-    }
+std::string NameEntry::ask(GuiScreen* background) {
+    TARNWICK_LOCATION("NameEntry::ask");
     GLWindowEventListener* const previousListener = GLWindow::getEventListener();
-    HighScores screen(background);
+    NameEntry screen(background);
     GLWindow::setEventListener(&screen);
     while (GLWindow::exists() && screen.active) {
         GLWindow::requestRepaint();
         GLWindow::run();
     }
     GLWindow::setEventListener(previousListener);
-    HighScoreEntry entry;
-    std::copy(screen.enteredName.begin(), screen.enteredName.end(), entry.name.begin());
-    entry.score = score;
-    addHighScore(entry);
+    return screen.name();
 }
 
-HighScores::HighScores(GuiScreen* background)
+NameEntry::NameEntry(GuiScreen* background)
     : backgroundScreen(background)
     , continueButton(std::make_unique<GuiAnimatedButton>()) {
-    TARNWICK_LOCATION("HighScores::HighScores");
+    TARNWICK_LOCATION("NameEntry::NameEntry");
     readConfiguration();
     highScoreSound->play();
 }
 
-HighScores::~HighScores() {
-    TARNWICK_LOCATION("HighScores::~HighScores");
+NameEntry::~NameEntry() {
+    TARNWICK_LOCATION("NameEntry::~NameEntry");
 }
 
-void HighScores::readConfiguration() {
-    TARNWICK_LOCATION("HighScores::readConfiguration");
+void NameEntry::readConfiguration() {
+    TARNWICK_LOCATION("NameEntry::readConfiguration");
     const ConfigFile config("cfg\\game.cfg");
     cursor = std::make_unique<GLTexture>(config.getVarAsString("cursor"));
     highScoreSound = std::make_unique<Sound>(config.getVarAsString("highScoreSound"));
@@ -97,13 +90,13 @@ void HighScores::readConfiguration() {
     dropShadowColour = layout.style.textShadowColour;
 }
 
-std::string HighScores::name() const {
-    TARNWICK_LOCATION("HighScores::name");
+std::string NameEntry::name() const {
+    TARNWICK_LOCATION("NameEntry::name");
     return {enteredName.data(), enteredLength};
 }
 
-bool HighScores::overContinueButton(std::uint32_t x, std::uint32_t y) const {
-    TARNWICK_LOCATION("HighScores::overContinueButton");
+bool NameEntry::overContinueButton(std::uint32_t x, std::uint32_t y) const {
+    TARNWICK_LOCATION("NameEntry::overContinueButton");
     const float virtualX = static_cast<float>(x) * (virtualWidth / clientWidth());
     const float virtualY = static_cast<float>(y) * (virtualHeight / clientHeight());
     const auto left = static_cast<float>(continueButton->x);
@@ -112,8 +105,8 @@ bool HighScores::overContinueButton(std::uint32_t x, std::uint32_t y) const {
            top <= virtualY && virtualY < top + static_cast<float>(continueButton->height);
 }
 
-void HighScores::mouseMoved(std::uint32_t x, std::uint32_t y) {
-    TARNWICK_LOCATION("HighScores::mouseMoved");
+void NameEntry::mouseMoved(std::uint32_t x, std::uint32_t y) {
+    TARNWICK_LOCATION("NameEntry::mouseMoved");
     const bool over = overContinueButton(x, y);
     if (closing || over == continueButton->hasFocus) {
         return;
@@ -126,15 +119,15 @@ void HighScores::mouseMoved(std::uint32_t x, std::uint32_t y) {
     }
 }
 
-void HighScores::mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t /*button*/) {
-    TARNWICK_LOCATION("HighScores::mousePressed");
+void NameEntry::mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t /*button*/) {
+    TARNWICK_LOCATION("NameEntry::mousePressed");
     if (!closing && continueButton->hasFocus && overContinueButton(x, y)) {
         accept();
     }
 }
 
-void HighScores::keyboardPressed(std::uint32_t key) {
-    TARNWICK_LOCATION("HighScores::keyboardPressed");
+void NameEntry::keyboardPressed(std::uint32_t key) {
+    TARNWICK_LOCATION("NameEntry::keyboardPressed");
     if (closing) {
         return;
     }
@@ -153,19 +146,19 @@ void HighScores::keyboardPressed(std::uint32_t key) {
 }
 
 /// The name stands; the button plays until the screen goes.
-void HighScores::accept() {
-    TARNWICK_LOCATION("HighScores::accept");
+void NameEntry::accept() {
+    TARNWICK_LOCATION("NameEntry::accept");
     continueButton->keyboardPressed(key::enter);
     closing = true;
 }
 
-void HighScores::windowClosing() {
-    TARNWICK_LOCATION("HighScores::windowClosing");
+void NameEntry::windowClosing() {
+    TARNWICK_LOCATION("NameEntry::windowClosing");
     GLWindow::close();
 }
 
-void HighScores::runClosing() {
-    TARNWICK_LOCATION("HighScores::runClosing");
+void NameEntry::runClosing() {
+    TARNWICK_LOCATION("NameEntry::runClosing");
     timer.update();
     if (!closing) {
         return;
@@ -176,8 +169,8 @@ void HighScores::runClosing() {
     closeTimeLeft -= timer.getSeconds();
 }
 
-void HighScores::windowRedrawing() {
-    TARNWICK_LOCATION("HighScores::windowRedrawing");
+void NameEntry::windowRedrawing() {
+    TARNWICK_LOCATION("NameEntry::windowRedrawing");
     runClosing();
     GLWindow::clearScreen(0.0f, 0.0f, 0.0f);
     if (backgroundScreen != nullptr) {
@@ -193,8 +186,8 @@ void HighScores::windowRedrawing() {
     GLWindow::swapBuffers();
 }
 
-void HighScores::drawNameEntry() const {
-    TARNWICK_LOCATION("HighScores::drawNameEntry");
+void NameEntry::drawNameEntry() const {
+    TARNWICK_LOCATION("NameEntry::drawNameEntry");
     GLWindow::glBeginDraw2d();
     glScalef(clientWidth() / virtualWidth, clientHeight() / virtualHeight, 1.0f);
     glDisable(GL_TEXTURE_2D);
@@ -209,8 +202,8 @@ void HighScores::drawNameEntry() const {
 }
 
 /// Across the screen, with the shadow below.
-void HighScores::drawCentred(const char* text, float y, float boxHeight, float size) const {
-    TARNWICK_LOCATION("HighScores::drawCentred");
+void NameEntry::drawCentred(const char* text, float y, float boxHeight, float size) const {
+    TARNWICK_LOCATION("NameEntry::drawCentred");
     const auto drawAt = [&](Vector2 offset, Colour colour) {
         font->drawStringCentered(text, offset.x, y + offset.y, virtualWidth, boxHeight, size, colour.red,
                                  colour.green, colour.blue, colour.alpha);
@@ -219,8 +212,8 @@ void HighScores::drawCentred(const char* text, float y, float boxHeight, float s
     drawAt({}, textColour);
 }
 
-void HighScores::drawCursor() const {
-    TARNWICK_LOCATION("HighScores::drawCursor");
+void NameEntry::drawCursor() const {
+    TARNWICK_LOCATION("NameEntry::drawCursor");
     GLWindow::glBeginDraw2d();
     const auto x = static_cast<float>(GLWindow::getMouseX());
     const auto y = static_cast<float>(GLWindow::getMouseY());
