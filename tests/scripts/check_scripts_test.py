@@ -279,5 +279,35 @@ class ResetsTest(CheckTest):
         self.expect_slip("src/core/Pump.h", "Pump::state")
 
 
+class DocumentsTest(CheckTest):
+    """scripts/check-documents"""
+
+    script = "check-documents"
+
+    def setUp(self):
+        super().setUp()
+        self.write("README.md", "Read [on](docs/pumps.md), or [elsewhere](https://example.org/docs/none.md).\n")
+        self.write("docs/pumps.md", "`src/core/Pump.h` has [the story](../README.md#pumps); `src/*/Other.h` is a kind.\n")
+
+    def test_a_tree_without_slip_passes(self):
+        self.expect_clean()
+
+    def test_a_link_to_nowhere_is_found(self):
+        self.replace("README.md", "docs/pumps.md", "docs/valves.md")
+        self.expect_slip("README.md:1", "docs/valves.md")
+
+    def test_a_link_is_meant_from_where_its_document_stands(self):
+        self.replace("docs/pumps.md", "../README.md", "README.md")
+        self.expect_slip("docs/pumps.md:1", "README.md")
+
+    def test_a_path_that_is_gone_is_found(self):
+        self.replace("docs/pumps.md", "src/core/Pump.h", "src/core/Valve.h")
+        self.expect_slip("docs/pumps.md:1", "src/core/Valve.h")
+
+    def test_a_command_on_a_path_that_is_gone_is_found(self):
+        self.replace("docs/pumps.md", "`src/core/Pump.h`", "`scripts/pump --fast`")
+        self.expect_slip("docs/pumps.md:1", "scripts/pump")
+
+
 if __name__ == "__main__":
     unittest.main()
