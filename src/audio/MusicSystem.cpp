@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -46,8 +47,8 @@ MusicSystem::State MusicSystem::state;
 void MusicSystem::initialise() {
     TARNWICK_LOCATION("MusicSystem::initialise");
     state.initialised = state.initialised || openDevice();
-    GLConsole::print(state.initialised ? "\nMusic subsystem initialised successfully."
-                                       : "\nError initialising music subsystem.");
+    Log::print(state.initialised ? "\nMusic subsystem initialised successfully."
+                                 : "\nError initialising music subsystem.");
     state.pausedPosition = 0;
     state.volume = fullVolume;
     GLConsole::addCommand("MusicSystemInitialised", conCmdMusicSystemInitialised);
@@ -157,10 +158,10 @@ bool MusicSystem::conCmdMusicSystemInitialised() {
 void MusicSystem::conCmdMusicPlay(const std::string& fileName) {
     TARNWICK_LOCATION("MusicSystem::conCmdMusicPlay");
     if (fileName.empty()) {
-        GLConsole::print("\nUSAGE: MusicPlay < file name >");
+        Log::print("\nUSAGE: MusicPlay < file name >");
         return;
     }
-    GLConsole::print(play(fileName, true) ? "\nFile opened successfully." : "\nFailed to open file.");
+    Log::print(play(fileName, true) ? "\nFile opened successfully." : "\nFailed to open file.");
 }
 
 std::int32_t MusicSystem::conCmdMusicVolume(std::int32_t value, bool set) {

@@ -5,6 +5,7 @@
 #include "audio/WavFile.h"
 #include "console/GLConsole.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/MemoryFile.h"
 #include "core/Strings.h"
 
@@ -90,12 +91,12 @@ void SoundManager::getSoundList(std::list<std::string>& list) {
 
 void SoundManager::conCmdSoundList() {
     TARNWICK_LOCATION("SoundManager::conCmdSoundList");
-    GLConsole::printTitle("Sounds in use");
+    Log::printTitle("Sounds in use");
     std::list<std::string> list;
     getSoundList(list);
     for (const std::string& line : list) {
-        GLConsole::print("\n");
-        GLConsole::print(line);
+        Log::print("\n");
+        Log::print(line);
     }
 }
 
@@ -105,9 +106,9 @@ void SoundManager::conCmdSoundMemory() {
     for (const auto& [name, entry] : state.sounds) {
         bytes += entry.buffer != nullptr ? entry.buffer->size() : 0;
     }
-    GLConsole::printTitle("Sound memory used");
-    GLConsole::print(bytes);
-    GLConsole::print(" bytes.");
+    Log::printTitle("Sound memory used");
+    Log::print(bytes);
+    Log::print(" bytes.");
 }
 
 } // namespace tarnwick

@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Strings.h"
 #include "game/Camera.h"
 #include "game/Game.h"
@@ -31,7 +32,7 @@ SoundSourceManager::State SoundSourceManager::state;
 void SoundSourceManager::initialise() {
     TARNWICK_LOCATION("SoundSourceManager::initialise");
     shutdown();
-    GLConsole::print("\nInitialising sound source manager..");
+    Log::print("\nInitialising sound source manager..");
     state.soundSourceDraw = false;
     GLConsole::addCommand("SoundSourceCreate", conCmdSoundSourceCreate);
     GLConsole::addCommand("SoundSourceCount", conCmdSoundSourceCount);
@@ -40,7 +41,7 @@ void SoundSourceManager::initialise() {
 
 void SoundSourceManager::shutdown() {
     TARNWICK_LOCATION("SoundSourceManager::shutdown");
-    GLConsole::print("\nShutting down sound source manager..");
+    Log::print("\nShutting down sound source manager..");
     state.onceSources.clear();
     state.loopingSources.clear();
     GLConsole::removeCommand("SoundSourceCreate");
@@ -202,12 +203,12 @@ void SoundSourceManager::conCmdSoundSourceCreate(const std::string& arguments) {
     const std::vector<std::string> words(list.begin(), list.end());
     if (words.size() != createArguments || !slStringIsNumeric(words[0]) || !slStringIsNumeric(words[1]) ||
         !slStringIsNumeric(words[2]) || !slStringIsBoolean(words[3]) || !slStringIsInteger(words[4])) {
-        GLConsole::print("\nUSAGE: SoundSourceCreate ");
-        GLConsole::print("< x : number > < y : number > ");
-        GLConsole::print("< strenght : number > ");
-        GLConsole::print("< looping : true OR false > ");
-        GLConsole::print("< id : integer > ");
-        GLConsole::print("< fileName > ");
+        Log::print("\nUSAGE: SoundSourceCreate ");
+        Log::print("< x : number > < y : number > ");
+        Log::print("< strenght : number > ");
+        Log::print("< looping : true OR false > ");
+        Log::print("< id : integer > ");
+        Log::print("< fileName > ");
         return;
     }
     const Sound sound(words[5]);

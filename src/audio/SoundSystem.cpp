@@ -1,8 +1,8 @@
 #include "audio/SoundSystem.h"
 
 #include "audio/SoundBuffer.h"
-#include "console/GLConsole.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 
 #include <AL/al.h>
 #include <AL/alc.h>
@@ -65,21 +65,21 @@ void SoundSystem::start(ALCdevice_struct* device, const std::int32_t* attributes
     state.masterVolume = 1.0f;
     state.device = device;
     if (state.device == nullptr) {
-        GLConsole::print(failure);
+        Log::print(failure);
         return;
     }
     state.primaryBuffer = alcCreateContext(state.device, attributes);
     if (state.primaryBuffer == nullptr || alcMakeContextCurrent(state.primaryBuffer) == ALC_FALSE) {
-        GLConsole::print(failure);
+        Log::print(failure);
         shutdown();
         return;
     }
     ++state.sessions;
     makeVoices();
     if (state.freeVoices.empty()) {
-        GLConsole::print(failure); // the device stays open
+        Log::print(failure); // the device stays open
     }
-    GLConsole::print("\nSound subsystem initialised successfully.");
+    Log::print("\nSound subsystem initialised successfully.");
 }
 
 void SoundSystem::makeVoices() {

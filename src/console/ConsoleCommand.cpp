@@ -1,7 +1,7 @@
 #include "console/ConsoleCommand.h"
 
-#include "console/GLConsole.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Strings.h"
 
 #include <cassert>
@@ -42,19 +42,19 @@ Function functionOf(const ConsoleCommand& command) {
 
 void printUsage(const ConsoleCommand& command, const char* usage) {
     TARNWICK_LOCATION("ConsoleCommand::printUsage");
-    GLConsole::print("\nUSAGE: ");
-    GLConsole::print(command.name);
-    GLConsole::print(usage);
+    Log::print("\nUSAGE: ");
+    Log::print(command.name);
+    Log::print(usage);
 }
 
 /// `verb` is " is " for a value that was read and " is now " for one that was set.
 template <typename Value>
 void printValue(const ConsoleCommand& command, const char* verb, const Value& value) {
     TARNWICK_LOCATION("ConsoleCommand::printValue");
-    GLConsole::print("\n");
-    GLConsole::print(command.name);
-    GLConsole::print(verb);
-    GLConsole::print(value);
+    Log::print("\n");
+    Log::print(command.name);
+    Log::print(verb);
+    Log::print(value);
 }
 
 void callVoidFunction(const ConsoleCommand& command, const std::list<std::string>& words) {
@@ -74,7 +74,7 @@ void callValueFunction(const ConsoleCommand& command,
     TARNWICK_LOCATION("ConsoleCommand::callValueFunction");
     const bool oneGoodWord = words.size() == 1 && syntax.test(words.front());
     if (!command.hasArgument && !command.hasReturn) {
-        GLConsole::print(badKind);
+        Log::print(badKind);
     } else if (!command.hasArgument) {
         if (words.empty()) {
             printValue(command, " is ", functionOf<Value (*)()>(command)());
@@ -101,7 +101,7 @@ void callValueFunction(const ConsoleCommand& command,
 void callStringFunction(const ConsoleCommand& command, const std::string& argument) {
     TARNWICK_LOCATION("ConsoleCommand::callStringFunction");
     if (!command.hasArgument && !command.hasReturn) {
-        GLConsole::print(badKind);
+        Log::print(badKind);
     } else if (!command.hasArgument) {
         if (argument.empty()) {
             printValue(command, " is ", functionOf<std::string (*)()>(command)());
@@ -139,7 +139,7 @@ void ConsoleCommand::call(const std::string& argument) const {
         callStringFunction(*this, argument);
         break;
     default:
-        GLConsole::print(badType);
+        Log::print(badType);
         break;
     }
 }

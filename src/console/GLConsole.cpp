@@ -2,23 +2,18 @@
 
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Strings.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstring>
+#include <fstream>
 
 namespace tarnwick {
 
 namespace {
-
-constexpr const char* titleBar = "\n\n****************************************************************\n\n";
-
-/// Characters of the longest number printed: a double has up to 309 digits before the point.
-constexpr std::size_t longestNumber = 320;
 
 constexpr std::uint32_t tabWidth = 8; ///< Columns between two tab stops.
 
@@ -46,12 +41,6 @@ std::uint64_t memoryTableEntry(const std::string& label) {
 
 GLConsole::State GLConsole::state;
 
-constinit std::array<char, GLConsole::outputCapacity> GLConsole::outputBuffer = [] {
-    std::array<char, outputCapacity> empty{};
-    empty.fill('\n');
-    return empty;
-}();
-
 void GLConsole::initialise() {
     TARNWICK_LOCATION("GLConsole::initialise");
     clear();
@@ -73,9 +62,7 @@ void GLConsole::shutdown() {
 void GLConsole::clear() {
     TARNWICK_LOCATION("GLConsole::clear");
     state.input.clear();
-    outputBuffer.fill('\n');
-    state.outputWriteIndex = 0;
-    state.outputWrapped = false;
+    Log::clear();
 }
 
 void GLConsole::clearCommands() {
@@ -107,103 +94,16 @@ void GLConsole::loadConfiguration() {
     }
 }
 
-// Output
-
-void GLConsole::print(const char* text) {
-    TARNWICK_LOCATION("GLConsole::print");
-    if (text != nullptr) {
-        write(text);
-    }
-}
-
-void GLConsole::print(const std::string& text) {
-    TARNWICK_LOCATION("GLConsole::print");
-    write(text);
-}
-
-void GLConsole::print(char character) {
-    TARNWICK_LOCATION("GLConsole::print");
-    write({&character, 1});
-}
-
-void GLConsole::print(std::uint32_t number) {
-    TARNWICK_LOCATION("GLConsole::print");
-    std::array<char, longestNumber> text{};
-    std::snprintf(text.data(), text.size(), "%1u", number);
-    write(text.data());
-}
-
-void GLConsole::print(std::int32_t number) {
-    TARNWICK_LOCATION("GLConsole::print");
-    std::array<char, longestNumber> text{};
-    std::snprintf(text.data(), text.size(), "%1i", number);
-    write(text.data());
-}
-
-void GLConsole::print(float number) {
-    TARNWICK_LOCATION("GLConsole::print");
-    print(static_cast<double>(number));
-}
-
-void GLConsole::print(double number) {
-    TARNWICK_LOCATION("GLConsole::print");
-    std::array<char, longestNumber> text{};
-    std::snprintf(text.data(), text.size(), "%1f", number);
-    write(text.data());
-}
-
-void GLConsole::print(bool value) {
-    TARNWICK_LOCATION("GLConsole::print");
-    write(value ? "true" : "false");
-}
-
-void GLConsole::printTitle(const char* text) {
-    TARNWICK_LOCATION("GLConsole::printTitle");
-    print(titleBar);
-    print(text);
-    print(titleBar);
-}
-
-void GLConsole::printTitle(const std::string& text) {
-    TARNWICK_LOCATION("GLConsole::printTitle");
-    printTitle(text.c_str());
-}
-
-std::string GLConsole::outputText() {
-    TARNWICK_LOCATION("GLConsole::outputText");
-    std::string text;
-    if (state.outputWrapped) {
-        text.assign(outputBuffer.data() + state.outputWriteIndex, outputCapacity - state.outputWriteIndex);
-    }
-    text.append(outputBuffer.data(), state.outputWriteIndex);
-    return text;
-}
-
-void GLConsole::write(std::string_view text) {
-    TARNWICK_LOCATION("GLConsole::write");
-    if (state.loggingEnabled) {
-        writeToLog(text);
-    }
-    while (!text.empty()) {
-        const std::size_t count = std::min(text.size(), outputCapacity - state.outputWriteIndex);
-        std::memcpy(outputBuffer.data() + state.outputWriteIndex, text.data(), count);
-        text.remove_prefix(count);
-        state.outputWriteIndex += static_cast<std::uint32_t>(count);
-        if (state.outputWriteIndex == outputCapacity) {
-            state.outputWriteIndex = 0;
-            state.outputWrapped = true;
-        }
-    }
-}
+// Output and logging
 
 std::uint32_t GLConsole::getOutputBufferDrawStart() {
     TARNWICK_LOCATION("GLConsole::getOutputBufferDrawStart");
-    std::uint32_t index = state.outputWriteIndex;
+    std::uint32_t index = Log::outputWriteIndex();
     std::uint32_t column = 0;
     std::uint32_t lines = 0;
     while (lines < state.rows) {
-        index = index == 0 ? outputCapacity - 1 : index - 1;
-        const char character = outputBuffer[index];
+        index = index == 0 ? Log::outputCapacity - 1 : index - 1;
+        const char character = Log::outputByte(index);
         // Kept: a tab is measured from the row's end, since the walk does not know where the row begins.
         const std::uint32_t step = character == '\t' ? tabWidth - column % tabWidth : 1;
         if (character == '\n' || column + step >= state.columns) {
@@ -213,53 +113,7 @@ std::uint32_t GLConsole::getOutputBufferDrawStart() {
             column += step;
         }
     }
-    return index + 1 == outputCapacity ? 0 : index + 1;
-}
-
-// Logging
-
-void GLConsole::enableLogging() {
-    TARNWICK_LOCATION("GLConsole::enableLogging");
-    if (state.loggingEnabled) {
-        return;
-    }
-    state.logFile.clear();
-    state.logFile.rdbuf()->pubsetbuf(nullptr,
-                                     0); // unbuffered: after a crash the file holds all that was printed
-    state.logFile.open(state.logFileName, std::ios::binary | std::ios::trunc);
-    if (!state.logFile.good()) {
-        state.logFile.close();
-        print("\nUnable to write log to ");
-        print(state.logFileName);
-        return;
-    }
-    state.loggingEnabled = true;
-    print("\nCommencing console log to ");
-    print(state.logFileName);
-}
-
-void GLConsole::disableLogging() {
-    TARNWICK_LOCATION("GLConsole::disableLogging");
-    if (!state.loggingEnabled) {
-        return;
-    }
-    state.logFile.close();
-    state.loggingEnabled = false;
-    print("\nLogging stopped. All output saved to ");
-    print(state.logFileName);
-}
-
-void GLConsole::writeToLog(std::string_view text) {
-    TARNWICK_LOCATION("GLConsole::writeToLog");
-    state.logFile.write(text.data(), static_cast<std::streamsize>(text.size()));
-    if (state.logFile.good()) {
-        return;
-    }
-    state.logFile.close();
-    state.loggingEnabled = false; // before the message, which must not come back here
-    print("\nLogging to ");
-    print(state.logFileName);
-    print(" stopped because of a write error.");
+    return index + 1 == Log::outputCapacity ? 0 : index + 1;
 }
 
 // Registry
@@ -432,7 +286,7 @@ void GLConsole::endOfRuns() {
 void GLConsole::enterLine() {
     TARNWICK_LOCATION("GLConsole::enterLine");
     print("\n");
-    write(state.input.text());
+    Log::print(state.input.text());
     std::shift_right(state.commandHistory.begin(), state.commandHistory.end(), 1);
     state.commandHistory.front() = state.input.text();
     runCommand();
@@ -548,7 +402,7 @@ bool GLConsole::conCmdLogConsole(bool value, bool set) {
     } else if (set) {
         disableLogging();
     }
-    return state.loggingEnabled;
+    return Log::loggingEnabled();
 }
 
 void GLConsole::conCmdMap(const std::string& levelFile) {

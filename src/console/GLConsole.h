@@ -2,26 +2,23 @@
 
 #include "console/ConsoleCommand.h"
 #include "console/InputLine.h"
+#include "core/Log.h"
 #include "graphics/GLTexture.h"
 #include "graphics/QuadArray.h"
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace tarnwick {
 
-/// The in-game text console: the diagnostics channel of all modules and the registry of typed commands.
+/// The in-game text console: shows what the modules print and is the registry of typed commands.
 ///
-/// Every module registers its commands in its `initialise`, removes them in its `shutdown`, and prints what
-/// it has to tell here. Printed text is not line buffered and carries its own "\n" at its start; it goes
-/// round a fixed ring and, on request, into a file. `Game` owns the flag that says whether the console is
-/// open, and hands it the keys while it is.
+/// Every module registers its commands in its `initialise` and removes them in its `shutdown`. `Game` owns
+/// the flag that says whether the console is open, and hands it the keys while it is.
 ///
 /// A command may do anything: start a level and with it a frame loop of its own, remove itself, destroy the
 /// window.
@@ -29,8 +26,7 @@ class GLConsole {
 public:
     GLConsole() = delete;
 
-    static constexpr std::size_t outputCapacity = 65'535; ///< Bytes; the oldest are overwritten unnoticed.
-    static constexpr std::size_t historyCapacity = 16;    ///< Lines.
+    static constexpr std::size_t historyCapacity = 16; ///< Lines.
 
     /// Empties output and input, registers the basic commands alone and reads `cfg//console.cfg`.
     static void initialise();
@@ -42,25 +38,20 @@ public:
     /// Empties the registry but for the basic commands.
     static void clearCommands();
 
-    /// Prints a text; null prints nothing. The text goes to the log first, then to the ring. Never takes
-    /// memory, so it may be called freely from anywhere.
-    static void print(const char* text);
-    static void print(const std::string& text);
-    static void print(char character);
-    static void print(std::uint32_t number);
-    static void print(std::int32_t number);
-    /// Six digits behind the point, as `printf` writes "%1f".
-    static void print(float number);
-    static void print(double number);
-    /// "true" or "false".
-    static void print(bool value);
-
-    /// Prints the text between two bars of 64 asterisks, with an empty line around each.
-    static void printTitle(const char* text);
-    static void printTitle(const std::string& text);
-
-    /// Everything printed since the last `clear`, or the newest `outputCapacity` bytes of it.
-    static std::string outputText();
+    // What is printed goes to the log, which the console shows; see there.
+    static void print(const char* text) { Log::print(text); }
+    static void print(const std::string& text) { Log::print(text); }
+    static void print(char character) { Log::print(character); }
+    static void print(std::uint32_t number) { Log::print(number); }
+    static void print(std::int32_t number) { Log::print(number); }
+    static void print(float number) { Log::print(number); }
+    static void print(double number) { Log::print(number); }
+    static void print(bool value) { Log::print(value); }
+    static void printTitle(const char* text) { Log::printTitle(text); }
+    static void printTitle(const std::string& text) { Log::printTitle(text.c_str()); }
+    static std::string outputText() { return Log::outputText(); }
+    static void enableLogging() { Log::enableLogging(); }
+    static void disableLogging() { Log::disableLogging(); }
 
     /// Registers a command. The function's type says what the command is: a plain action; a setter (argument
     /// only); a getter (value only); or a get-or-set, called with `set` false and a zero value to read and
@@ -101,11 +92,6 @@ public:
     /// it.
     static void keyPressed(std::uint32_t key);
 
-    /// Starts mirroring what is printed to "ConsoleLog.txt", which is emptied; prints whether that worked.
-    /// Does nothing while logging is on.
-    static void enableLogging();
-    static void disableLogging();
-
     /// Draws the console over the whole client area: the newest rows of the output, and below them the line
     /// being typed with its cursor, which is flat while typing inserts and high while it overwrites. Leaves
     /// the GL as it was. Without a character sheet only the panels are drawn.
@@ -121,17 +107,12 @@ private:
     using Rgb = std::array<float, 3>; ///< Red, green, blue, 0 to 1.
 
     struct State {
-        std::uint32_t outputWriteIndex = 0; ///< Next byte of the ring to write.
-        bool outputWrapped = false;         ///< The ring was filled at least once since `clear`.
-        InputLine input;                    ///< The line being typed.
+        InputLine input;                                         ///< The line being typed.
         std::array<std::string, historyCapacity> commandHistory; ///< Entry 0 is the latest line.
         std::int32_t historyIndex = -1;                          ///< Entry now shown; -1: none.
         /// What was typed before the first Tab of a completion run, upper-cased; empty: no run is on.
         std::string autoCompleteTerm;
         std::map<std::string, ConsoleCommand> commands; ///< By upper-cased name.
-        std::ofstream logFile;                          ///< Open while logging.
-        bool loggingEnabled = false;
-        std::string logFileName = "ConsoleLog.txt";
 
         std::uint32_t fontSize = 8;             ///< Width and height of a character cell, pixels; at least 1.
         std::uint32_t columns = 80;             ///< Characters a row, at least 80.
@@ -146,11 +127,7 @@ private:
         Rgb inputText{};
     };
     static State state;
-    /// The ring; newlines where nothing was printed yet. Outside `State` for its size.
-    static std::array<char, outputCapacity> outputBuffer;
 
-    static void write(std::string_view text);
-    static void writeToLog(std::string_view text);
     static std::uint32_t getOutputBufferDrawStart();
     static void loadConfiguration();
 

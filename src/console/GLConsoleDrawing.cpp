@@ -119,17 +119,18 @@ void GLConsole::drawOutputText() {
     const auto [red, green, blue] = state.outputText;
     const Colour colour{red, green, blue, 1.0f};
     std::uint32_t index = getOutputBufferDrawStart();
-    state.textQuads.begin((state.outputWriteIndex + outputCapacity - index) % outputCapacity);
+    const std::uint32_t end = Log::outputWriteIndex();
+    state.textQuads.begin((end + Log::outputCapacity - index) % Log::outputCapacity);
     std::uint32_t column = 0;
     std::uint32_t row = 0;
-    while (row < state.rows && index != state.outputWriteIndex) {
-        const auto character = static_cast<std::uint8_t>(outputBuffer[index]);
+    while (row < state.rows && index != end) {
+        const auto character = static_cast<std::uint8_t>(Log::outputByte(index));
         if (character != escape && character != tab && character != newLine && character != carriageReturn) {
             addCharacter(state.textQuads, character, column * state.fontSize, row * state.fontSize,
                          state.fontSize, colour);
         }
         advance(character, column, row);
-        index = index + 1 == outputCapacity ? 0 : index + 1;
+        index = index + 1 == Log::outputCapacity ? 0 : index + 1;
     }
     drawText();
 }

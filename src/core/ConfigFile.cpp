@@ -1,8 +1,8 @@
 #include "core/ConfigFile.h"
 
-#include "console/GLConsole.h"
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Strings.h"
 
 #include <iterator>
@@ -57,8 +57,8 @@ void removeCommentWords(TokenList& tokens) {
 /// Prints a failure and the file it is about.
 void report(const char* failure, const char* fileName) {
     TARNWICK_LOCATION("ConfigFile::report");
-    GLConsole::print(failure);
-    GLConsole::print(fileName);
+    Log::print(failure);
+    Log::print(fileName);
 }
 
 /// Reads the whole file into `text`. False, told on the console, if that fails.
@@ -111,7 +111,7 @@ void ConfigFile::loadConfigFile(const char* fileName) {
     TARNWICK_LOCATION("ConfigFile::loadConfigFile");
     clear();
     if (fileName == nullptr) {
-        GLConsole::print("\nError in configuration Loader: no file name given");
+        Log::print("\nError in configuration Loader: no file name given");
         return;
     }
     if (state.observer != nullptr) {

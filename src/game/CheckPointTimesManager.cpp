@@ -1,8 +1,8 @@
 #include "game/CheckPointTimesManager.h"
 
-#include "console/GLConsole.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "game/GameRules.h"
 #include "graphics/GLWindow.h"
 
@@ -43,7 +43,7 @@ CheckPointTimesManager::State CheckPointTimesManager::state;
 void CheckPointTimesManager::initialise() {
     TARNWICK_LOCATION("CheckPointTimesManager::initialise");
     shutdown();
-    GLConsole::print("\nInitialising check point times manager..");
+    Log::print("\nInitialising check point times manager..");
     readConfiguration();
     state.displayState = nothing;
     state.checkPointTimes.clear();
@@ -52,7 +52,7 @@ void CheckPointTimesManager::initialise() {
 
 void CheckPointTimesManager::shutdown() {
     TARNWICK_LOCATION("CheckPointTimesManager::shutdown");
-    GLConsole::print("\nShutting down check point times manager..");
+    Log::print("\nShutting down check point times manager..");
     state.checkPointTimes.clear();
     state.timeFont.reset();
 }

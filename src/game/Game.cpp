@@ -9,6 +9,7 @@
 #include "core/Clock.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "game/Camera.h"
 #include "game/GameRules.h"
 #include "graphics/GLWindow.h"
@@ -151,7 +152,7 @@ bool Game::load(const std::string& levelFile) {
     state.tickAccumulator = tickThreshold; // so that the very first frame ticks
     putSwitchesBack();
     addCommands();
-    GLConsole::printTitle("Game initialisation");
+    Log::printTitle("Game initialisation");
     Triggers_HeatSources_LoadSettings();
     ParticleManager::initialise();
     ParticleRenderer::initialise();
@@ -199,7 +200,7 @@ void Game::startRules() {
 
 void Game::shutdown() {
     TARNWICK_LOCATION("Game::shutdown");
-    GLConsole::printTitle("Game shutdown");
+    Log::printTitle("Game shutdown");
     removeCommands();
     Level::clear();
     ParticleManager::shutdown();

@@ -5,6 +5,7 @@
 #include "console/GLConsole.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
@@ -236,7 +237,7 @@ void GameRules::printTime() {
     std::snprintf(text, sizeof text, "\n%01i::%2i::%3i.%4i", time / millisecondsInHour,
                   time % millisecondsInHour / millisecondsInMinute,
                   time % millisecondsInMinute / millisecondsInSecond, time % millisecondsInSecond / 10);
-    GLConsole::print(text);
+    Log::print(text);
 }
 
 bool GameRules::conCmdTimePrint(bool value, bool set) {

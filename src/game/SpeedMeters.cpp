@@ -1,7 +1,7 @@
 #include "game/SpeedMeters.h"
 
-#include "console/GLConsole.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 
 namespace tarnwick {
 
@@ -25,8 +25,8 @@ void FrameMeter::update() {
         frameTimeCount = 0;
     }
     if (shown && averageFrameTime > 0.0f) {
-        GLConsole::print("\nGame - fps: ");
-        GLConsole::print(1.0f / averageFrameTime);
+        Log::print("\nGame - fps: ");
+        Log::print(1.0f / averageFrameTime);
     }
 }
 
@@ -41,10 +41,10 @@ void CostMeter::add(std::uint64_t ticks) {
     sum = 0.0;
     count = 0;
     if (shown) {
-        GLConsole::print("\n");
-        GLConsole::print(work);
-        GLConsole::print(" - clock tics: ");
-        GLConsole::print(static_cast<std::int32_t>(average));
+        Log::print("\n");
+        Log::print(work);
+        Log::print(" - clock tics: ");
+        Log::print(static_cast<std::int32_t>(average));
     }
 }
 

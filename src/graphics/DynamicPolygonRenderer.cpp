@@ -1,7 +1,7 @@
 #include "graphics/DynamicPolygonRenderer.h"
 
-#include "console/GLConsole.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLTexture.h"
@@ -31,7 +31,7 @@ DynamicPolygonRenderer::State DynamicPolygonRenderer::state;
 void DynamicPolygonRenderer::initialise() {
     TARNWICK_LOCATION("DynamicPolygonRenderer::initialise");
     shutdown();
-    GLConsole::print("\nIntialising dynamic polygon renderer..");
+    Log::print("\nIntialising dynamic polygon renderer..");
     for (const Polygon2D& polygon : Level::polygons) {
         if (isDynamic(polygon)) {
             DynamicPolygonEntry& entry = state.dynamicPolygons.emplace_back();
@@ -43,7 +43,7 @@ void DynamicPolygonRenderer::initialise() {
 
 void DynamicPolygonRenderer::shutdown() {
     TARNWICK_LOCATION("DynamicPolygonRenderer::shutdown");
-    GLConsole::print("\nShuttrng down dynamic polygon renderer..");
+    Log::print("\nShuttrng down dynamic polygon renderer..");
     state.dynamicPolygons.clear();
 }
 

@@ -1,8 +1,8 @@
 #include "graphics/GLAviPlayer.h"
 
-#include "console/GLConsole.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "graphics/AviStream.h"
 #include "graphics/GLWindow.h"
 
@@ -50,7 +50,7 @@ void GLAviPlayer::open(const std::string& fileName) {
         return;
     }
     if (stream == nullptr || !prepare()) {
-        GLConsole::print("\nUnable to open AVI file '" + fileName + "'");
+        Log::print("\nUnable to open AVI file '" + fileName + "'");
         close();
         return;
     }

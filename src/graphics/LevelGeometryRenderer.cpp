@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/FrameTimer.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "graphics/GLTexture.h"
 #include "level/Level.h"
 
@@ -42,7 +43,7 @@ LevelGeometryRenderer::State LevelGeometryRenderer::state;
 void LevelGeometryRenderer::initialise() {
     TARNWICK_LOCATION("LevelGeometryRenderer::initialise");
     shutdown();
-    GLConsole::print("\nInitialising level geometry renderer...");
+    Log::print("\nInitialising level geometry renderer...");
     state.drawLevelGeometry = true;
     GLConsole::addCommand("DrawLevelGeometry", conCmdDrawLevelGeometry);
     FrameTimer timer;
@@ -65,9 +66,9 @@ void LevelGeometryRenderer::initialise() {
     }
 
     timer.update();
-    GLConsole::print("\nLevel geometry prepared for rendering in ");
-    GLConsole::print(timer.getSeconds());
-    GLConsole::print("\nseconds.");
+    Log::print("\nLevel geometry prepared for rendering in ");
+    Log::print(timer.getSeconds());
+    Log::print("\nseconds.");
 }
 
 void LevelGeometryRenderer::shutdown() {

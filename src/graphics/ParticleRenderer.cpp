@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 
@@ -41,7 +42,7 @@ ParticleRenderer::State ParticleRenderer::state;
 void ParticleRenderer::initialise() {
     TARNWICK_LOCATION("ParticleRenderer::initialise");
     shutdown();
-    GLConsole::print("\nInitialising particle renderer..");
+    Log::print("\nInitialising particle renderer..");
     state.particleDrawEnabled = true;
     const ConfigFile config("cfg\\water.cfg");
     readLook(config, "water", state.water);
@@ -66,7 +67,7 @@ void ParticleRenderer::readLook(const ConfigFile& config, const std::string& kin
 
 void ParticleRenderer::shutdown() {
     TARNWICK_LOCATION("ParticleRenderer::shutdown");
-    GLConsole::print("\nShutting down particle renderer..");
+    Log::print("\nShutting down particle renderer..");
     state.water.texture.reset();
     state.steam.texture.reset();
     state.ice.texture.reset();

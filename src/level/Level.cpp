@@ -3,6 +3,7 @@
 #include "audio/SoundSourceManager.h"
 #include "console/GLConsole.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "game/CheckPointTimesManager.h"
 #include "graphics/DynamicPolygonRenderer.h"
 #include "graphics/LevelGeometryRenderer.h"
@@ -23,8 +24,8 @@ Level::State Level::state;
 
 bool Level::load(const std::string& fileName) {
     TARNWICK_LOCATION("Level::load");
-    GLConsole::printTitle("Level loading");
-    GLConsole::print("\nLoading level data...");
+    Log::printTitle("Level loading");
+    Log::print("\nLoading level data...");
     if (!LevelLoader::loadLevel(fileName)) {
         return false;
     }
@@ -43,7 +44,7 @@ bool Level::load(const std::string& fileName) {
 
 void Level::clear() {
     TARNWICK_LOCATION("Level::clear");
-    GLConsole::print("\nClearing level data...");
+    Log::print("\nClearing level data...");
     GLConsole::removeCommand("DrawTriangles");
     LevelGeometryRenderer::shutdown();
     LevelBspTree::clear();

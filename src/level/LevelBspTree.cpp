@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Random.h"
 #include "core/Strings.h"
 #include "level/Level.h"
@@ -92,20 +93,19 @@ bool switchCommand(bool& flag, bool value, bool set) {
 template <typename Value>
 void printLine(const char* label, Value value) {
     TARNWICK_LOCATION("LevelBspTree::printLine");
-    GLConsole::print(label);
-    GLConsole::print(value);
+    Log::print(label);
+    Log::print(value);
 }
 
 void printWalkUsage() {
     TARNWICK_LOCATION("LevelBspTree::printWalkUsage");
-    GLConsole::print("\nUnrecognised tree walk command. Valid commands are: ");
-    GLConsole::print("\n");
-    GLConsole::print(
-        "\nBspTreeWalk LEFT"); // Kept: the texts name the command otherwise than it is registered.
-    GLConsole::print("\nBspTreeWalk RIGHT");
-    GLConsole::print("\nBspTreeWalk PARENT");
-    GLConsole::print("\nBspTreeWalk ROOT");
-    GLConsole::print("\n");
+    Log::print("\nUnrecognised tree walk command. Valid commands are: ");
+    Log::print("\n");
+    Log::print("\nBspTreeWalk LEFT"); // Kept: the texts name the command otherwise than it is registered.
+    Log::print("\nBspTreeWalk RIGHT");
+    Log::print("\nBspTreeWalk PARENT");
+    Log::print("\nBspTreeWalk ROOT");
+    Log::print("\n");
 }
 
 } // namespace
@@ -117,7 +117,7 @@ void LevelBspTree::create() {
     clear();
     FrameTimer timer;
     clearDrawSwitches();
-    GLConsole::print("\nCreating the level bsp tree...");
+    Log::print("\nCreating the level bsp tree...");
     addCommands();
     std::vector<LevelBspNode> edges = LevelBspBuilder::buildInitialNodeList(Level::polygons);
     LevelBspBuilder::optimiseInitialNodeList(edges);
@@ -130,9 +130,9 @@ void LevelBspTree::create() {
     state.crossings.resize(state.depth);
     state.rootNode = state.nodes.data();
     timer.update();
-    GLConsole::print("\nBsp Tree created in ");
-    GLConsole::print(timer.getSeconds());
-    GLConsole::print(" seconds.");
+    Log::print("\nBsp Tree created in ");
+    Log::print(timer.getSeconds());
+    Log::print(" seconds.");
     state.walkNode = state.rootNode;
 }
 
@@ -270,7 +270,7 @@ void LevelBspTree::conCmdBspWalk(const std::string& direction) {
         if (node != nullptr) {
             state.walkNode = node;
         } else {
-            GLConsole::print(refusal);
+            Log::print(refusal);
         }
     };
     if (word == "PARENT") {
@@ -289,8 +289,8 @@ void LevelBspTree::conCmdBspWalk(const std::string& direction) {
     options += state.walkNode->parent != nullptr ? "PARENT " : "";
     options += state.walkNode->behind != nullptr ? "LEFT " : "";
     options += state.walkNode->inFront != nullptr ? "RIGHT " : "";
-    GLConsole::print("\nWalk options for current node: ");
-    GLConsole::print(options);
+    Log::print("\nWalk options for current node: ");
+    Log::print(options);
 }
 
 bool LevelBspTree::conCmdBspWalkDraw(bool value, bool set) {
@@ -303,7 +303,7 @@ void LevelBspTree::conCmdBspCast(const std::string& target) {
     std::list<std::string> words;
     slSeparateArgs(target, words);
     if (words.size() != 2 || !slStringIsNumeric(words.front()) || !slStringIsNumeric(words.back())) {
-        GLConsole::print("\nUSAGE: BspCast < number > < number >");
+        Log::print("\nUSAGE: BspCast < number > < number >");
         return;
     }
     if (!state.castTimer) {
@@ -315,7 +315,7 @@ void LevelBspTree::conCmdBspCast(const std::string& target) {
 
     constexpr auto raysPerPass = static_cast<std::int32_t>(testRayCount);
     constexpr std::int32_t rays = raysPerPass * testPasses;
-    GLConsole::printTitle("Test ray cast results");
+    Log::printTitle("Test ray cast results");
     printLine("\nTest cast rays:              ", raysPerPass);
     printLine("\nTest cast iterations:        ", testPasses);
     printLine("\nTotal rays cast:             ", rays);

@@ -1,11 +1,11 @@
 #include "level/LevelLoader.h"
 
 #include "audio/SoundSourceManager.h"
-#include "console/GLConsole.h"
 #include "core/DataFiles.h"
 #include "core/FrameTimer.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "level/LevelFile.h"
@@ -77,11 +77,11 @@ public:
 
     void wrongVersion(std::uint32_t found) override {
         TARNWICK_LOCATION("LevelBuilder::wrongVersion");
-        GLConsole::print("\nInvalid level file version. Version is ");
-        GLConsole::print(found);
-        GLConsole::print(". Version used by game is ");
-        GLConsole::print(LevelFile::version);
-        GLConsole::print(".");
+        Log::print("\nInvalid level file version. Version is ");
+        Log::print(found);
+        Log::print(". Version used by game is ");
+        Log::print(LevelFile::version);
+        Log::print(".");
     }
 
     void polygonRead(const LevelFile::PolygonRecord& record) override {
@@ -193,23 +193,23 @@ bool LevelLoader::loadLevel(const std::string& fileName) {
     TARNWICK_LOCATION("LevelLoader::loadLevel");
     std::ifstream stream = DataFiles::open(fileName);
     if (!stream.is_open()) {
-        GLConsole::print("\nUnable to open level file '" + fileName + "'");
+        Log::print("\nUnable to open level file '" + fileName + "'");
         return false;
     }
     FrameTimer timer;
     LevelFile file;
     LevelBuilder builder;
     if (const char* reason = LevelFile::read(stream, file, &builder); reason != nullptr) {
-        GLConsole::print("\nError reading level file '" + fileName + "'");
-        GLConsole::print("\nReason: ");
-        GLConsole::print(reason);
+        Log::print("\nError reading level file '" + fileName + "'");
+        Log::print("\nReason: ");
+        Log::print(reason);
         return false;
     }
     timer.update();
-    GLConsole::print("\nLevel '" + fileName + "' loaded successfully..");
-    GLConsole::print("\nLevel loading took ");
-    GLConsole::print(timer.getSeconds());
-    GLConsole::print(" seconds.");
+    Log::print("\nLevel '" + fileName + "' loaded successfully..");
+    Log::print("\nLevel loading took ");
+    Log::print(timer.getSeconds());
+    Log::print(" seconds.");
     handOver(file, builder);
     return true;
 }

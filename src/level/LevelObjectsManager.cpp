@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Strings.h"
 #include "game/Camera.h"
 #include "game/Game.h"
@@ -81,7 +82,7 @@ LevelObjectsManager::State LevelObjectsManager::state;
 void LevelObjectsManager::initialise() {
     TARNWICK_LOCATION("LevelObjectsManager::initialise");
     shutdown();
-    GLConsole::print("\nInitialising level objects manager..");
+    Log::print("\nInitialising level objects manager..");
     state.objectsDraw = true;
     state.objectsCull = true;
     state.objectsDrawIds = false;
@@ -96,7 +97,7 @@ void LevelObjectsManager::initialise() {
 
 void LevelObjectsManager::shutdown() {
     TARNWICK_LOCATION("LevelObjectsManager::shutdown");
-    GLConsole::print("\nShutting down level objects manager..");
+    Log::print("\nShutting down level objects manager..");
     for (LayerQueue& queue : state.layerQueues) {
         while (!queue.empty()) {
             queue.pop();
@@ -256,11 +257,11 @@ void LevelObjectsManager::conCmdObjectCreate(const std::string& arguments) {
     const std::vector<std::string> words(list.begin(), list.end());
     if (words.size() != 4 || !slStringIsNumeric(words[0]) || !slStringIsNumeric(words[1]) ||
         !slStringIsInteger(words[2])) {
-        GLConsole::print("\nUSAGE: ObjectCreate ");
-        GLConsole::print("< x : number > ");
-        GLConsole::print("< y : number > ");
-        GLConsole::print("< object id : integer > ");
-        GLConsole::print("< textureName : string >");
+        Log::print("\nUSAGE: ObjectCreate ");
+        Log::print("< x : number > ");
+        Log::print("< y : number > ");
+        Log::print("< object id : integer > ");
+        Log::print("< textureName : string >");
         return;
     }
     LevelObject object;

@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Strings.h"
 
 #include <algorithm>
@@ -23,7 +24,7 @@ void ForceManager::initialise() {
     TARNWICK_LOCATION("ForceManager::initialise");
     shutdown();
     state.forceDraw = false;
-    GLConsole::print("\nInitialising force manager.");
+    Log::print("\nInitialising force manager.");
     GLConsole::addCommand("ForceCount", conCmdForceCount);
     GLConsole::addCommand("ForceDraw", conCmdForceDraw);
     GLConsole::addCommand("ForceCreate", conCmdForceCreate);
@@ -31,7 +32,7 @@ void ForceManager::initialise() {
 
 void ForceManager::shutdown() {
     TARNWICK_LOCATION("ForceManager::shutdown");
-    GLConsole::print("\nShutting down force manager.");
+    Log::print("\nShutting down force manager.");
     forces.clear();
     GLConsole::removeCommand("ForceCount");
     GLConsole::removeCommand("ForceDraw");
@@ -65,13 +66,13 @@ void ForceManager::conCmdForceCreate(const std::string& arguments) {
     const auto isNumeric = [](const std::string& word) { return slStringIsNumeric(word); };
     if (words.size() != createArguments || !slStringIsInteger(words.front()) ||
         !std::all_of(std::next(words.begin()), words.end(), isNumeric)) {
-        GLConsole::print("\nUSAGE: MoveForceCreate "); // Kept: the usage calls the command so
-        GLConsole::print(" < id : integer >");
-        GLConsole::print(" < x : number >");
-        GLConsole::print(" < y : number >");
-        GLConsole::print(" < dir_x : number >");
-        GLConsole::print(" < dir_y : number >");
-        GLConsole::print(" < strenght : number >");
+        Log::print("\nUSAGE: MoveForceCreate "); // Kept: the usage calls the command so
+        Log::print(" < id : integer >");
+        Log::print(" < x : number >");
+        Log::print(" < y : number >");
+        Log::print(" < dir_x : number >");
+        Log::print(" < dir_y : number >");
+        Log::print(" < strenght : number >");
         return;
     }
     const std::int32_t id = slStringToInt(words.front());

@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Strings.h"
 #include "game/Camera.h"
 #include "game/Game.h"
@@ -30,7 +31,7 @@ void FxParticleManager::initalise() {
     TARNWICK_LOCATION("FxParticleManager::initalise");
     shutdown();
     state.fxEmitterDraw = false;
-    GLConsole::print("\nInitialising FX particle manager..");
+    Log::print("\nInitialising FX particle manager..");
     GLConsole::addCommand("FxEmitterCreate", conCmdFxEmitterCreate);
     GLConsole::addCommand("FxEmitterDraw", conCmdFxEmitterDraw);
     GLConsole::addCommand("FxEmitterCount", conCmdFxEmitterCount);
@@ -39,7 +40,7 @@ void FxParticleManager::initalise() {
 
 void FxParticleManager::shutdown() {
     TARNWICK_LOCATION("FxParticleManager::shutdown");
-    GLConsole::print("\nShutting down FX particle manager..");
+    Log::print("\nShutting down FX particle manager..");
     particles.clear(); // first: they point into the emitters
     emitters.clear();
     GLConsole::removeCommand("FxEmitterCreate");
@@ -109,11 +110,11 @@ void FxParticleManager::conCmdFxEmitterCreate(const std::string& arguments) {
     if (words.size() != createArguments ||
         !std::all_of(words.begin(), std::next(words.begin(), createNumbers), isNumeric) ||
         !slStringIsInteger(*std::next(words.begin(), createNumbers))) {
-        GLConsole::print("\nUSAGE: Emitter create "); // Kept: the usage calls the command so
-        GLConsole::print("< x : number > < y : number > ");
-        GLConsole::print("< dir_x : number > < dir_y : number > ");
-        GLConsole::print("< id : integer > ");
-        GLConsole::print("< emitter settings : fileName > ");
+        Log::print("\nUSAGE: Emitter create "); // Kept: the usage calls the command so
+        Log::print("< x : number > < y : number > ");
+        Log::print("< dir_x : number > < dir_y : number > ");
+        Log::print("< id : integer > ");
+        Log::print("< emitter settings : fileName > ");
         return;
     }
     const auto idWord = std::next(words.begin(), createNumbers);

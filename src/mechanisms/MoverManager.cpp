@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "level/Level.h"
@@ -48,7 +49,7 @@ void MoverManager::initialise() {
     shutdown();
     state.moverDraw = false;
     state.dynamicNodeDraw = false;
-    GLConsole::print("\nInitialising down mover manager.."); // Kept: the line has always said so
+    Log::print("\nInitialising down mover manager.."); // Kept: the line has always said so
     GLConsole::addCommand("MoverCount", conCmdMoverCount);
     GLConsole::addCommand("MoverDraw", conCmdMoverDraw);
     GLConsole::addCommand("DynamicNodeDraw", conCmdDynamicNodeDraw);
@@ -56,7 +57,7 @@ void MoverManager::initialise() {
 
 void MoverManager::shutdown() {
     TARNWICK_LOCATION("MoverManager::shutdown");
-    GLConsole::print("\nShutting down mover manager..");
+    Log::print("\nShutting down mover manager..");
     movers.clear();
     state.cargoOfMover.clear();
     state.cargoes.clear();

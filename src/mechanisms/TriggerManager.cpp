@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Strings.h"
 #include "game/Camera.h"
 #include "game/Game.h"
@@ -127,7 +128,7 @@ TriggerManager::State TriggerManager::state;
 void TriggerManager::initialise() {
     TARNWICK_LOCATION("TriggerManager::initialise");
     shutdown();
-    GLConsole::print("\nInitialising down trigger manager..");
+    Log::print("\nInitialising down trigger manager..");
     GLConsole::addCommand("TriggerTypeList", conCmdTriggerTypeList);
     GLConsole::addCommand("TriggerCreate", conCmdTriggerCreate);
     GLConsole::addCommand("TriggerCount", conCmdTriggerCount);
@@ -138,7 +139,7 @@ void TriggerManager::initialise() {
 
 void TriggerManager::shutdown() {
     TARNWICK_LOCATION("TriggerManager::shutdown");
-    GLConsole::print("\nShutting down trigger manager..");
+    Log::print("\nShutting down trigger manager..");
     GLConsole::removeCommand("TriggerTypeList");
     GLConsole::removeCommand("TriggerCreate");
     GLConsole::removeCommand("TriggerCount");
@@ -318,13 +319,13 @@ void TriggerManager::resetTriggers() {
 
 void TriggerManager::conCmdTriggerTypeList() {
     TARNWICK_LOCATION("TriggerManager::conCmdTriggerTypeList");
-    GLConsole::printTitle("Trigger types");
+    Log::printTitle("Trigger types");
     for (const auto& [id, type] : state.triggerTypes) {
-        GLConsole::print("\nTrigger id: ");
-        GLConsole::print(id);
-        GLConsole::print("\t\t");
-        GLConsole::print("Trigger name:   ");
-        GLConsole::print(type.name);
+        Log::print("\nTrigger id: ");
+        Log::print(id);
+        Log::print("\t\t");
+        Log::print("Trigger name:   ");
+        Log::print(type.name);
     }
 }
 
@@ -337,13 +338,13 @@ void TriggerManager::conCmdTriggerCreate(const std::string& arguments) {
     if (words.size() != createArguments ||
         !std::all_of(words.begin(), std::next(words.begin(), createIds), isInteger) ||
         !std::all_of(std::next(words.begin(), createIds), words.end(), isNumeric)) {
-        GLConsole::print("\nUSAGE: TriggerCreate ");
-        GLConsole::print("< id : integer > ");
-        GLConsole::print("< target id : integer > ");
-        GLConsole::print("< x : number > ");
-        GLConsole::print("< y : number > ");
-        GLConsole::print("< w : number > ");
-        GLConsole::print("< h : number > ");
+        Log::print("\nUSAGE: TriggerCreate ");
+        Log::print("< id : integer > ");
+        Log::print("< target id : integer > ");
+        Log::print("< x : number > ");
+        Log::print("< y : number > ");
+        Log::print("< w : number > ");
+        Log::print("< h : number > ");
         return;
     }
     float numbers[createArguments - createIds] = {}; // x, y, width, height

@@ -4,6 +4,7 @@
 #include "core/ConfigFile.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "game/Camera.h"
 #include "particles/CircleCollision.h"
 #include "particles/FreezeField.h"
@@ -62,7 +63,7 @@ ParticleGroupMover::State ParticleGroupMover::state;
 void ParticleGroupMover::initialise() {
     TARNWICK_LOCATION("ParticleGroupMover::initialise");
     shutdown();
-    GLConsole::print("\nInitialising grouped particle mover..");
+    Log::print("\nInitialising grouped particle mover..");
     state.groupDebugDraw = false;
     GLConsole::addCommand("ParticleGroupCount", conCmdParticleGroupCount);
     GLConsole::addCommand("ParticleGroupDraw", conCmdParticleGroupDraw);
@@ -75,7 +76,7 @@ void ParticleGroupMover::initialise() {
 
 void ParticleGroupMover::shutdown() {
     TARNWICK_LOCATION("ParticleGroupMover::shutdown");
-    GLConsole::print("\nShutting down grouped particle mover..");
+    Log::print("\nShutting down grouped particle mover..");
     groups.clear();
     state.groupDebugDraw = false;
     GLConsole::removeCommand("ParticleGroupCount");

@@ -4,6 +4,7 @@
 #include "core/ConfigFile.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Random.h"
 #include "core/Strings.h"
 #include "game/Camera.h"
@@ -34,7 +35,7 @@ ParticleManager::State ParticleManager::state;
 void ParticleManager::initialise() {
     TARNWICK_LOCATION("ParticleManager::initialise");
     shutdown();
-    GLConsole::print("\nInitialising particle manager..");
+    Log::print("\nInitialising particle manager..");
     ParticleMover::initialise();
     ParticleGroupMover::initialise();
     CircleCollision::prepare(); // now, and not in the level's first tick
@@ -56,7 +57,7 @@ void ParticleManager::initialise() {
 
 void ParticleManager::shutdown() {
     TARNWICK_LOCATION("ParticleManager::shutdown");
-    GLConsole::print("\nShutting down particle manager..");
+    Log::print("\nShutting down particle manager..");
     particles.clear();
     ParticleMover::shutdown();
     ParticleGroupMover::shutdown();
@@ -218,13 +219,13 @@ void ParticleManager::conCmdParticleCreate(const std::string& arguments) {
     const std::vector<std::string> words(wordList.begin(), wordList.end());
     if (words.size() != createArgumentCount || !slStringIsNumeric(words[0]) || !slStringIsNumeric(words[1]) ||
         !slStringIsNumeric(words[2]) || !slStringIsInteger(words[3])) {
-        GLConsole::print("\nUsage: ParticleCreate < x : number > < y : number > < radius : number > "
-                         "< amount : integer number > ");
+        Log::print("\nUsage: ParticleCreate < x : number > < y : number > < radius : number > "
+                   "< amount : integer number > ");
         return;
     }
     const std::int32_t amount = slStringToInt(words[3]);
     if (amount <= 0) {
-        GLConsole::print("\nInvalid number of particles to make");
+        Log::print("\nInvalid number of particles to make");
         return;
     }
     const float x = slStringToFloat(words[0]);

@@ -1,8 +1,8 @@
 #include "particles/ParticleMover.h"
 
-#include "console/GLConsole.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/Log.h"
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "particles/CircleCollision.h"
@@ -40,13 +40,13 @@ ParticleMover::State ParticleMover::state;
 
 void ParticleMover::initialise() {
     TARNWICK_LOCATION("ParticleMover::initialise");
-    GLConsole::print("\nInitialising particle mover..");
+    Log::print("\nInitialising particle mover..");
     std::ranges::fill(particleGrid, nullptr);
 }
 
 void ParticleMover::shutdown() {
     TARNWICK_LOCATION("ParticleMover::shutdown");
-    GLConsole::print("\nShutting down particle mover..");
+    Log::print("\nShutting down particle mover..");
     std::ranges::fill(particleGrid, nullptr);
 }
 

@@ -1,30 +1,22 @@
 #pragma once
 
 #include "console/GLConsole.h"
-#include "support/ModuleTest.h"
+#include "support/LogTest.h"
 
 #include <cstdint>
 #include <string>
-#include <utility>
 
 namespace tarnwick {
 
 /// A console without commands, configuration and text; and the view of its inside that the tests need.
-class GLConsoleTest : public ModuleTest {
+class GLConsoleTest : public LogTest {
 protected:
-    static constexpr const char* titleBar =
-        "\n\n****************************************************************\n\n";
-
     static std::string line() { return std::string(GLConsole::state.input.text()); }
     static void setLine(const std::string& text) { GLConsole::state.input.set(text); }
     static std::uint32_t cursor() { return GLConsole::state.input.cursor(); }
     static std::int32_t historyIndex() { return GLConsole::state.historyIndex; }
     static std::string history(std::size_t entry) { return GLConsole::state.commandHistory[entry]; }
     static std::string completionTerm() { return GLConsole::state.autoCompleteTerm; }
-    static bool logging() { return GLConsole::state.loggingEnabled; }
-    static std::string logFileName() { return GLConsole::state.logFileName; }
-    static void setLogFileName(std::string name) { GLConsole::state.logFileName = std::move(name); }
-    static std::uint32_t writeIndex() { return GLConsole::state.outputWriteIndex; }
     static std::uint32_t fontSize() { return GLConsole::state.fontSize; }
     using Rgb = GLConsole::Rgb;
     static Rgb outputTextColour() { return GLConsole::state.outputText; }
@@ -43,8 +35,8 @@ protected:
     /// What a picture shows: the text from the draw start to the write index, round the ring.
     static std::string shownText() {
         std::string text;
-        for (std::size_t i = drawStart(); i != writeIndex(); i = (i + 1) % GLConsole::outputCapacity) {
-            text += GLConsole::outputBuffer[i];
+        for (std::size_t i = drawStart(); i != Log::outputWriteIndex(); i = (i + 1) % Log::outputCapacity) {
+            text += Log::outputByte(i);
         }
         return text;
     }

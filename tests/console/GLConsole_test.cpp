@@ -6,14 +6,13 @@
 
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <sstream>
 
 namespace tarnwick {
 
 namespace {
 
-constexpr std::size_t ring = GLConsole::outputCapacity;
+constexpr std::size_t ring = Log::outputCapacity;
 
 std::string fileText(const std::string& name) {
     std::ifstream file(name, std::ios::binary);
@@ -24,75 +23,7 @@ std::string fileText(const std::string& name) {
 
 } // namespace
 
-// Printing
-
-TEST_F(GLConsoleTest, NothingIsPrintedAtTheStart) {
-    EXPECT_EQ(GLConsole::outputText(), "");
-    EXPECT_EQ(writeIndex(), 0u);
-}
-
-TEST_F(GLConsoleTest, EachTypeIsPrintedInItsFormat) {
-    GLConsole::print("text ");
-    GLConsole::print(std::string("string "));
-    GLConsole::print('c');
-    GLConsole::print(4'294'967'295u);
-    GLConsole::print(-17);
-    GLConsole::print(0.1f);
-    GLConsole::print(0.1);
-    GLConsole::print(true);
-    GLConsole::print(false);
-
-    EXPECT_EQ(GLConsole::outputText(), "text string c4294967295-170.1000000.100000truefalse");
-}
-
-TEST_F(GLConsoleTest, NullIsNotPrinted) {
-    const char* nothing = nullptr;
-
-    GLConsole::print(nothing);
-
-    EXPECT_EQ(GLConsole::outputText(), "");
-}
-
-TEST_F(GLConsoleTest, TheLargestNumbersArePrintedWhole) {
-    GLConsole::print(std::numeric_limits<double>::lowest());
-
-    const std::string printed = GLConsole::outputText();
-    EXPECT_EQ(printed.size(), 317u); // a sign, 309 digits, the point and 6 digits
-    EXPECT_TRUE(printed.starts_with("-179769313486231570814527423731704356798070567525844996598917476803"));
-    EXPECT_TRUE(printed.ends_with("858368.000000"));
-}
-
-TEST_F(GLConsoleTest, ATitleStandsBetweenBars) {
-    GLConsole::printTitle("Level loading");
-    GLConsole::printTitle(std::string("Memory"));
-
-    const std::string bar = titleBar;
-    EXPECT_EQ(GLConsole::outputText(), bar + "Level loading" + bar + bar + "Memory" + bar);
-    EXPECT_EQ(bar, "\n\n" + std::string(64, '*') + "\n\n");
-}
-
-TEST_F(GLConsoleTest, TheOldestTextIsOverwritten) {
-    GLConsole::print(std::string(ring - 3, 'a'));
-    GLConsole::print("12345");
-
-    EXPECT_EQ(writeIndex(), 2u);
-    EXPECT_EQ(GLConsole::outputText(), std::string(ring - 5, 'a') + "12345");
-}
-
-TEST_F(GLConsoleTest, ARingFilledToTheLastByteStartsAgainAtZero) {
-    GLConsole::print(std::string(ring, 'a'));
-
-    EXPECT_EQ(writeIndex(), 0u);
-    EXPECT_EQ(GLConsole::outputText(), std::string(ring, 'a'));
-}
-
-TEST_F(GLConsoleTest, OfATextLongerThanTheRingTheEndStays) {
-    const std::string text = std::string(ring, 'a') + std::string(ring, 'b') + "end";
-
-    GLConsole::print(text);
-
-    EXPECT_EQ(GLConsole::outputText(), text.substr(text.size() - ring));
-}
+// Clearing
 
 TEST_F(GLConsoleTest, ClearingEmptiesTheTextAndTheLine) {
     GLConsole::print(std::string(ring + 5, 'a'));
@@ -101,7 +32,7 @@ TEST_F(GLConsoleTest, ClearingEmptiesTheTextAndTheLine) {
     GLConsole::clear();
 
     EXPECT_EQ(GLConsole::outputText(), "");
-    EXPECT_EQ(writeIndex(), 0u);
+    EXPECT_EQ(Log::outputWriteIndex(), 0u);
     EXPECT_EQ(line(), "");
     EXPECT_EQ(cursor(), 0u);
     setPicture(80, 16);
@@ -242,7 +173,7 @@ TEST_F(GLConsoleConfigTest, TheColoursAndTheCellAreRead) {
     EXPECT_EQ(inputBackground(), (Rgb{0.8f, 0.9f, 0.11f}));
     EXPECT_EQ(inputBorder(), (Rgb{0.12f, 0.13f, 0.14f}));
     EXPECT_EQ(inputTextColour(), (Rgb{0.15f, 0.16f, 0.17f}));
-    EXPECT_FALSE(logging());
+    EXPECT_FALSE(Log::loggingEnabled());
     EXPECT_EQ(GLConsole::outputText(), "");
 }
 
@@ -269,13 +200,14 @@ TEST_F(GLConsoleConfigTest, LoggingCanStartWithTheProgram) {
 
     GLConsole::initialise();
 
-    EXPECT_TRUE(logging());
+    EXPECT_TRUE(Log::loggingEnabled());
     EXPECT_EQ(GLConsole::outputText(), "\nCommencing console log to ConsoleLog.txt");
     EXPECT_EQ(fileText("ConsoleLog.txt"), GLConsole::outputText());
 }
 
 // Logging
 
+/// Logs to a file of its own.
 class GLConsoleLogTest : public GLConsoleTest {
 protected:
     GLConsoleLogTest() { setLogFileName(fileName); }
@@ -288,118 +220,13 @@ protected:
         testing::TempDir() + testing::UnitTest::GetInstance()->current_test_info()->name() + ".txt";
 };
 
-TEST_F(GLConsoleLogTest, TheLogIsCalledConsoleLog) {
-    ModuleReset::all();
-
-    const std::string answer = answerTo("no command");
-
-    EXPECT_FALSE(logging());
-    EXPECT_EQ(answer, "\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
-    EXPECT_EQ(logFileName(), "ConsoleLog.txt");
-}
-
-TEST_F(GLConsoleLogTest, TheLogMirrorsWhatIsPrintedAtOnce) {
-    GLConsole::print("before");
-    GLConsole::enableLogging();
-    GLConsole::print("\nnumber ");
-    GLConsole::print(5);
-
-    const std::string logged = fileText(fileName); // still open
-
-    EXPECT_TRUE(logging());
-    EXPECT_EQ(logged, "\nCommencing console log to " + fileName + "\nnumber 5");
-    EXPECT_EQ(GLConsole::outputText(), "before" + logged);
-}
-
-TEST_F(GLConsoleLogTest, StoppingTellsWhereTheLogIs) {
-    GLConsole::enableLogging();
-    GLConsole::clear();
-
-    GLConsole::disableLogging();
-    GLConsole::print("after");
-
-    EXPECT_FALSE(logging());
-    EXPECT_EQ(GLConsole::outputText(), "\nLogging stopped. All output saved to " + fileName + "after");
-    EXPECT_EQ(fileText(fileName), "\nCommencing console log to " + fileName);
-}
-
-TEST_F(GLConsoleLogTest, StartingAgainEmptiesTheFile) {
-    GLConsole::enableLogging();
-    GLConsole::print("a long text of the first run");
-    GLConsole::disableLogging();
-
-    GLConsole::enableLogging();
-
-    EXPECT_EQ(fileText(fileName), "\nCommencing console log to " + fileName);
-}
-
-TEST_F(GLConsoleLogTest, StartingTwiceChangesNothing) {
-    GLConsole::enableLogging();
-    GLConsole::print("kept");
-    GLConsole::clear();
-
-    GLConsole::enableLogging();
-
-    EXPECT_EQ(GLConsole::outputText(), "");
-    EXPECT_TRUE(fileText(fileName).ends_with("kept"));
-}
-
-TEST_F(GLConsoleLogTest, StoppingWithoutALogSaysNothing) {
-    GLConsole::disableLogging();
-
-    EXPECT_EQ(GLConsole::outputText(), "");
-}
-
-TEST_F(GLConsoleLogTest, AFileThatCannotBeOpenedIsReported) {
-    setLogFileName("/no such folder/log.txt");
-
-    GLConsole::enableLogging();
-
-    EXPECT_FALSE(logging());
-    EXPECT_EQ(GLConsole::outputText(), "\nUnable to write log to /no such folder/log.txt");
-}
-
-TEST_F(GLConsoleLogTest, AfterAFailureTheNextTryStandsOnItsOwn) {
-    setLogFileName("/no such folder/log.txt");
-    GLConsole::enableLogging();
-    setLogFileName(fileName);
-
-    GLConsole::enableLogging();
-
-    EXPECT_TRUE(logging());
-    EXPECT_EQ(fileText(fileName), "\nCommencing console log to " + fileName);
-}
-
-TEST_F(GLConsoleLogTest, AWriteErrorEndsTheLogAndPrintingGoesOn) {
-    setLogFileName("/dev/full");
-
-    GLConsole::enableLogging();
-    GLConsole::print("\nafter");
-
-    EXPECT_FALSE(logging());
-    EXPECT_EQ(GLConsole::outputText(),
-              "\nLogging to /dev/full stopped because of a write error." // each text goes to the log first
-              "\nCommencing console log to /dev/full\nafter");
-}
-
-TEST_F(GLConsoleLogTest, AfterAWriteErrorALogCanStartAgain) {
-    setLogFileName("/dev/full");
-    GLConsole::enableLogging();
-    setLogFileName(fileName);
-
-    GLConsole::enableLogging();
-
-    EXPECT_TRUE(logging());
-    EXPECT_EQ(fileText(fileName), "\nCommencing console log to " + fileName);
-}
-
 TEST_F(GLConsoleLogTest, ShuttingDownEndsTheLog) {
     GLConsole::enableLogging();
     GLConsole::clear();
 
     GLConsole::shutdown();
 
-    EXPECT_FALSE(logging());
+    EXPECT_FALSE(Log::loggingEnabled());
     EXPECT_EQ(GLConsole::outputText(), "\nLogging stopped. All output saved to " + fileName);
 }
 
@@ -411,7 +238,7 @@ TEST_F(GLConsoleLogTest, TheCommandStartsAndStopsTheLog) {
               "\nCommencing console log to " + fileName + "\nLogConsole is now true");
     EXPECT_EQ(answerTo("logconsole"), "\nLogConsole is true");
     EXPECT_EQ(answerTo("logconsole maybe"), "\nUSAGE: LogConsole < true OR false OR nothing >");
-    EXPECT_TRUE(logging());
+    EXPECT_TRUE(Log::loggingEnabled());
     EXPECT_EQ(answerTo("logconsole false"),
               "\nLogging stopped. All output saved to " + fileName + "\nLogConsole is now false");
 }

@@ -13,6 +13,7 @@
 #include "core/ConfigFile.h"
 #include "core/CrashReport.h"
 #include "core/DataFiles.h"
+#include "core/Log.h"
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/CheckPointTimesManager.h"
@@ -62,7 +63,6 @@ void ModuleReset::all() {
     FxParticleManager::emitters.clear();
     FxParticleManager::state = {};
     GLConsole::state = {};
-    GLConsole::outputBuffer.fill('\n');
     GLTextureManager::state = {};
     GLWindow::close();
     GLWindow::state = {};
@@ -80,6 +80,8 @@ void ModuleReset::all() {
     LevelObjectsManager::state = {};
     Level::polygons.clear();
     Level::state = {};
+    Log::state = {};
+    Log::outputBuffer.fill('\n');
     MusicSystem::shutdown();
     MusicSystem::state = {};
     MoverManager::movers.clear();
