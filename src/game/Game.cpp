@@ -132,6 +132,7 @@ float Game::getViewAreaY() {
 
 bool Game::initialise(const std::string& levelFile) {
     TARNWICK_LOCATION("Game::initialise");
+    state.begun = true;
     state.gameRunning = true;
     clearRequests();
     SplashScreen::run();
@@ -207,6 +208,7 @@ void Game::shutdown() {
     ParticleRenderer::shutdown();
     GameSfx_Water::shutdown();
     GameMenus::shutdown();
+    state.begun = false;
     state.gameRunning = false;
     state.cursorTexture.reset();
     state.gameFont.reset();

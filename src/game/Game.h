@@ -37,6 +37,8 @@ public:
     /// Asks for the start of the level at the end of the frame.
     static void restart();
     static bool running() { return state.gameRunning; }
+    /// From `initialise` to `shutdown`, also when the loop was told to end.
+    static bool begun() { return state.begun; }
     static bool paused() { return state.paused; }
     /// The level file now loaded, as it was asked for.
     static const std::string& currentMap() { return state.currentMapName; }
@@ -81,6 +83,7 @@ private:
 
     struct State {
         bool gameRunning = false;        ///< The frame loop goes on while it is set.
+        bool begun = false;              ///< There is something to shut down.
         bool stopRequested = false;      ///< Requests: each takes effect at the end of the frame.
         bool mapChangeRequested = false; ///< Loads `nextMapName`.
         bool restartRequested = false;

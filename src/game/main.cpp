@@ -1,5 +1,3 @@
-#include "audio/GameSfx_Ice.h"
-#include "audio/GameSfx_Steam.h"
 #include "audio/MusicSystem.h"
 #include "audio/SoundManager.h"
 #include "audio/SoundSystem.h"
@@ -7,8 +5,8 @@
 #include "core/CrashReport.h"
 #include "core/LocationStack.h"
 #include "game/Game.h"
-#include "game/GameRules.h"
 #include "game/HighScores.h"
+#include "game/Modules.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 #include "gui/IntroScreen.h"
@@ -38,18 +36,10 @@ void smoothEdges() {
     GLTextureManager::setAnisotropicFilteringLevel(16);
 }
 
-/// Those that no change of level deletes.
-void deleteLastingSounds() {
-    TARNWICK_LOCATION("deleteLastingSounds");
-    GameRules::shutdown();
-    GameSfx_Steam::shutdown();
-    GameSfx_Ice::shutdown();
-}
-
 } // namespace
 
 /// The program's start and stop. It takes no command line and no environment of its own, and reads its data
-/// from the working directory. Modules stop in the reverse order of their start.
+/// from the working directory.
 // no location: the first act empties the stack
 int main() {
     installCrashHandlers();
@@ -68,11 +58,6 @@ int main() {
         Game::run("maps\\testLevel.rivl");
     }
     HighScores::saveScores();
-    deleteLastingSounds();
-    SoundManager::shutdown();
-    SoundSystem::shutdown();
-    MusicSystem::shutdown();
-    GLConsole::shutdown();
-    GLTextureManager::shutdown();
+    Modules::shutdown();
     return 0;
 }

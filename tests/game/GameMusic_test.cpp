@@ -5,9 +5,7 @@
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
 #include "gui/GameMenus.h"
-#include "support/DataFolder.h"
-#include "support/LevelFileBuilder.h"
-#include "support/ModuleTest.h"
+#include "support/PlayTest.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -15,24 +13,18 @@
 namespace tarnwick {
 
 /// A running game with its music on a device that nobody hears.
-class GameMusicTest : public ModuleTest {
+class GameMusicTest : public PlayTest {
 protected:
     GameMusicTest() {
         SDL_SetHintWithPriority(SDL_HINT_AUDIODRIVER, "dummy", SDL_HINT_OVERRIDE);
-        data.write("maps/empty.rivl", LevelFileBuilder::write({}));
         data.write("cfg/game.cfg", "music = music\\play.ogg");
-        GLWindow::createHeadless(800, 600);
-        GLConsole::initialise();
         MusicSystem::initialise();
-        Game::initialise("maps\\empty.rivl");
-        GameMenus::setCurrentMenu(menu::none);
+        start();
         MusicSystem::play(TARNWICK_SOURCE_DIR "/data/music/play.ogg", true);
     }
     ~GameMusicTest() override { SDL_ResetHint(SDL_HINT_AUDIODRIVER); }
 
     static bool sounds() { return Mix_PlayingMusic() != 0; }
-
-    DataFolder data;
 };
 
 TEST_F(GameMusicTest, TheConfigurationNamesTheMusicOfPlay) {

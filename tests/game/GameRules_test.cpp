@@ -10,9 +10,7 @@
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "support/ConsoleAnswer.h"
-#include "support/DataFolder.h"
-#include "support/LevelFileBuilder.h"
-#include "support/ModuleTest.h"
+#include "support/PlayTest.h"
 
 #include <cmath>
 
@@ -20,25 +18,15 @@ namespace tarnwick {
 
 /// A level without anything whose water starts at (100, -40), with the camera on its water and the clock at
 /// 0. Half of the water is needed at the end, and the finish takes two seconds.
-class GameRulesTest : public ModuleTest {
+class GameRulesTest : public PlayTest {
 protected:
     GameRulesTest() {
-        LevelFile level;
         level.waterStart = {100, -40};
-        data.write("maps/empty.rivl", LevelFileBuilder::write(level));
         configure("finishWaterVolume = 0.5 finishAnimationTime = 2");
-        GLWindow::createHeadless(800, 600);
-        GLConsole::initialise();
-        start();
+        play();
     }
-    ~GameRulesTest() override { GLWindow::close(); }
 
     void configure(const std::string& settings) const { data.write("cfg/game.cfg", settings); }
-    static void start() {
-        Game::initialise("maps\\empty.rivl");
-        GameMenus::setCurrentMenu(menu::none);
-        Camera::setState(Camera::normal);
-    }
     static void setWater(std::size_t particles) { ParticleManager::particles.resize(particles); }
     static void setTime(std::uint32_t milliseconds) {
         GameRules::initialise(); // so that the time counts from 0
@@ -59,8 +47,6 @@ protected:
         }
         return reach;
     }
-
-    DataFolder data;
 };
 
 TEST_F(GameRulesTest, ALevelStartsWithItsCheckPointAtTheWater) {
@@ -284,7 +270,7 @@ TEST_F(GameRulesTest, WaterLostDuringTheFinishComesBackToo) {
 
 TEST_F(GameRulesTest, TheSimulationRunsDuringTheFinishAndStandsAfterIt) {
     data.write("cfg/water.cfg", "gravity = 700 roomTemperature = 20");
-    start();
+    play();
     GameRules::incrementEndOfLevelTriggerParticleCount(128);
     Game::tick(0.01f);
     const Vector2 atTheFinish = ParticleManager::particles.front().position;

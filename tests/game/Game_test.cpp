@@ -12,11 +12,8 @@
 #include "level/LevelObjectsManager.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
-#include "support/DataFolder.h"
 #include "support/Keyboard.h"
-#include "support/ModuleTest.h"
-
-#include <cstring>
+#include "support/PlayTest.h"
 
 namespace tarnwick {
 
@@ -26,26 +23,6 @@ constexpr float waterX = 100.0f;
 constexpr float waterY = -40.0f;
 constexpr float cameraX = -300.0f;
 constexpr float cameraY = 20.0f;
-
-/// A level file without any entity: header, seven empty sections, the start points.
-std::string emptyLevelFile() {
-    const std::int32_t words[] = {0x008F1397,
-                                  12,
-                                  0,
-                                  0,
-                                  0,
-                                  0,
-                                  0,
-                                  0,
-                                  0,
-                                  static_cast<std::int32_t>(waterX),
-                                  static_cast<std::int32_t>(waterY),
-                                  static_cast<std::int32_t>(cameraX),
-                                  static_cast<std::int32_t>(cameraY)};
-    std::string bytes(sizeof words, '\0');
-    std::memcpy(bytes.data(), words, sizeof words);
-    return bytes;
-}
 
 /// The mean that a batch of 16 frames of `milliseconds` each gives: summed up in float, as the game does.
 float batchMean(std::uint32_t milliseconds) {
@@ -60,32 +37,24 @@ float batchMean(std::uint32_t milliseconds) {
 
 /// An empty level in a data folder of its own, and a window of 800 by 600. Time stands unless a test moves
 /// it.
-class GameTest : public ModuleTest {
+class GameTest : public PlayTest {
 protected:
     GameTest() {
-        data.write("maps/empty.rivl", emptyLevelFile());
+        level.waterStart = {static_cast<std::int32_t>(waterX), static_cast<std::int32_t>(waterY)};
+        level.cameraStart = {static_cast<std::int32_t>(cameraX), static_cast<std::int32_t>(cameraY)};
+        writeLevel(data, level);
         data.write("cfg/water.cfg", "gravity = 700 roomTemperature = 20 particleKillTime = 0.5");
         data.write("cfg/camera.cfg",
                    "movementInterpolateSpeed = 0.25 waypointInterpolateSpeed = 0.25 maxAngle = 90 "
                    "keyboardTurnSpeed = 60");
-        GLWindow::createHeadless(800, 600);
-        GLConsole::initialise();
     }
-    ~GameTest() override { GLWindow::close(); }
 
-    static constexpr const char* level = "maps\\empty.rivl";
+    static constexpr const char* levelName = "maps\\scene.rivl";
 
-    /// Starts the level without the menu that comes up over it.
-    static void startFlying() {
-        Game::initialise(level);
-        GameMenus::setCurrentMenu(menu::none);
-    }
+    /// Starts the level with the camera on its way to the water.
+    void startFlying() const { PlayTest::start(); }
     /// Starts the level with the camera on the water, so that the simulation runs.
-    static void start() {
-        startFlying();
-        Camera::setPosition(waterX, waterY);
-        Camera::setState(Camera::normal);
-    }
+    void start() const { play({waterX, waterY}); }
     /// One frame, `milliseconds` after the last.
     void frame(std::uint32_t milliseconds) {
         now += milliseconds;
@@ -96,7 +65,6 @@ protected:
     static float fallSpeed() { return ParticleManager::particles.front().velocity.y; }
     static Game::State& state() { return Game::state; }
 
-    DataFolder data;
     std::uint32_t now = 0;
 };
 
@@ -122,13 +90,13 @@ TEST_F(GameTest, ASquareOrTallWindowShowsMoreAboveAndBelow) {
 }
 
 TEST_F(GameTest, ALevelStartsWithItsWaterAndTheCameraOnItsWay) {
-    const bool loaded = Game::initialise(level);
+    const bool loaded = Game::initialise(levelName);
 
     EXPECT_TRUE(loaded);
     EXPECT_EQ(ParticleManager::particles.size(), 128u);
     EXPECT_EQ(Camera::position(), (Vector2{cameraX, cameraY}));
     EXPECT_TRUE(Camera::movingTowardsWaypoint());
-    EXPECT_EQ(Game::currentMap(), level);
+    EXPECT_EQ(Game::currentMap(), levelName);
     EXPECT_TRUE(Game::running());
 }
 
@@ -144,7 +112,7 @@ TEST_F(GameTest, ALevelThatCannotBeLoadedLeavesTheLoopRunningOverNothing) {
 TEST_F(GameTest, WithoutAWindowNothingRuns) {
     GLWindow::close();
 
-    Game::run(level);
+    Game::run(levelName);
 
     EXPECT_FALSE(Game::running());
     EXPECT_TRUE(ParticleManager::particles.empty());
@@ -153,7 +121,7 @@ TEST_F(GameTest, WithoutAWindowNothingRuns) {
 TEST_F(GameTest, ARunEndsWithTheWindowAndGivesTheListenerBack) {
     sendWindowEvent(SDL_WINDOWEVENT_CLOSE);
 
-    Game::run(level);
+    Game::run(levelName);
 
     EXPECT_FALSE(GLWindow::exists());
     EXPECT_FALSE(Game::running());
@@ -165,7 +133,7 @@ TEST_F(GameTest, AGameThatRunsIsNotRunAgain) {
     ParticleManager::particles.resize(3);
     sendWindowEvent(SDL_WINDOWEVENT_CLOSE); // would end the second loop
 
-    Game::run(level);
+    Game::run(levelName);
     const bool open = GLWindow::exists();
     GLWindow::run();
 
@@ -354,18 +322,18 @@ TEST_F(GameTest, AStopComesBeforeAChangeOfLevel) {
     frame(10);
 
     EXPECT_FALSE(Game::running());
-    EXPECT_EQ(Game::currentMap(), level);
+    EXPECT_EQ(Game::currentMap(), levelName);
 }
 
 TEST_F(GameTest, AChangeOfLevelComesAtTheEndOfTheFrame) {
-    data.write("maps/other.rivl", emptyLevelFile());
+    writeLevel(data, level, "other");
     start();
     Game::map("maps\\other.rivl");
     const std::string before = Game::currentMap();
 
     frame(10);
 
-    EXPECT_EQ(before, level);
+    EXPECT_EQ(before, levelName);
     EXPECT_EQ(Game::currentMap(), "maps\\other.rivl");
     EXPECT_TRUE(Camera::movingTowardsWaypoint());
 }
@@ -374,7 +342,7 @@ TEST_F(GameTest, ARestartPutsTheWaterBackWithoutReadingTheFile) {
     start();
     ParticleManager::particles.resize(3);
     ParticleGroupMover::groups.emplace_back();
-    std::filesystem::remove(data.path() / "maps/empty.rivl");
+    std::filesystem::remove(data.path() / "maps/scene.rivl");
 
     GLConsole::runLine("Restart");
     frame(10);
@@ -519,7 +487,7 @@ TEST_F(GameTest, EveryTickDrawsSixNumbersForTheSoundsAlsoWhenNothingMoves) {
         }
         return draws;
     };
-    Game::initialise(level); // the camera flies
+    Game::initialise(levelName); // the camera flies
     const int inFlight = drawsOfATick();
     start();
     GLConsole::runLine("Pause true");

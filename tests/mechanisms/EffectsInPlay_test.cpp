@@ -13,10 +13,9 @@
 #include "level/LevelLoader.h"
 #include "mechanisms/ForceManager.h"
 #include "mechanisms/FxParticleManager.h"
-#include "support/DataFolder.h"
 #include "support/GameSceneTest.h"
 #include "support/LevelFileBuilder.h"
-#include "support/ModuleTest.h"
+#include "support/PlayTest.h"
 
 #include <filesystem>
 #include <iterator>
@@ -25,11 +24,9 @@
 namespace tarnwick {
 
 /// An empty level with two forces and three emitters, in a headless window.
-class EffectsInPlayTest : public ModuleTest {
+class EffectsInPlayTest : public PlayTest {
 protected:
     EffectsInPlayTest() {
-        GLWindow::createHeadless(800, 600);
-        GLConsole::initialise();
         data.write("cfg/water.cfg", "gravity = 700 roomTemperature = 20 particleKillTime = 0.5");
         data.write("fx/steady.cfg", "frequency = 0.01 texture1 = gfx\\a.tga");
         level.forces = {{8, {10, -20}, {3.0f, 7.0f}, 3.25f}, {0xFFFFFFFFu, {1, 2}, {0.0f, 0.0f}, -1.0f}};
@@ -37,20 +34,7 @@ protected:
                           {-12, {5, 6}, {0.0f, 0.0f}, "fx\\missing.cfg"},
                           {13, {7, 8}, {-0.0f, 0.0f}, ""}};
     }
-    ~EffectsInPlayTest() override { GLWindow::close(); }
 
-    bool load() {
-        data.write("maps/test.rivl", LevelFileBuilder::write(level));
-        return Level::load("maps\\test.rivl");
-    }
-    /// Starts the level with the camera on the water, so that the simulation runs.
-    void play() {
-        data.write("maps/test.rivl", LevelFileBuilder::write(level));
-        ASSERT_TRUE(Game::initialise("maps\\test.rivl"));
-        GameMenus::setCurrentMenu(menu::none);
-        Camera::setPosition(0.0f, 0.0f);
-        Camera::setState(Camera::normal);
-    }
     /// A random direction as a level draws it.
     static Vector2 drawDirection() {
         Vector2 direction;
@@ -59,9 +43,6 @@ protected:
         normaliseVector(direction);
         return direction;
     }
-
-    LevelFile level;
-    DataFolder data;
 };
 
 TEST_F(EffectsInPlayTest, ALevelHandsItsForcesOver) {

@@ -11,44 +11,24 @@
 #include "mechanisms/MoverManager.h"
 #include "particles/ParticleManager.h"
 #include "support/ConsoleAnswer.h"
-#include "support/DataFolder.h"
 #include "support/GameSceneTest.h"
 #include "support/LevelFileBuilder.h"
-#include "support/ModuleTest.h"
+#include "support/PlayTest.h"
 
 #include <string>
 
 namespace tarnwick {
 
 /// A lift of id 7 and a floor of id 8, in a headless window.
-class MoversInPlayTest : public ModuleTest {
+class MoversInPlayTest : public PlayTest {
 protected:
     MoversInPlayTest() {
-        GLWindow::createHeadless(800, 600);
-        GLConsole::initialise();
         data.write("cfg/water.cfg", "gravity = 700 roomTemperature = 20 particleKillTime = 0.5");
         level.polygons = {polygonRecord({{0, 0}, {40, 0}, {40, 10}, {0, 10}}, 7),
                           polygonRecord({{-100, 100}, {100, 100}, {100, 120}, {-100, 120}}, 8)};
         level.objects = {{7, "gfx\\wheel.tga", 2, {20, 5}, 0}};
         level.movers = {{7, 60.0f, {10, 20}, {10, -80}}, {9, -2.5f, {0, 0}, {0, 0}}};
     }
-    ~MoversInPlayTest() override { GLWindow::close(); }
-
-    bool load() {
-        data.write("maps/test.rivl", LevelFileBuilder::write(level));
-        return Level::load("maps\\test.rivl");
-    }
-    /// Starts the level with the camera on the water, so that the simulation runs.
-    void play() {
-        data.write("maps/test.rivl", LevelFileBuilder::write(level));
-        ASSERT_TRUE(Game::initialise("maps\\test.rivl"));
-        GameMenus::setCurrentMenu(menu::none);
-        Camera::setPosition(0.0f, 0.0f);
-        Camera::setState(Camera::normal);
-    }
-
-    LevelFile level;
-    DataFolder data;
 };
 
 TEST_F(MoversInPlayTest, ALevelHandsItsMoversOver) {

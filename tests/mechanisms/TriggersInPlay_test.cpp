@@ -16,9 +16,8 @@
 #include "mechanisms/Triggers_HeatSources.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
-#include "support/DataFolder.h"
 #include "support/LevelFileBuilder.h"
-#include "support/ModuleTest.h"
+#include "support/PlayTest.h"
 
 #include <algorithm>
 #include <bit>
@@ -29,18 +28,15 @@
 namespace tarnwick {
 
 /// A headless game without gravity, so that water stays where it is put.
-class TriggersInPlayTest : public ModuleTest {
+class TriggersInPlayTest : public PlayTest {
 protected:
     TriggersInPlayTest() {
-        GLWindow::createHeadless(800, 600);
-        GLConsole::initialise();
         data.write("cfg/water.cfg",
                    "roomTemperature = 20 particleKillTime = 0.5 "
                    "triggerTemperatureChangeSpeed = 100 triggerTemperatureChangeAmountIce = 30 "
                    "triggerTemperatureChangeAmountSteam = 130");
         data.write("cfg/game.cfg", "finishWaterVolume = 0.5 finishAnimationTime = 0.5");
     }
-    ~TriggersInPlayTest() override { GLWindow::close(); }
 
     static constexpr float dt = 0.0125f;
 
@@ -53,18 +49,10 @@ protected:
     void addGate(std::int32_t id, std::int32_t x) {
         level.polygons.push_back(polygonRecord({{x, -50}, {x + 10, -50}, {x + 10, 50}, {x, 50}}, id));
     }
-    bool load(const std::string& name = "test") {
-        data.write("maps/" + name + ".rivl", LevelFileBuilder::write(level));
-        return Level::load("maps\\" + name + ".rivl");
-    }
-    /// Starts the level with the camera at (0, 0), so that the simulation runs, and without water.
+    /// Plays the level without water.
     void play() {
-        data.write("maps/test.rivl", LevelFileBuilder::write(level));
-        ASSERT_TRUE(Game::initialise("maps\\test.rivl"));
-        GameMenus::setCurrentMenu(menu::none);
+        PlayTest::play();
         ParticleManager::particles.clear();
-        Camera::setPosition(0.0f, 0.0f);
-        Camera::setState(Camera::normal);
     }
     static Particle& addWater(float x, float y) {
         Particle& particle = ParticleManager::particles.emplace_back();
@@ -80,9 +68,6 @@ protected:
         return std::ranges::all_of(*Level::nodesOf(gate),
                                    [](const LevelBspNode* node) { return node->hasEdge; });
     }
-
-    LevelFile level;
-    DataFolder data;
 };
 
 TEST_F(TriggersInPlayTest, ALevelHandsItsTriggersOverWithAllThatTheyAimAt) {

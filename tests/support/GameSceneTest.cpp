@@ -1,12 +1,9 @@
 #include "support/GameSceneTest.h"
 
 #include "console/GLConsole.h"
-#include "game/Camera.h"
-#include "game/Game.h"
-#include "gui/GameMenus.h"
 #include "level/SurfaceTypeManager.h"
 #include "particles/ParticleManager.h"
-#include "support/LevelFileBuilder.h"
+#include "support/PlayTest.h"
 
 namespace tarnwick {
 
@@ -41,12 +38,8 @@ void GameSceneTest::addSquare(
 }
 
 void GameSceneTest::play() {
-    data.write("maps/scene.rivl", LevelFileBuilder::write(level));
-    ASSERT_TRUE(Game::initialise("maps\\scene.rivl"));
-    GameMenus::setCurrentMenu(menu::none);
+    playLevel(data, level, {400.0f, 300.0f});
     ParticleManager::particles.clear();
-    Camera::setPosition(400.0f, 300.0f);
-    Camera::setState(Camera::normal);
 }
 
 void GameSceneTest::addWater(float x, float y) {

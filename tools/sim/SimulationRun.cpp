@@ -1,7 +1,5 @@
 #include "tools/sim/SimulationRun.h"
 
-#include "audio/GameSfx_Ice.h"
-#include "audio/GameSfx_Steam.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "core/DataFiles.h"
@@ -11,7 +9,7 @@
 #include "game/Game.h"
 #include "game/GameRules.h"
 #include "game/HighScores.h"
-#include "graphics/GLTextureManager.h"
+#include "game/Modules.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
 #include "gui/GameMenus.h"
@@ -227,21 +225,13 @@ void writeSummary(const RunPosition& position, std::ostream& out) {
         << GameRules::getWaterScore() << " for the water\n";
 }
 
-/// Stops every module on each way out of a run, in the order of the program's end.
+/// Ends the modules on each way out of a run.
 class ModulesStop {
 public:
     ModulesStop() = default;
     ModulesStop(const ModulesStop&) = delete;
     ModulesStop& operator=(const ModulesStop&) = delete;
-    ~ModulesStop() {
-        Game::shutdown();
-        GameRules::shutdown();
-        GameSfx_Steam::shutdown();
-        GameSfx_Ice::shutdown();
-        GLConsole::shutdown();
-        GLTextureManager::shutdown();
-        GLWindow::close();
-    }
+    ~ModulesStop() { Modules::shutdown(); }
 };
 
 } // namespace
