@@ -1,7 +1,6 @@
 #include "core/CrashReport.h"
 
 #include "core/LocationStack.h"
-#include "graphics/GLWindow.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -211,13 +210,16 @@ void CrashReport::onStandstill(int /*signalNumber*/) {
 
 // no location: runs in a signal handler
 void CrashReport::closeWindow() {
+    if (state.windowClosing == nullptr) {
+        return;
+    }
     struct sigaction action {};
     action.sa_handler = onStandstill;
     action.sa_flags = SA_ONSTACK;
     sigemptyset(&action.sa_mask);
     sigaction(SIGALRM, &action, nullptr);
     alarm(longestClose);
-    GLWindow::close();
+    state.windowClosing();
     alarm(0);
 }
 

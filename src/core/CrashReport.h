@@ -17,9 +17,9 @@ void installCrashHandlers();
 /// own after a heading. A null entry is an unknown location and takes a line as well.
 void appendBacktrace(std::string& report);
 
-/// What happens on SIGABRT, SIGFPE, SIGILL, SIGINT, SIGSEGV and SIGTERM: the window is closed; the report,
-/// made of a fixed text, the kind of error and the locations at the moment of the fault, goes to standard
-/// error and, where there is a display, into a message box; the program ends with status 1.
+/// What happens on SIGABRT, SIGFPE, SIGILL, SIGINT, SIGSEGV and SIGTERM: the window, if there is one, is
+/// closed; the report, made of a fixed text, the kind of error and the locations at the moment of the fault,
+/// goes to standard error and, where there is a display, into a message box; the program ends with status 1.
 ///
 /// The box is shown by a small program of its own, `tarnwick-crash-box` beside this one, which is handed the
 /// report: after damage to the heap this process could not show one, for a lock of the heap may be held. For
@@ -38,15 +38,20 @@ public:
     /// Seconds that the window may take to close.
     static constexpr unsigned longestClose = 5;
 
+    /// Hands over how a report closes the window, for a full screen would hide the message box. Called before
+    /// the window is made; null, as at the start: there is nothing to close.
+    static void setWindowClosing(void (*close)()) { state.windowClosing = close; }
+
 private:
     friend class ModuleReset;
     friend void installCrashHandlers();
 
     struct State {
-        std::string report;     ///< Starts as the fixed text; with room for the rest.
-        std::string boxProgram; ///< Path of the program that shows the message box.
-        pid_t reporter = 0;     ///< Thread that makes the report; 0: none does. Atomic.
-        pid_t deliverer = 0;    ///< Thread that hands the finished report out; 0: none does. Atomic.
+        std::string report;                ///< Starts as the fixed text; with room for the rest.
+        std::string boxProgram;            ///< Path of the program that shows the message box.
+        void (*windowClosing)() = nullptr; ///< Null without a window.
+        pid_t reporter = 0;                ///< Thread that makes the report; 0: none does. Atomic.
+        pid_t deliverer = 0; ///< Thread that hands the finished report out; 0: none does. Atomic.
     };
     static State state;
 

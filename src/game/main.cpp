@@ -44,6 +44,7 @@ void smoothEdges() {
 int main() {
     installCrashHandlers();
     TARNWICK_LOCATION("main");
+    CrashReport::setWindowClosing(GLWindow::close);
     openWindow();
     GLTextureManager::initialise();
     GLConsole::initialise();

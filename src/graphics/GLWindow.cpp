@@ -3,7 +3,6 @@
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
 #include "graphics/GLWindowEventListener.h"
-#include "gui/SplashScreen.h"
 
 #include <GL/gl.h>
 #include <SDL.h>
@@ -117,7 +116,9 @@ void GLWindow::close() {
     if (!state.open || state.closing) {
         return;
     }
-    SplashScreen::stop(); // its thread draws into the window
+    if (state.endLending != nullptr) {
+        state.endLending();
+    }
     state.closing = true;
     if (state.eventListener != nullptr) {
         state.eventListener->windowClosed();

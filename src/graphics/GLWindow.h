@@ -190,7 +190,9 @@ public:
     // textures and lists can be filled, but what it draws nobody sees.
 
     /// For the main thread: gives the window away. False if it has no picture to draw, or is lent already.
-    static bool lend();
+    /// `endLending` is called when the window is about to close, for the other thread draws into it: it ends
+    /// the drawing and takes the window back.
+    static bool lend(void (*endLending)());
     /// For the main thread, when the other one is done.
     static void takeBack();
     /// For the other thread: a GL context of its own on the lent window, current, which shares nothing with
@@ -232,6 +234,7 @@ private:
         SDL_Window* windowHandle = nullptr; ///< Null without a window and in a headless one.
         void* renderingContext = nullptr;   ///< SDL's handle; current for the whole life of the window.
         SDL_Window* stageWindow = nullptr;  ///< Unseen; has the context while the window is lent, else null.
+        void (*endLending)() = nullptr;     ///< Null while the window is not lent.
         GLWindowEventListener* eventListener = nullptr; ///< Not owned.
         std::string title;
         bool fullscreen = false;

@@ -13,7 +13,7 @@ constexpr std::int32_t stageSize = 16; ///< Client pixels of the unseen window: 
 
 } // namespace
 
-bool GLWindow::lend() {
+bool GLWindow::lend(void (*endLending)()) {
     TARNWICK_LOCATION("GLWindow::lend");
     if (state.windowHandle == nullptr || state.stageWindow != nullptr) {
         return false;
@@ -29,6 +29,7 @@ bool GLWindow::lend() {
         SDL_GL_MakeCurrent(state.windowHandle, state.renderingContext);
         return false;
     }
+    state.endLending = endLending;
     return true;
 }
 
@@ -40,6 +41,7 @@ void GLWindow::takeBack() {
     SDL_GL_MakeCurrent(state.windowHandle, state.renderingContext);
     SDL_DestroyWindow(state.stageWindow);
     state.stageWindow = nullptr;
+    state.endLending = nullptr;
 }
 
 void* GLWindow::createLentContext() {

@@ -22,7 +22,7 @@ SplashScreen::State& SplashScreen::state = *new State;
 
 void SplashScreen::run() {
     TARNWICK_LOCATION("SplashScreen::run");
-    if (state.running || !GLWindow::lend()) {
+    if (state.running || !GLWindow::lend(stop)) {
         return;
     }
     state.previousListener = GLWindow::getEventListener();

@@ -226,6 +226,7 @@ int main(int argumentCount, char** arguments) {
         return 2;
     }
     tarnwick::installCrashHandlers();
+    tarnwick::CrashReport::setWindowClosing(tarnwick::GLWindow::close);
     way->second();
     return 0; // it did not crash
 }
