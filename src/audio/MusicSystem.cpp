@@ -1,6 +1,6 @@
 #include "audio/MusicSystem.h"
 
-#include "console/GLConsole.h"
+#include "core/CommandRegistry.h"
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
@@ -44,6 +44,12 @@ Mix_Music* openStream(const std::string& fileName) {
 
 MusicSystem::State MusicSystem::state;
 
+constexpr CommandRow MusicSystem::commands[] = {
+    {"MusicSystemInitialised", conCmdMusicSystemInitialised},
+    {"MusicPlay", conCmdMusicPlay},
+    {"MusicVolume", conCmdMusicVolume},
+};
+
 void MusicSystem::initialise() {
     TARNWICK_LOCATION("MusicSystem::initialise");
     state.initialised = state.initialised || openDevice();
@@ -51,9 +57,7 @@ void MusicSystem::initialise() {
                                  : "\nError initialising music subsystem.");
     state.pausedPosition = 0;
     state.volume = fullVolume;
-    GLConsole::addCommand("MusicSystemInitialised", conCmdMusicSystemInitialised);
-    GLConsole::addCommand("MusicPlay", conCmdMusicPlay);
-    GLConsole::addCommand("MusicVolume", conCmdMusicVolume);
+    CommandRegistry::add(commands);
 }
 
 void MusicSystem::shutdown() {
@@ -65,9 +69,7 @@ void MusicSystem::shutdown() {
         SDL_QuitSubSystem(SDL_INIT_AUDIO);
         state.initialised = false;
     }
-    GLConsole::removeCommand("MusicSystemInitialised");
-    GLConsole::removeCommand("MusicPlay");
-    GLConsole::removeCommand("MusicVolume");
+    CommandRegistry::remove(commands);
 }
 
 bool MusicSystem::play(const std::string& fileName, bool loop) {

@@ -8,6 +8,8 @@ struct _Mix_Music;
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// Plays one streamed music file at a time, independently of the sound effects. There is no playlist and no
 /// cross-fade: the callers (the intro, the start and the end of a game, the pause) say what to play. If no
 /// device could be opened every operation is without effect, and the game goes on in silence.
@@ -58,6 +60,7 @@ private:
     static bool startStream(double seconds);
     static void applyVolume();
 
+    static const CommandRow commands[];
     static bool conCmdMusicSystemInitialised();
     static void conCmdMusicPlay(const std::string& fileName);
     static std::int32_t conCmdMusicVolume(std::int32_t value, bool set);

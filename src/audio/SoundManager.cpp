@@ -3,7 +3,7 @@
 #include "audio/SoundBuffer.h"
 #include "audio/SoundSystem.h"
 #include "audio/WavFile.h"
-#include "console/GLConsole.h"
+#include "core/CommandRegistry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "core/MemoryFile.h"
@@ -26,6 +26,11 @@ std::string upperCased(const std::string& name) {
 
 SoundManager::State& SoundManager::state = *new State;
 
+constexpr CommandRow SoundManager::commands[] = {
+    {"SoundList", conCmdSoundList},
+    {"SoundMemory", conCmdSoundMemory},
+};
+
 SoundManager::SoundInternal::SoundInternal(std::unique_ptr<SoundBuffer> master)
     : buffer(std::move(master)) {
     TARNWICK_LOCATION("SoundManager::SoundInternal::SoundInternal");
@@ -36,15 +41,13 @@ SoundManager::SoundInternal::~SoundInternal() = default;
 void SoundManager::initialise() {
     TARNWICK_LOCATION("SoundManager::initialise");
     state.sounds.clear();
-    GLConsole::addCommand("SoundList", conCmdSoundList);
-    GLConsole::addCommand("SoundMemory", conCmdSoundMemory);
+    CommandRegistry::add(commands);
 }
 
 void SoundManager::shutdown() {
     TARNWICK_LOCATION("SoundManager::shutdown");
     state.sounds.clear();
-    GLConsole::removeCommand("SoundList");
-    GLConsole::removeCommand("SoundMemory");
+    CommandRegistry::remove(commands);
 }
 
 const SoundManager::SoundInternal& SoundManager::loadSound(const std::string& name) {

@@ -8,6 +8,7 @@
 
 namespace tarnwick {
 
+struct CommandRow;
 class SoundBuffer;
 
 /// The cache of all sound effects: the samples of a file are held once, counted by the sounds that have them
@@ -53,6 +54,7 @@ private:
     /// Never destroyed: sounds in the static lists of other modules may go after every other static object.
     static State& state;
 
+    static const CommandRow commands[];
     static void conCmdSoundList();
     static void conCmdSoundMemory();
 };

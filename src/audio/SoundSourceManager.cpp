@@ -1,23 +1,20 @@
 #include "audio/SoundSourceManager.h"
 
-#include "console/GLConsole.h"
+#include "core/CommandArguments.h"
+#include "core/CommandRegistry.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "core/Strings.h"
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
 #include "gui/GameMenus.h"
 
-#include <vector>
-
 namespace tarnwick {
 
 namespace {
 
-constexpr float smallestVolume = 0.0001f;  ///< A source below it is stopped.
-constexpr std::size_t createArguments = 6; ///< Of `SoundSourceCreate`.
+constexpr float smallestVolume = 0.0001f; ///< A source below it is stopped.
 
 /// Whether looping sources may be heard at all.
 bool levelIsHeard() {
@@ -29,14 +26,18 @@ bool levelIsHeard() {
 
 SoundSourceManager::State SoundSourceManager::state;
 
+constexpr CommandRow SoundSourceManager::commands[] = {
+    {"SoundSourceCreate", conCmdSoundSourceCreate},
+    {"SoundSourceCount", conCmdSoundSourceCount},
+    {"SoundSourceDraw", CommandVariable{&state.soundSourceDraw, "SoundSourceManager::conCmdSoundSourceDraw"}},
+};
+
 void SoundSourceManager::initialise() {
     TARNWICK_LOCATION("SoundSourceManager::initialise");
     shutdown();
     Log::print("\nInitialising sound source manager..");
     state.soundSourceDraw = false;
-    GLConsole::addCommand("SoundSourceCreate", conCmdSoundSourceCreate);
-    GLConsole::addCommand("SoundSourceCount", conCmdSoundSourceCount);
-    GLConsole::addCommand("SoundSourceDraw", conCmdSoundSourceDraw);
+    CommandRegistry::add(commands);
 }
 
 void SoundSourceManager::shutdown() {
@@ -44,9 +45,7 @@ void SoundSourceManager::shutdown() {
     Log::print("\nShutting down sound source manager..");
     state.onceSources.clear();
     state.loopingSources.clear();
-    GLConsole::removeCommand("SoundSourceCreate");
-    GLConsole::removeCommand("SoundSourceCount");
-    GLConsole::removeCommand("SoundSourceDraw");
+    CommandRegistry::remove(commands);
 }
 
 void SoundSourceManager::addSoundSource(const SoundSource& source) {
@@ -196,38 +195,23 @@ void SoundSourceManager::resetSounds() {
     }
 }
 
-void SoundSourceManager::conCmdSoundSourceCreate(const std::string& arguments) {
+void SoundSourceManager::conCmdSoundSourceCreate(const std::string& typed) {
     TARNWICK_LOCATION("SoundSourceManager::conCmdSoundSourceCreate");
-    std::list<std::string> list;
-    slSeparateArgs(arguments, list);
-    const std::vector<std::string> words(list.begin(), list.end());
-    if (words.size() != createArguments || !slStringIsNumeric(words[0]) || !slStringIsNumeric(words[1]) ||
-        !slStringIsNumeric(words[2]) || !slStringIsBoolean(words[3]) || !slStringIsInteger(words[4])) {
-        Log::print("\nUSAGE: SoundSourceCreate ");
-        Log::print("< x : number > < y : number > ");
-        Log::print("< strenght : number > ");
-        Log::print("< looping : true OR false > ");
-        Log::print("< id : integer > ");
-        Log::print("< fileName > ");
+    const CommandArguments arguments(
+        typed, "\nUSAGE: SoundSourceCreate < x : number > < y : number > < strenght : number > "
+               "< looping : true OR false > < id : integer > < fileName > ");
+    if (!arguments.fit()) {
         return;
     }
-    const Sound sound(words[5]);
-    addSoundSource(SoundSource(sound, slStringToFloat(words[0]), slStringToFloat(words[1]),
-                               slStringToBool(words[3]), slStringToInt(words[4]), slStringToFloat(words[2])));
+    const Sound sound(arguments.text(5));
+    addSoundSource(SoundSource(sound, arguments.number(0), arguments.number(1), arguments.boolean(3),
+                               arguments.integer(4), arguments.number(2)));
     updateAllSounds();
 }
 
 std::int32_t SoundSourceManager::conCmdSoundSourceCount() {
     TARNWICK_LOCATION("SoundSourceManager::conCmdSoundSourceCount");
     return static_cast<std::int32_t>(state.onceSources.size() + state.loopingSources.size());
-}
-
-bool SoundSourceManager::conCmdSoundSourceDraw(bool value, bool set) {
-    TARNWICK_LOCATION("SoundSourceManager::conCmdSoundSourceDraw");
-    if (set) {
-        state.soundSourceDraw = value;
-    }
-    return state.soundSourceDraw;
 }
 
 } // namespace tarnwick

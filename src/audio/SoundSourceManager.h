@@ -10,6 +10,8 @@
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// Owns the sound sources of the level: starts, stops and fades the looping ones with the view and the state
 /// of the game, and plays and silences sources for triggers.
 ///
@@ -72,9 +74,9 @@ private:
     /// The last source of the same sound before the first silent one; null if there is none.
     static const SoundSource* lastInStep(const SoundSource& source);
     static void drawSources(const Sources& sources);
-    static void conCmdSoundSourceCreate(const std::string& arguments);
+    static const CommandRow commands[];
+    static void conCmdSoundSourceCreate(const std::string& typed);
     static std::int32_t conCmdSoundSourceCount();
-    static bool conCmdSoundSourceDraw(bool value, bool set);
 };
 
 } // namespace tarnwick

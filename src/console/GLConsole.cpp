@@ -4,12 +4,12 @@
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "core/Strings.h"
-#include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
 
 #include <algorithm>
 #include <fstream>
+#include <utility>
 
 namespace tarnwick {
 
@@ -41,6 +41,11 @@ std::uint64_t memoryTableEntry(const std::string& label) {
 
 GLConsole::State GLConsole::state;
 
+constexpr CommandRow GLConsole::ownCommands[] = {
+    {"Quit", GLWindow::close},  {"Clear", clear},         {"Commands", conCmdCommands},
+    {"Version", conCmdVersion}, {"Memory", conCmdMemory}, {"LogConsole", conCmdLogConsole},
+};
+
 void GLConsole::initialise() {
     TARNWICK_LOCATION("GLConsole::initialise");
     clear();
@@ -52,7 +57,7 @@ void GLConsole::initialise() {
 void GLConsole::shutdown() {
     TARNWICK_LOCATION("GLConsole::shutdown");
     state.fontTexture.reset();
-    state.commands.clear();
+    CommandRegistry::clear();
     state.commandHistory.fill({});
     state.historyIndex = -1;
     state.autoCompleteTerm.clear();
@@ -67,7 +72,7 @@ void GLConsole::clear() {
 
 void GLConsole::clearCommands() {
     TARNWICK_LOCATION("GLConsole::clearCommands");
-    state.commands.clear();
+    CommandRegistry::clear();
     addBasicGLConsoleCommands();
 }
 
@@ -116,88 +121,11 @@ std::uint32_t GLConsole::getOutputBufferDrawStart() {
     return index + 1 == Log::outputCapacity ? 0 : index + 1;
 }
 
-// Registry
+// Commands
 
-void GLConsole::addCommand(const char* name, void (*function)()) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::voidType, false, false});
-}
-
-void GLConsole::addCommand(const char* name, void (*function)(std::int32_t)) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::integerType, true, false});
-}
-
-void GLConsole::addCommand(const char* name, void (*function)(bool)) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::booleanType, true, false});
-}
-
-void GLConsole::addCommand(const char* name, void (*function)(float)) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::floatType, true, false});
-}
-
-void GLConsole::addCommand(const char* name, void (*function)(const std::string&)) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::stringType, true, false});
-}
-
-void GLConsole::addCommand(const char* name, std::int32_t (*function)()) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::integerType, false, true});
-}
-
-void GLConsole::addCommand(const char* name, bool (*function)()) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::booleanType, false, true});
-}
-
-void GLConsole::addCommand(const char* name, float (*function)()) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::floatType, false, true});
-}
-
-void GLConsole::addCommand(const char* name, std::string (*function)()) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::stringType, false, true});
-}
-
-void GLConsole::addCommand(const char* name, std::int32_t (*function)(std::int32_t value, bool set)) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::integerType, true, true});
-}
-
-void GLConsole::addCommand(const char* name, bool (*function)(bool value, bool set)) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::booleanType, true, true});
-}
-
-void GLConsole::addCommand(const char* name, float (*function)(float value, bool set)) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::floatType, true, true});
-}
-
-void GLConsole::addCommand(const char* name, std::string (*function)(const std::string& value)) {
-    TARNWICK_LOCATION("GLConsole::addCommand");
-    addCommandInternal({name == nullptr ? "" : name, function, ConsoleCommand::stringType, true, true});
-}
-
-void GLConsole::addCommandInternal(const ConsoleCommand& command) {
-    TARNWICK_LOCATION("GLConsole::addCommandInternal");
-    const bool callable = std::visit([](auto function) { return function != nullptr; }, command.function);
-    const bool nameable = !command.name.empty() && command.name.find(' ') == std::string::npos;
-    if (callable && nameable && command.type <= ConsoleCommand::stringType) {
-        state.commands[upperCased(command.name)] = command;
-    }
-}
-
-std::int32_t GLConsole::removeCommand(const char* name) {
-    TARNWICK_LOCATION("GLConsole::removeCommand");
-    if (name != nullptr) {
-        state.commands.erase(upperCased(name));
-    }
-    return 0;
+void GLConsole::setBasicCommands(std::vector<CommandTable> tables) {
+    TARNWICK_LOCATION("GLConsole::setBasicCommands");
+    state.basicCommands = std::move(tables);
 }
 
 void GLConsole::runCommand() {
@@ -210,8 +138,8 @@ void GLConsole::runCommand() {
     const std::size_t blank = std::min(typed.find(' ', start), typed.size());
     const std::string word = upperCased(std::string(typed.substr(start, blank - start)));
     const std::string argument(typed.substr(std::min(blank + 1, typed.size())));
-    const auto found = state.commands.find(word);
-    if (found == state.commands.end()) {
+    const auto found = commands().find(word);
+    if (found == commands().end()) {
         print("\nUNKNOWN COMMAND. USE 'COMMANDS' FOR A LIST OF AVAILABLE COMMANDS.");
         return;
     }
@@ -321,13 +249,13 @@ void GLConsole::autoCompleteCommand() {
         startCompletion();
         return;
     }
-    const auto shown = state.commands.find(upperCased(std::string(state.input.text())));
-    if (shown == state.commands.end()) {
+    const auto shown = commands().find(upperCased(std::string(state.input.text())));
+    if (shown == commands().end()) {
         startCompletion();
         return;
     }
     const auto next = std::next(shown);
-    if (next == state.commands.end() || !next->first.starts_with(state.autoCompleteTerm)) {
+    if (next == commands().end() || !next->first.starts_with(state.autoCompleteTerm)) {
         state.input.set(state.autoCompleteTerm); // past the last match: round to the first
         startCompletion();
         return;
@@ -338,8 +266,8 @@ void GLConsole::autoCompleteCommand() {
 void GLConsole::startCompletion() {
     TARNWICK_LOCATION("GLConsole::startCompletion");
     state.autoCompleteTerm = upperCased(std::string(state.input.text()));
-    const auto match = state.commands.lower_bound(state.autoCompleteTerm);
-    if (match != state.commands.end() && match->first.starts_with(state.autoCompleteTerm) &&
+    const auto match = commands().lower_bound(state.autoCompleteTerm);
+    if (match != commands().end() && match->first.starts_with(state.autoCompleteTerm) &&
         match->first.size() <= InputLine::capacity) {
         state.input.set(match->second.name);
     }
@@ -350,22 +278,18 @@ void GLConsole::startCompletion() {
 
 void GLConsole::addBasicGLConsoleCommands() {
     TARNWICK_LOCATION("GLConsole::addBasicGLConsoleCommands");
-    addCommand("Quit", GLWindow::close);
-    addCommand("Clear", clear);
-    addCommand("Commands", conCmdCommands);
-    addCommand("Version", conCmdVersion);
-    addCommand("Memory", conCmdMemory);
-    addCommand("LogConsole", conCmdLogConsole);
-    addCommand("Map", conCmdMap);
-    addGraphicsCommands();
+    CommandRegistry::add(ownCommands);
+    for (const CommandTable table : state.basicCommands) {
+        CommandRegistry::add(table);
+    }
 }
 
 void GLConsole::conCmdCommands(const std::string& term) {
     TARNWICK_LOCATION("GLConsole::conCmdCommands");
     printTitle("Command list: Use Commands < term > to filter listings");
     const std::string wanted = upperCased(term.substr(std::min(term.find_first_not_of(' '), term.size())));
-    for (auto entry = state.commands.lower_bound(wanted);
-         entry != state.commands.end() && entry->first.starts_with(wanted); ++entry) {
+    for (auto entry = commands().lower_bound(wanted);
+         entry != commands().end() && entry->first.starts_with(wanted); ++entry) {
         print("\n");
         print(entry->second.name);
     }
@@ -403,18 +327,6 @@ bool GLConsole::conCmdLogConsole(bool value, bool set) {
         disableLogging();
     }
     return Log::loggingEnabled();
-}
-
-void GLConsole::conCmdMap(const std::string& levelFile) {
-    TARNWICK_LOCATION("GLConsole::conCmdMap");
-    if (levelFile.empty()) {
-        print("\nMap is ");
-        print(Game::currentMap());
-    } else if (Game::running()) {
-        Game::map(levelFile);
-    } else {
-        Game::run(levelFile);
-    }
 }
 
 } // namespace tarnwick

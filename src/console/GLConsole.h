@@ -1,7 +1,8 @@
 #pragma once
 
-#include "console/ConsoleCommand.h"
 #include "console/InputLine.h"
+#include "core/CommandRegistry.h"
+#include "core/ConsoleCommand.h"
 #include "core/Log.h"
 #include "graphics/GLTexture.h"
 #include "graphics/QuadArray.h"
@@ -12,13 +13,13 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tarnwick {
 
-/// The in-game text console: shows what the modules print and is the registry of typed commands.
+/// The in-game text console: shows what the modules print, and runs the commands that they registered.
 ///
-/// Every module registers its commands in its `initialise` and removes them in its `shutdown`. `Game` owns
-/// the flag that says whether the console is open, and hands it the keys while it is.
+/// `Game` owns the flag that says whether the console is open, and hands it the keys while it is.
 ///
 /// A command may do anything: start a level and with it a frame loop of its own, remove itself, destroy the
 /// window.
@@ -53,32 +54,16 @@ public:
     static void enableLogging() { Log::enableLogging(); }
     static void disableLogging() { Log::disableLogging(); }
 
-    /// Registers a command. The function's type says what the command is: a plain action; a setter (argument
-    /// only); a getter (value only); or a get-or-set, called with `set` false and a zero value to read and
-    /// with `set` true to write, which gives back the value that now holds. A get-or-set for strings has no
-    /// flag: an empty text reads.
-    ///
-    /// A command of the same name, in any case, is replaced. A null or empty name, a name with a blank in it
-    /// and a null function are ignored.
-    static void addCommand(const char* name, void (*function)());
-    static void addCommand(const char* name, void (*function)(std::int32_t));
-    static void addCommand(const char* name, void (*function)(bool));
-    static void addCommand(const char* name, void (*function)(float));
-    static void addCommand(const char* name, void (*function)(const std::string&));
-    static void addCommand(const char* name, std::int32_t (*function)());
-    static void addCommand(const char* name, bool (*function)());
-    static void addCommand(const char* name, float (*function)());
-    static void addCommand(const char* name, std::string (*function)());
-    static void addCommand(const char* name, std::int32_t (*function)(std::int32_t value, bool set));
-    static void addCommand(const char* name, bool (*function)(bool value, bool set));
-    static void addCommand(const char* name, float (*function)(float value, bool set));
-    static void addCommand(const char* name, std::string (*function)(const std::string& value));
+    // Commands go to the registry; see there.
+    static void addCommand(const char* name, const ConsoleCommand::Function& function) {
+        CommandRegistry::addCommand(name, function);
+    }
+    static std::int32_t removeCommand(const char* name) { return CommandRegistry::removeCommand(name); }
+    static const std::map<std::string, ConsoleCommand>& commands() { return CommandRegistry::commands(); }
 
-    /// Removes a command, in any case; null and a name that is not there are ignored. Always gives 0.
-    static std::int32_t removeCommand(const char* name);
-
-    /// The registry: upper-cased name to command, in the order in which they are listed and completed.
-    static const std::map<std::string, ConsoleCommand>& commands() { return state.commands; }
+    /// Hands over the basic commands of others: the console knows no module. Every `clearCommands` registers
+    /// them with the console's own; so this comes before `initialise`.
+    static void setBasicCommands(std::vector<CommandTable> tables);
 
     /// Executes the line in the input buffer and leaves the buffer alone. Bad input ends in a printed usage
     /// line.
@@ -112,7 +97,7 @@ private:
         std::int32_t historyIndex = -1;                          ///< Entry now shown; -1: none.
         /// What was typed before the first Tab of a completion run, upper-cased; empty: no run is on.
         std::string autoCompleteTerm;
-        std::map<std::string, ConsoleCommand> commands; ///< By upper-cased name.
+        std::vector<CommandTable> basicCommands; ///< Those that others handed over.
 
         std::uint32_t fontSize = 8;             ///< Width and height of a character cell, pixels; at least 1.
         std::uint32_t columns = 80;             ///< Characters a row, at least 80.
@@ -139,7 +124,6 @@ private:
     static void drawText();
 
     static void addBasicGLConsoleCommands();
-    static void addCommandInternal(const ConsoleCommand& command);
 
     static void endOfRuns();
     static void enterLine();
@@ -148,24 +132,11 @@ private:
     static void autoCompleteCommand();
     static void startCompletion();
 
+    static const CommandRow ownCommands[];
     static void conCmdCommands(const std::string& term);
     static std::string conCmdVersion();
     static void conCmdMemory();
     static bool conCmdLogConsole(bool value, bool set);
-    static void conCmdMap(const std::string& levelFile);
-
-    static void addGraphicsCommands();
-    static bool conCmdFullscreen(bool value, bool set);
-    static void conCmdRenderer();
-    static void conCmdTextureList();
-    static void conCmdTextureMemory();
-    static void conCmdTextureReload();
-    static void conCmdExtensions();
-    static void conCmdIsExtension(const std::string& name);
-    static std::int32_t conCmdAntiAliasingSamples(std::int32_t value, bool set);
-    static std::int32_t conCmdAnisotropicFilteringLevel(std::int32_t value, bool set);
-    static bool conCmdVsyncEnable(bool value, bool set);
-    static std::int32_t conCmdTextureQuality(std::int32_t value, bool set);
 };
 
 } // namespace tarnwick

@@ -7,6 +7,7 @@
 #include "audio/SoundSourceManager.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
+#include "core/CommandRegistry.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
@@ -77,6 +78,17 @@ public:
 } // namespace
 
 Game::State Game::state;
+
+constexpr CommandRow Game::commands[] = {
+    {"ShowGameSpeeds", CommandVariable{&state.frameTime.shown, "Game::conCmdShowGameSpeeds"}},
+    {"ShowDrawSpeeds", CommandVariable{&state.drawTicks.shown, "Game::conCmdShowDrawSpeeds"}},
+    {"ShowSimSpeeds", CommandVariable{&state.simTicks.shown, "Game::conCmdShowSimSpeeds"}},
+    {"FreeCamera", CommandVariable{&state.freeCamera.enabled, "Game::conCmdFreeCamera"}},
+    {"ZoomCamera", conCmdZoomCamera},
+    {"ShakeCamera", conCmdShakeCamera},
+    {"Restart", conCmdRestart},
+    {"Pause", conCmdPause},
+};
 
 void Game::run(const std::string& levelFile) {
     TARNWICK_LOCATION("Game::run");
@@ -152,7 +164,7 @@ bool Game::load(const std::string& levelFile) {
     state.currentMapName = levelFile;
     state.tickAccumulator = tickThreshold; // so that the very first frame ticks
     putSwitchesBack();
-    addCommands();
+    CommandRegistry::add(commands);
     Log::printTitle("Game initialisation");
     Triggers_HeatSources_LoadSettings();
     ParticleManager::initialise();
@@ -202,7 +214,7 @@ void Game::startRules() {
 void Game::shutdown() {
     TARNWICK_LOCATION("Game::shutdown");
     Log::printTitle("Game shutdown");
-    removeCommands();
+    CommandRegistry::remove(commands);
     Level::clear();
     ParticleManager::shutdown();
     ParticleRenderer::shutdown();
@@ -399,54 +411,6 @@ void Game::setPaused(bool paused) {
     } else {
         MusicSystem::resume();
     }
-}
-
-void Game::addCommands() {
-    TARNWICK_LOCATION("Game::addCommands");
-    GLConsole::addCommand("ShowGameSpeeds", conCmdShowGameSpeeds);
-    GLConsole::addCommand("ShowDrawSpeeds", conCmdShowDrawSpeeds);
-    GLConsole::addCommand("ShowSimSpeeds", conCmdShowSimSpeeds);
-    GLConsole::addCommand("FreeCamera", conCmdFreeCamera);
-    GLConsole::addCommand("ZoomCamera", conCmdZoomCamera);
-    GLConsole::addCommand("ShakeCamera", conCmdShakeCamera);
-    GLConsole::addCommand("Restart", conCmdRestart);
-    GLConsole::addCommand("Pause", conCmdPause);
-}
-
-void Game::removeCommands() {
-    TARNWICK_LOCATION("Game::removeCommands");
-    GLConsole::removeCommand("ShowGameSpeeds");
-    GLConsole::removeCommand("ShowDrawSpeeds");
-    GLConsole::removeCommand("ShowSimSpeeds");
-    GLConsole::removeCommand("FreeCamera");
-    GLConsole::removeCommand("ZoomCamera");
-    GLConsole::removeCommand("ShakeCamera");
-    GLConsole::removeCommand("Restart");
-    GLConsole::removeCommand("Pause");
-}
-
-bool Game::conCmdShowGameSpeeds(bool value, bool set) {
-    TARNWICK_LOCATION("Game::conCmdShowGameSpeeds");
-    if (set) {
-        state.frameTime.shown = value;
-    }
-    return state.frameTime.shown;
-}
-
-bool Game::conCmdShowSimSpeeds(bool value, bool set) {
-    TARNWICK_LOCATION("Game::conCmdShowSimSpeeds");
-    if (set) {
-        state.simTicks.shown = value;
-    }
-    return state.simTicks.shown;
-}
-
-bool Game::conCmdFreeCamera(bool value, bool set) {
-    TARNWICK_LOCATION("Game::conCmdFreeCamera");
-    if (set) {
-        state.freeCamera.enabled = value;
-    }
-    return state.freeCamera.enabled;
 }
 
 void Game::conCmdZoomCamera() {

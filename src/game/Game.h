@@ -10,6 +10,7 @@
 
 namespace tarnwick {
 
+struct CommandRow;
 class ConfigFile;
 
 /// The conductor: runs the frame loop, decides when a tick happens and how long it is, and calls every
@@ -125,12 +126,7 @@ private:
     static void drawMenu();
     static void drawCursor(float offset, float shade);
     static void checkFreeCameraInput();
-    static void addCommands();
-    static void removeCommands();
-    static bool conCmdShowGameSpeeds(bool value, bool set);
-    static bool conCmdShowDrawSpeeds(bool value, bool set);
-    static bool conCmdShowSimSpeeds(bool value, bool set);
-    static bool conCmdFreeCamera(bool value, bool set);
+    static const CommandRow commands[];
     static void conCmdZoomCamera();
     static void conCmdShakeCamera();
     static void conCmdRestart();

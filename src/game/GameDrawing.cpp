@@ -153,12 +153,4 @@ void Game::drawCursor(float offset, float shade) {
     GuiDrawing::drawPicture(*state.cursorTexture, place, {}, {shade, shade, shade, 1.0f});
 }
 
-bool Game::conCmdShowDrawSpeeds(bool value, bool set) {
-    TARNWICK_LOCATION("Game::conCmdShowDrawSpeeds");
-    if (set) {
-        state.drawTicks.shown = value;
-    }
-    return state.drawTicks.shown;
-}
-
 } // namespace tarnwick

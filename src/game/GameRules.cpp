@@ -2,7 +2,7 @@
 
 #include "audio/MusicSystem.h"
 #include "audio/SoundSourceManager.h"
-#include "console/GLConsole.h"
+#include "core/CommandRegistry.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
@@ -54,6 +54,10 @@ std::uint32_t particlesIn(float share, std::uint32_t count) {
 
 GameRules::State GameRules::state;
 
+constexpr CommandRow GameRules::commands[] = {
+    {"TimePrint", CommandVariable{&state.timePrintEnabled, "GameRules::conCmdTimePrint"}},
+};
+
 void GameRules::initialise() {
     TARNWICK_LOCATION("GameRules::initialise");
     const Vector2 start = Level::waterStart();
@@ -65,7 +69,7 @@ void GameRules::initialise() {
     state.endOfLevelParticleCount = 0;
     readConfiguration();
     state.finishTimeLeft = state.finishAnimationTime;
-    GLConsole::addCommand("TimePrint", conCmdTimePrint);
+    CommandRegistry::add(commands);
     state.levelTimer.reset();
 }
 
@@ -95,7 +99,7 @@ void GameRules::shutdown() {
     state.finishAnimation.reset();
     state.deadSound.reset();
     state.finishSound.reset();
-    GLConsole::removeCommand("TimePrint");
+    CommandRegistry::remove(commands);
     state.endOfLevelParticleCount = 0;
 }
 
@@ -238,14 +242,6 @@ void GameRules::printTime() {
                   time % millisecondsInHour / millisecondsInMinute,
                   time % millisecondsInMinute / millisecondsInSecond, time % millisecondsInSecond / 10);
     Log::print(text);
-}
-
-bool GameRules::conCmdTimePrint(bool value, bool set) {
-    TARNWICK_LOCATION("GameRules::conCmdTimePrint");
-    if (set) {
-        state.timePrintEnabled = value;
-    }
-    return state.timePrintEnabled;
 }
 
 } // namespace tarnwick

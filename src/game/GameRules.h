@@ -9,6 +9,8 @@
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// What makes a game of the simulation: the level's time, the water that is left, the scores, the last check
 /// point, the return of water that was all lost, and the finish.
 ///
@@ -90,7 +92,7 @@ private:
     static void runFinish(float dt);
     static void printTime();
 
-    static bool conCmdTimePrint(bool value, bool set);
+    static const CommandRow commands[];
 };
 
 } // namespace tarnwick

@@ -4,6 +4,7 @@
 #include "console/GLConsole.h"
 #include "core/CrashReport.h"
 #include "core/LocationStack.h"
+#include "game/BasicCommands.h"
 #include "game/Game.h"
 #include "game/HighScores.h"
 #include "game/Modules.h"
@@ -47,6 +48,7 @@ int main() {
     CrashReport::setWindowClosing(GLWindow::close);
     openWindow();
     GLTextureManager::initialise();
+    BasicCommands::handOver();
     GLConsole::initialise();
     MusicSystem::initialise();
     SoundSystem::initialise();

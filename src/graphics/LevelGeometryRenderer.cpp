@@ -1,6 +1,6 @@
 #include "graphics/LevelGeometryRenderer.h"
 
-#include "console/GLConsole.h"
+#include "core/CommandRegistry.h"
 #include "core/FrameTimer.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
@@ -40,12 +40,17 @@ void emitTriangles(const Polygon2D& polygon, const GLTexture& texture) {
 
 LevelGeometryRenderer::State LevelGeometryRenderer::state;
 
+constexpr CommandRow LevelGeometryRenderer::commands[] = {
+    {"DrawLevelGeometry",
+     CommandVariable{&state.drawLevelGeometry, "LevelGeometryRenderer::conCmdDrawLevelGeometry"}},
+};
+
 void LevelGeometryRenderer::initialise() {
     TARNWICK_LOCATION("LevelGeometryRenderer::initialise");
     shutdown();
     Log::print("\nInitialising level geometry renderer...");
     state.drawLevelGeometry = true;
-    GLConsole::addCommand("DrawLevelGeometry", conCmdDrawLevelGeometry);
+    CommandRegistry::add(commands);
     FrameTimer timer;
     for (std::uint32_t& list : state.layerLists) {
         list = glGenLists(1);
@@ -79,7 +84,7 @@ void LevelGeometryRenderer::shutdown() {
             list = 0;
         }
     }
-    GLConsole::removeCommand("DrawLevelGeometry");
+    CommandRegistry::remove(commands);
 }
 
 void LevelGeometryRenderer::drawLayer(PolygonQueue& queue) {
@@ -126,14 +131,6 @@ void LevelGeometryRenderer::drawList(std::uint32_t layer) {
     if (state.layerLists[layer] != 0 && state.drawLevelGeometry) {
         glCallList(state.layerLists[layer]);
     }
-}
-
-bool LevelGeometryRenderer::conCmdDrawLevelGeometry(bool value, bool set) {
-    TARNWICK_LOCATION("LevelGeometryRenderer::conCmdDrawLevelGeometry");
-    if (set) {
-        state.drawLevelGeometry = value;
-    }
-    return state.drawLevelGeometry;
 }
 
 } // namespace tarnwick

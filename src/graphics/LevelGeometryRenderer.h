@@ -8,6 +8,8 @@
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// Draws the polygons that never move or vanish. When a level is loaded they are compiled into one display
 /// list a layer, ordered by texture; a layer is then one call a frame. What moves or vanishes is the business
 /// of `DynamicPolygonRenderer`.
@@ -46,7 +48,7 @@ private:
     static void drawLayer(PolygonQueue& queue);
     static void drawList(std::uint32_t layer);
 
-    static bool conCmdDrawLevelGeometry(bool value, bool set);
+    static const CommandRow commands[];
 };
 
 } // namespace tarnwick

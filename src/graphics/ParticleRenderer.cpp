@@ -1,6 +1,6 @@
 #include "graphics/ParticleRenderer.h"
 
-#include "console/GLConsole.h"
+#include "core/CommandRegistry.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
@@ -39,6 +39,10 @@ float fadeOf(const Particle& particle) {
 
 ParticleRenderer::State ParticleRenderer::state;
 
+constexpr CommandRow ParticleRenderer::commands[] = {
+    {"ParticleDraw", CommandVariable{&state.particleDrawEnabled, "ParticleRenderer::conCmdParticleDraw"}},
+};
+
 void ParticleRenderer::initialise() {
     TARNWICK_LOCATION("ParticleRenderer::initialise");
     shutdown();
@@ -52,7 +56,7 @@ void ParticleRenderer::initialise() {
     state.ice.expansion = config.getVarAsFloat("iceExpansion");
     state.velocityExpansion = std::abs(config.getVarAsFloat("velocityExpansion"));
     state.maxVelocityExpansion = std::abs(config.getVarAsFloat("maxVelocityExpansion"));
-    GLConsole::addCommand("ParticleDraw", conCmdParticleDraw);
+    CommandRegistry::add(commands);
 }
 
 void ParticleRenderer::readLook(const ConfigFile& config, const std::string& kind, Look& look) {
@@ -71,7 +75,7 @@ void ParticleRenderer::shutdown() {
     state.water.texture.reset();
     state.steam.texture.reset();
     state.ice.texture.reset();
-    GLConsole::removeCommand("ParticleDraw");
+    CommandRegistry::remove(commands);
 }
 
 void ParticleRenderer::draw() {
@@ -185,14 +189,6 @@ void ParticleRenderer::drawPass(const Look& look) {
         glBindTexture(GL_TEXTURE_2D, look.texture->textureId);
     }
     state.quads.draw();
-}
-
-bool ParticleRenderer::conCmdParticleDraw(bool value, bool set) {
-    TARNWICK_LOCATION("ParticleRenderer::conCmdParticleDraw");
-    if (set) {
-        state.particleDrawEnabled = value;
-    }
-    return state.particleDrawEnabled;
 }
 
 } // namespace tarnwick

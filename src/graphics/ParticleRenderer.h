@@ -11,6 +11,7 @@
 
 namespace tarnwick {
 
+struct CommandRow;
 class ConfigFile;
 
 /// Turns the particles into a picture, once a frame, between the second and the third layer of the level.
@@ -84,7 +85,7 @@ private:
     drawTrailedSprites(const Look& look, const Particles& particles, const float (&trailShares)[3]);
     static void drawPass(const Look& look);
 
-    static bool conCmdParticleDraw(bool value, bool set);
+    static const CommandRow commands[];
 };
 
 } // namespace tarnwick

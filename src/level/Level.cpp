@@ -1,7 +1,7 @@
 #include "level/Level.h"
 
 #include "audio/SoundSourceManager.h"
-#include "console/GLConsole.h"
+#include "core/CommandRegistry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "game/CheckPointTimesManager.h"
@@ -22,6 +22,10 @@ namespace tarnwick {
 std::list<Polygon2D> Level::polygons;
 Level::State Level::state;
 
+constexpr CommandRow Level::commands[] = {
+    {"DrawTriangles", CommandVariable{&state.drawTriangles, "Level::conCmdDrawTriangles"}},
+};
+
 bool Level::load(const std::string& fileName) {
     TARNWICK_LOCATION("Level::load");
     Log::printTitle("Level loading");
@@ -38,14 +42,14 @@ bool Level::load(const std::string& fileName) {
     CheckPointTimesManager::initialise();
     buildPolyNodeMap();
     playUntargetedSounds();
-    GLConsole::addCommand("DrawTriangles", conCmdDrawTriangles);
+    CommandRegistry::add(commands);
     return true;
 }
 
 void Level::clear() {
     TARNWICK_LOCATION("Level::clear");
     Log::print("\nClearing level data...");
-    GLConsole::removeCommand("DrawTriangles");
+    CommandRegistry::remove(commands);
     LevelGeometryRenderer::shutdown();
     LevelBspTree::clear();
     LevelObjectsManager::shutdown();
@@ -153,14 +157,6 @@ void Level::playUntargetedSounds() {
     }
     SoundSourceManager::playExcludedSounds(targeted);
     SoundSourceManager::updateAllSounds();
-}
-
-bool Level::conCmdDrawTriangles(bool value, bool set) {
-    TARNWICK_LOCATION("Level::conCmdDrawTriangles");
-    if (set) {
-        state.drawTriangles = value;
-    }
-    return state.drawTriangles;
 }
 
 } // namespace tarnwick

@@ -10,6 +10,7 @@
 
 namespace tarnwick {
 
+struct CommandRow;
 struct LevelBspNode;
 
 /// Owns the polygons of the one level in memory and conducts its load, restart and end. All else of a level
@@ -69,7 +70,7 @@ private:
     };
     static State state;
 
-    static bool conCmdDrawTriangles(bool value, bool set);
+    static const CommandRow commands[];
 };
 
 } // namespace tarnwick

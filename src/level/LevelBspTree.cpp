@@ -1,6 +1,7 @@
 #include "level/LevelBspTree.h"
 
-#include "console/GLConsole.h"
+#include "core/CommandArguments.h"
+#include "core/CommandRegistry.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
@@ -13,7 +14,6 @@
 #include <bit>
 #include <cmath>
 #include <limits>
-#include <list>
 
 namespace tarnwick {
 
@@ -81,15 +81,6 @@ LevelBspNode* firstOf(LevelBspNode* node) {
     return node;
 }
 
-/// Gives `flag` the value if `set`, and returns what it then is: a command on a plain switch.
-bool switchCommand(bool& flag, bool value, bool set) {
-    TARNWICK_LOCATION("LevelBspTree::switchCommand");
-    if (set) {
-        flag = value;
-    }
-    return flag;
-}
-
 template <typename Value>
 void printLine(const char* label, Value value) {
     TARNWICK_LOCATION("LevelBspTree::printLine");
@@ -112,13 +103,24 @@ void printWalkUsage() {
 
 LevelBspTree::State LevelBspTree::state;
 
+constexpr CommandRow LevelBspTree::commands[] = {
+    {"BspSize", conCmdBspSize},
+    {"BspDepth", conCmdBspDepth},
+    {"BspWalk", conCmdBspWalk},
+    {"BspWalkDraw", CommandVariable{&state.walkDraw, "LevelBspTree::conCmdBspWalkDraw"}},
+    {"BspCast", conCmdBspCast},
+    {"BspCastDraw", CommandVariable{&state.castDraw, "LevelBspTree::conCmdBspCastDraw"}},
+    {"BspSplitDraw", CommandVariable{&state.splitDraw, "LevelBspTree::conCmdBspSplitDraw"}},
+    {"BspNodeDraw", CommandVariable{&state.nodeDraw, "LevelBspTree::conCmdBspNodeDraw"}},
+};
+
 void LevelBspTree::create() {
     TARNWICK_LOCATION("LevelBspTree::create");
     clear();
     FrameTimer timer;
     clearDrawSwitches();
     Log::print("\nCreating the level bsp tree...");
-    addCommands();
+    CommandRegistry::add(commands);
     std::vector<LevelBspNode> edges = LevelBspBuilder::buildInitialNodeList(Level::polygons);
     LevelBspBuilder::optimiseInitialNodeList(edges);
     LevelBspBuilder::removeCaulkNodes(edges);
@@ -144,22 +146,7 @@ void LevelBspTree::clear() {
     state.depth = 0;
     state.nodes = {}; // gives the memory back, which `clear` does not
     state.crossings = {};
-    for (const char* name : {"BspSize", "BspDepth", "BspWalk", "BspWalkDraw", "BspCast", "BspCastDraw",
-                             "BspSplitDraw", "BspNodeDraw"}) {
-        GLConsole::removeCommand(name);
-    }
-}
-
-void LevelBspTree::addCommands() {
-    TARNWICK_LOCATION("LevelBspTree::addCommands");
-    GLConsole::addCommand("BspSize", conCmdBspSize);
-    GLConsole::addCommand("BspDepth", conCmdBspDepth);
-    GLConsole::addCommand("BspWalk", conCmdBspWalk);
-    GLConsole::addCommand("BspWalkDraw", conCmdBspWalkDraw);
-    GLConsole::addCommand("BspCast", conCmdBspCast);
-    GLConsole::addCommand("BspCastDraw", conCmdBspCastDraw);
-    GLConsole::addCommand("BspSplitDraw", conCmdBspSplitDraw);
-    GLConsole::addCommand("BspNodeDraw", conCmdBspNodeDraw);
+    CommandRegistry::remove(commands);
 }
 
 void LevelBspTree::clearDrawSwitches() {
@@ -293,24 +280,17 @@ void LevelBspTree::conCmdBspWalk(const std::string& direction) {
     Log::print(options);
 }
 
-bool LevelBspTree::conCmdBspWalkDraw(bool value, bool set) {
-    TARNWICK_LOCATION("LevelBspTree::conCmdBspWalkDraw");
-    return switchCommand(state.walkDraw, value, set);
-}
-
 void LevelBspTree::conCmdBspCast(const std::string& target) {
     TARNWICK_LOCATION("LevelBspTree::conCmdBspCast");
-    std::list<std::string> words;
-    slSeparateArgs(target, words);
-    if (words.size() != 2 || !slStringIsNumeric(words.front()) || !slStringIsNumeric(words.back())) {
-        Log::print("\nUSAGE: BspCast < number > < number >");
+    const CommandArguments place(target, "\nUSAGE: BspCast < number > < number >");
+    if (!place.fit()) {
         return;
     }
     if (!state.castTimer) {
         state.castTimer.emplace();
     }
     state.castTimer->reset();
-    castTestRays({slStringToFloat(words.front()), slStringToFloat(words.back())});
+    castTestRays({place.number(0), place.number(1)});
     state.castTimer->update();
 
     constexpr auto raysPerPass = static_cast<std::int32_t>(testRayCount);
@@ -336,21 +316,6 @@ void LevelBspTree::castTestRays(Vector2 start) {
             raycast(start, state.testRayEnds[ray]);
         }
     }
-}
-
-bool LevelBspTree::conCmdBspCastDraw(bool value, bool set) {
-    TARNWICK_LOCATION("LevelBspTree::conCmdBspCastDraw");
-    return switchCommand(state.castDraw, value, set);
-}
-
-bool LevelBspTree::conCmdBspSplitDraw(bool value, bool set) {
-    TARNWICK_LOCATION("LevelBspTree::conCmdBspSplitDraw");
-    return switchCommand(state.splitDraw, value, set);
-}
-
-bool LevelBspTree::conCmdBspNodeDraw(bool value, bool set) {
-    TARNWICK_LOCATION("LevelBspTree::conCmdBspNodeDraw");
-    return switchCommand(state.nodeDraw, value, set);
 }
 
 } // namespace tarnwick

@@ -13,6 +13,8 @@
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// One binary space partition of the level's fixed edges; every node is one edge. Built once per level load,
 /// never rebuilt in play: a polygon that a trigger removes only has its nodes switched off.
 ///
@@ -80,21 +82,17 @@ private:
     };
     static State state;
 
-    static void addCommands();
     static void clearDrawSwitches();
     static bool hitsWhereItStarts(const LevelBspNode& node, const Vector2& start, Vector2& end);
     static void castTestRays(Vector2 start);
 
     static void drawTestRays();
 
+    static const CommandRow commands[];
     static std::int32_t conCmdBspSize();
     static std::int32_t conCmdBspDepth();
     static void conCmdBspWalk(const std::string& direction);
-    static bool conCmdBspWalkDraw(bool value, bool set);
     static void conCmdBspCast(const std::string& target);
-    static bool conCmdBspCastDraw(bool value, bool set);
-    static bool conCmdBspSplitDraw(bool value, bool set);
-    static bool conCmdBspNodeDraw(bool value, bool set);
 };
 
 } // namespace tarnwick

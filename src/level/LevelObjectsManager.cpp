@@ -1,10 +1,11 @@
 #include "level/LevelObjectsManager.h"
 
 #include "console/GLConsole.h"
+#include "core/CommandArguments.h"
+#include "core/CommandRegistry.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "core/Strings.h"
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLFont.h"
@@ -79,6 +80,14 @@ std::list<LevelObject> LevelObjectsManager::staticObjects;
 std::list<LevelObject> LevelObjectsManager::animatedObjects;
 LevelObjectsManager::State LevelObjectsManager::state;
 
+constexpr CommandRow LevelObjectsManager::commands[] = {
+    {"ObjectsDraw", CommandVariable{&state.objectsDraw, "LevelObjectsManager::conCmdObjectsDraw"}},
+    {"ObjectsCull", CommandVariable{&state.objectsCull, "LevelObjectsManager::conCmdObjectsCull"}},
+    {"ObjectsCount", conCmdObjectsCount},
+    {"ObjectsDrawIds", CommandVariable{&state.objectsDrawIds, "LevelObjectsManager::conCmdObjectsDrawIds"}},
+    {"ObjectCreate", conCmdObjectCreate},
+};
+
 void LevelObjectsManager::initialise() {
     TARNWICK_LOCATION("LevelObjectsManager::initialise");
     shutdown();
@@ -86,11 +95,7 @@ void LevelObjectsManager::initialise() {
     state.objectsDraw = true;
     state.objectsCull = true;
     state.objectsDrawIds = false;
-    GLConsole::addCommand("ObjectsDraw", conCmdObjectsDraw);
-    GLConsole::addCommand("ObjectsCull", conCmdObjectsCull);
-    GLConsole::addCommand("ObjectsCount", conCmdObjectsCount);
-    GLConsole::addCommand("ObjectsDrawIds", conCmdObjectsDrawIds);
-    GLConsole::addCommand("ObjectCreate", conCmdObjectCreate);
+    CommandRegistry::add(commands);
     const ConfigFile config("cfg\\animation.cfg");
     state.animationSpeed = std::abs(config.getVarAsFloat("animationSpeeds"));
 }
@@ -105,11 +110,7 @@ void LevelObjectsManager::shutdown() {
     }
     staticObjects.clear();
     animatedObjects.clear();
-    GLConsole::removeCommand("ObjectsDraw");
-    GLConsole::removeCommand("ObjectsCull");
-    GLConsole::removeCommand("ObjectsCount");
-    GLConsole::removeCommand("ObjectsDrawIds");
-    GLConsole::removeCommand("ObjectCreate");
+    CommandRegistry::remove(commands);
 }
 
 void LevelObjectsManager::addObject(const LevelObject& object) {
@@ -221,54 +222,23 @@ void LevelObjectsManager::debugDraw() {
     drawIds(font, animatedObjects);
 }
 
-bool LevelObjectsManager::conCmdObjectsDraw(bool value, bool set) {
-    TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectsDraw");
-    if (set) {
-        state.objectsDraw = value;
-    }
-    return state.objectsDraw;
-}
-
-bool LevelObjectsManager::conCmdObjectsCull(bool value, bool set) {
-    TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectsCull");
-    if (set) {
-        state.objectsCull = value;
-    }
-    return state.objectsCull;
-}
-
 std::int32_t LevelObjectsManager::conCmdObjectsCount() {
     TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectsCount");
     return static_cast<std::int32_t>(staticObjects.size() + animatedObjects.size());
 }
 
-bool LevelObjectsManager::conCmdObjectsDrawIds(bool value, bool set) {
-    TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectsDrawIds");
-    if (set) {
-        state.objectsDrawIds = value;
-    }
-    return state.objectsDrawIds;
-}
-
-void LevelObjectsManager::conCmdObjectCreate(const std::string& arguments) {
+void LevelObjectsManager::conCmdObjectCreate(const std::string& typed) {
     TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectCreate");
-    std::list<std::string> list;
-    slSeparateArgs(arguments, list);
-    const std::vector<std::string> words(list.begin(), list.end());
-    if (words.size() != 4 || !slStringIsNumeric(words[0]) || !slStringIsNumeric(words[1]) ||
-        !slStringIsInteger(words[2])) {
-        Log::print("\nUSAGE: ObjectCreate ");
-        Log::print("< x : number > ");
-        Log::print("< y : number > ");
-        Log::print("< object id : integer > ");
-        Log::print("< textureName : string >");
+    const CommandArguments arguments(typed, "\nUSAGE: ObjectCreate < x : number > < y : number > "
+                                            "< object id : integer > < textureName : string >");
+    if (!arguments.fit()) {
         return;
     }
     LevelObject object;
-    object.x = slStringToFloat(words[0]);
-    object.y = slStringToFloat(words[1]);
-    object.id = static_cast<std::uint32_t>(slStringToInt(words[2]));
-    object.setTexture(words[3]);
+    object.x = arguments.number(0);
+    object.y = arguments.number(1);
+    object.id = static_cast<std::uint32_t>(arguments.integer(2));
+    object.setTexture(arguments.text(3));
     addObject(object);
 }
 

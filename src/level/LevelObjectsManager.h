@@ -13,6 +13,8 @@
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// Owns the objects of the level, runs their animations, and draws those that the camera can see, texture by
 /// texture. Objects do not collide and draw no random numbers: the water's way is the same without them.
 class LevelObjectsManager {
@@ -111,11 +113,9 @@ private:
     static void drawBatch(LayerQueue& queue);
     static void addQuad(const LevelObject& object, float halfWidth, float halfHeight);
 
-    static bool conCmdObjectsDraw(bool value, bool set);
-    static bool conCmdObjectsCull(bool value, bool set);
+    static const CommandRow commands[];
     static std::int32_t conCmdObjectsCount();
-    static bool conCmdObjectsDrawIds(bool value, bool set);
-    static void conCmdObjectCreate(const std::string& arguments);
+    static void conCmdObjectCreate(const std::string& typed);
 };
 
 } // namespace tarnwick

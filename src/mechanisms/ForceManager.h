@@ -8,6 +8,8 @@
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// Owns the forces of the level. They have no tick and no region: the handlers of triggers read them and push
 /// what lies inside the trigger. A force switched off by a trigger stays off when the level starts again;
 /// only loading the level anew brings it back.
@@ -38,9 +40,9 @@ private:
     };
     static State state;
 
+    static const CommandRow commands[];
     static std::int32_t conCmdForceCount();
-    static bool conCmdForceDraw(bool value, bool set);
-    static void conCmdForceCreate(const std::string& arguments);
+    static void conCmdForceCreate(const std::string& typed);
 };
 
 } // namespace tarnwick

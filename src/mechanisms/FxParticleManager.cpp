@@ -1,25 +1,20 @@
 #include "mechanisms/FxParticleManager.h"
 
-#include "console/GLConsole.h"
+#include "core/CommandArguments.h"
+#include "core/CommandRegistry.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "core/Strings.h"
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "particles/ParticleManager.h"
 #include "particles/ViewRectangle.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace tarnwick {
 
 namespace {
 
-constexpr float reachOfView = 0.5f;        ///< Of the view's width, from its middle: where emitters run.
-constexpr std::size_t createArguments = 6; ///< Of `FxEmitterCreate`.
-constexpr std::size_t createNumbers = 4;   ///< The first of them: x, y, direction.
+constexpr float reachOfView = 0.5f; ///< Of the view's width, from its middle: where emitters run.
 
 } // namespace
 
@@ -27,15 +22,19 @@ std::list<FxParticleEmitter> FxParticleManager::emitters;
 std::list<FxParticle> FxParticleManager::particles;
 FxParticleManager::State FxParticleManager::state;
 
+constexpr CommandRow FxParticleManager::commands[] = {
+    {"FxEmitterCreate", conCmdFxEmitterCreate},
+    {"FxEmitterDraw", CommandVariable{&state.fxEmitterDraw, "FxParticleManager::conCmdFxEmitterDraw"}},
+    {"FxEmitterCount", conCmdFxEmitterCount},
+    {"FxParticleCount", conCmdFxParticleCount},
+};
+
 void FxParticleManager::initalise() {
     TARNWICK_LOCATION("FxParticleManager::initalise");
     shutdown();
     state.fxEmitterDraw = false;
     Log::print("\nInitialising FX particle manager..");
-    GLConsole::addCommand("FxEmitterCreate", conCmdFxEmitterCreate);
-    GLConsole::addCommand("FxEmitterDraw", conCmdFxEmitterDraw);
-    GLConsole::addCommand("FxEmitterCount", conCmdFxEmitterCount);
-    GLConsole::addCommand("FxParticleCount", conCmdFxParticleCount);
+    CommandRegistry::add(commands);
 }
 
 void FxParticleManager::shutdown() {
@@ -43,10 +42,7 @@ void FxParticleManager::shutdown() {
     Log::print("\nShutting down FX particle manager..");
     particles.clear(); // first: they point into the emitters
     emitters.clear();
-    GLConsole::removeCommand("FxEmitterCreate");
-    GLConsole::removeCommand("FxEmitterDraw");
-    GLConsole::removeCommand("FxEmitterCount");
-    GLConsole::removeCommand("FxParticleCount");
+    CommandRegistry::remove(commands);
 }
 
 void FxParticleManager::addEmitter(const FxParticleEmitter& emitter) {
@@ -102,39 +98,20 @@ void FxParticleManager::debugDraw() {
     TARNWICK_LOCATION("FxParticleManager::debugDraw");
 }
 
-void FxParticleManager::conCmdFxEmitterCreate(const std::string& arguments) {
+void FxParticleManager::conCmdFxEmitterCreate(const std::string& typed) {
     TARNWICK_LOCATION("FxParticleManager::conCmdFxEmitterCreate");
-    std::list<std::string> words;
-    slSeparateArgs(arguments, words);
-    const auto isNumeric = [](const std::string& word) { return slStringIsNumeric(word); };
-    if (words.size() != createArguments ||
-        !std::all_of(words.begin(), std::next(words.begin(), createNumbers), isNumeric) ||
-        !slStringIsInteger(*std::next(words.begin(), createNumbers))) {
-        Log::print("\nUSAGE: Emitter create "); // Kept: the usage calls the command so
-        Log::print("< x : number > < y : number > ");
-        Log::print("< dir_x : number > < dir_y : number > ");
-        Log::print("< id : integer > ");
-        Log::print("< emitter settings : fileName > ");
+    const CommandArguments arguments( // Kept: the usage calls the command so
+        typed, "\nUSAGE: Emitter create < x : number > < y : number > < dir_x : number > < dir_y : number > "
+               "< id : integer > < emitter settings : fileName > ");
+    if (!arguments.fit()) {
         return;
     }
-    const auto idWord = std::next(words.begin(), createNumbers);
-    float numbers[createNumbers] = {};
-    std::transform(words.begin(), idWord, numbers,
-                   [](const std::string& word) { return slStringToFloat(word); });
     FxParticleEmitter emitter;
-    emitter.position = {numbers[0], numbers[1]};
-    emitter.id = slStringToInt(*idWord);
-    emitter.setDirection(numbers[2], numbers[3]);
-    emitter.loadEmitterSettings(words.back());
+    emitter.position = {arguments.number(0), arguments.number(1)};
+    emitter.id = arguments.integer(4);
+    emitter.setDirection(arguments.number(2), arguments.number(3));
+    emitter.loadEmitterSettings(arguments.text(5));
     addEmitter(emitter);
-}
-
-bool FxParticleManager::conCmdFxEmitterDraw(bool value, bool set) {
-    TARNWICK_LOCATION("FxParticleManager::conCmdFxEmitterDraw");
-    if (set) {
-        state.fxEmitterDraw = value;
-    }
-    return state.fxEmitterDraw;
 }
 
 std::int32_t FxParticleManager::conCmdFxEmitterCount() {

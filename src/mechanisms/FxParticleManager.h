@@ -11,6 +11,8 @@
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// Owns the emitters of the level and the effect particles in flight: sparks, drips and smoke, which have
 /// nothing to do with the water and touch no other part of the simulation.
 ///
@@ -64,8 +66,8 @@ private:
     static const FxParticle& takeTop();
     static void drawBatch(bool& alphaBlending);
 
-    static void conCmdFxEmitterCreate(const std::string& arguments);
-    static bool conCmdFxEmitterDraw(bool value, bool set);
+    static const CommandRow commands[];
+    static void conCmdFxEmitterCreate(const std::string& typed);
     static std::int32_t conCmdFxEmitterCount();
     static std::int32_t conCmdFxParticleCount();
 };

@@ -1,6 +1,6 @@
 #include "mechanisms/MoverManager.h"
 
-#include "console/GLConsole.h"
+#include "core/CommandRegistry.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
@@ -44,15 +44,19 @@ std::list<Mover> MoverManager::movers;
 std::vector<LevelBspNode> MoverManager::collideableNodes;
 MoverManager::State MoverManager::state;
 
+constexpr CommandRow MoverManager::commands[] = {
+    {"MoverCount", conCmdMoverCount},
+    {"MoverDraw", CommandVariable{&state.moverDraw, "MoverManager::conCmdMoverDraw"}},
+    {"DynamicNodeDraw", CommandVariable{&state.dynamicNodeDraw, "MoverManager::conCmdDynamicNodeDraw"}},
+};
+
 void MoverManager::initialise() {
     TARNWICK_LOCATION("MoverManager::initialise");
     shutdown();
     state.moverDraw = false;
     state.dynamicNodeDraw = false;
     Log::print("\nInitialising down mover manager.."); // Kept: the line has always said so
-    GLConsole::addCommand("MoverCount", conCmdMoverCount);
-    GLConsole::addCommand("MoverDraw", conCmdMoverDraw);
-    GLConsole::addCommand("DynamicNodeDraw", conCmdDynamicNodeDraw);
+    CommandRegistry::add(commands);
 }
 
 void MoverManager::shutdown() {
@@ -64,9 +68,7 @@ void MoverManager::shutdown() {
     state.unclaimed.clear();
     state.gatheredCount = 0;
     state.dynamicPolygons.clear();
-    GLConsole::removeCommand("MoverCount");
-    GLConsole::removeCommand("MoverDraw");
-    GLConsole::removeCommand("DynamicNodeDraw");
+    CommandRegistry::remove(commands);
 }
 
 void MoverManager::resetMovers() {
@@ -223,22 +225,6 @@ void MoverManager::moveMoverPolygons() {
 std::int32_t MoverManager::conCmdMoverCount() {
     TARNWICK_LOCATION("MoverManager::conCmdMoverCount");
     return static_cast<std::int32_t>(movers.size());
-}
-
-bool MoverManager::conCmdMoverDraw(bool value, bool set) {
-    TARNWICK_LOCATION("MoverManager::conCmdMoverDraw");
-    if (set) {
-        state.moverDraw = value;
-    }
-    return state.moverDraw;
-}
-
-bool MoverManager::conCmdDynamicNodeDraw(bool value, bool set) {
-    TARNWICK_LOCATION("MoverManager::conCmdDynamicNodeDraw");
-    if (set) {
-        state.dynamicNodeDraw = value;
-    }
-    return state.dynamicNodeDraw;
 }
 
 } // namespace tarnwick

@@ -12,10 +12,11 @@
 
 namespace tarnwick {
 
+struct CommandRow;
 class LevelObject;
-class Polygon2D;
 struct Particle;
 struct ParticleGroup;
+class Polygon2D;
 
 /// Owns the movers of the level: runs them, displaces what they carry, shoves the water and ice that a moving
 /// polygon meets, and keeps the edges of the moving polygons near the view for the collisions of the tick,
@@ -120,9 +121,8 @@ private:
     static void drawTracks();
     static void drawDynamicNodes();
 
+    static const CommandRow commands[];
     static std::int32_t conCmdMoverCount();
-    static bool conCmdMoverDraw(bool value, bool set);
-    static bool conCmdDynamicNodeDraw(bool value, bool set);
 };
 
 } // namespace tarnwick

@@ -1,10 +1,10 @@
 #include "mechanisms/TriggerManager.h"
 
-#include "console/GLConsole.h"
+#include "core/CommandArguments.h"
+#include "core/CommandRegistry.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "core/Strings.h"
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "level/Level.h"
@@ -24,8 +24,6 @@ namespace {
 
 constexpr float reachOfView = 0.55f;  ///< Of the view's larger side, from its middle: where triggers live.
 constexpr std::int32_t nullType = -1; ///< The row for type ids that the table does not have.
-constexpr std::size_t createArguments = 6; ///< Of `TriggerCreate`.
-constexpr std::size_t createIds = 2;       ///< The first of them: type and target.
 
 struct TypeRow {
     std::int32_t id;
@@ -125,14 +123,18 @@ void appendTargets(std::list<Entity>& entities, std::int32_t kind, TargetsById& 
 std::list<Trigger> TriggerManager::triggers;
 TriggerManager::State TriggerManager::state;
 
+constexpr CommandRow TriggerManager::commands[] = {
+    {"TriggerTypeList", conCmdTriggerTypeList},
+    {"TriggerCreate", conCmdTriggerCreate},
+    {"TriggerCount", conCmdTriggerCount},
+    {"TriggerDraw", CommandVariable{&state.triggerDraw, "TriggerManager::conCmdTriggerDraw"}},
+};
+
 void TriggerManager::initialise() {
     TARNWICK_LOCATION("TriggerManager::initialise");
     shutdown();
     Log::print("\nInitialising down trigger manager..");
-    GLConsole::addCommand("TriggerTypeList", conCmdTriggerTypeList);
-    GLConsole::addCommand("TriggerCreate", conCmdTriggerCreate);
-    GLConsole::addCommand("TriggerCount", conCmdTriggerCount);
-    GLConsole::addCommand("TriggerDraw", conCmdTriggerDraw);
+    CommandRegistry::add(commands);
     state.triggerDraw = false;
     createTriggerTypeMap();
 }
@@ -140,10 +142,7 @@ void TriggerManager::initialise() {
 void TriggerManager::shutdown() {
     TARNWICK_LOCATION("TriggerManager::shutdown");
     Log::print("\nShutting down trigger manager..");
-    GLConsole::removeCommand("TriggerTypeList");
-    GLConsole::removeCommand("TriggerCreate");
-    GLConsole::removeCommand("TriggerCount");
-    GLConsole::removeCommand("TriggerDraw");
+    CommandRegistry::remove(commands);
     state.delayedEvents.clear(); // first: they point to the triggers, and those to types and targets
     triggers.clear();
     state.triggerTypes.clear();
@@ -329,43 +328,25 @@ void TriggerManager::conCmdTriggerTypeList() {
     }
 }
 
-void TriggerManager::conCmdTriggerCreate(const std::string& arguments) {
+void TriggerManager::conCmdTriggerCreate(const std::string& typed) {
     TARNWICK_LOCATION("TriggerManager::conCmdTriggerCreate");
-    std::list<std::string> words;
-    slSeparateArgs(arguments, words);
-    const auto isInteger = [](const std::string& word) { return slStringIsInteger(word); };
-    const auto isNumeric = [](const std::string& word) { return slStringIsNumeric(word); };
-    if (words.size() != createArguments ||
-        !std::all_of(words.begin(), std::next(words.begin(), createIds), isInteger) ||
-        !std::all_of(std::next(words.begin(), createIds), words.end(), isNumeric)) {
-        Log::print("\nUSAGE: TriggerCreate ");
-        Log::print("< id : integer > ");
-        Log::print("< target id : integer > ");
-        Log::print("< x : number > ");
-        Log::print("< y : number > ");
-        Log::print("< w : number > ");
-        Log::print("< h : number > ");
+    const CommandArguments arguments(
+        typed, "\nUSAGE: TriggerCreate < id : integer > < target id : integer > < x : number > "
+               "< y : number > < w : number > < h : number > ");
+    if (!arguments.fit()) {
         return;
     }
-    float numbers[createArguments - createIds] = {}; // x, y, width, height
-    std::transform(std::next(words.begin(), createIds), words.end(), numbers,
-                   [](const std::string& word) { return slStringToFloat(word); });
-    const auto [x, y, width, height] = numbers;
-    addTrigger(slStringToInt(words.front()), slStringToInt(*std::next(words.begin())), 0.0f, {x, y},
-               {x + width, y}, {x + width, y + height}, {x, y + height});
+    const float x = arguments.number(2);
+    const float y = arguments.number(3);
+    const float width = arguments.number(4);
+    const float height = arguments.number(5);
+    addTrigger(arguments.integer(0), arguments.integer(1), 0.0f, {x, y}, {x + width, y},
+               {x + width, y + height}, {x, y + height});
 }
 
 std::int32_t TriggerManager::conCmdTriggerCount() {
     TARNWICK_LOCATION("TriggerManager::conCmdTriggerCount");
     return static_cast<std::int32_t>(triggers.size());
-}
-
-bool TriggerManager::conCmdTriggerDraw(bool value, bool set) {
-    TARNWICK_LOCATION("TriggerManager::conCmdTriggerDraw");
-    if (set) {
-        state.triggerDraw = value;
-    }
-    return state.triggerDraw;
 }
 
 } // namespace tarnwick

@@ -13,6 +13,8 @@
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// Owns the triggers of the level: decides once a tick which of them are live, tests every particle and ice
 /// group against those, and calls the handler of the type, at once or after the trigger's delay.
 ///
@@ -102,10 +104,10 @@ private:
     static void fireAt(Vector2 place, void* body, std::int32_t bodyKind, float dt);
     static void fire(Trigger& trigger, void* body, std::int32_t bodyKind, float dt);
 
+    static const CommandRow commands[];
     static void conCmdTriggerTypeList();
-    static void conCmdTriggerCreate(const std::string& arguments);
+    static void conCmdTriggerCreate(const std::string& typed);
     static std::int32_t conCmdTriggerCount();
-    static bool conCmdTriggerDraw(bool value, bool set);
 };
 
 } // namespace tarnwick

@@ -1,6 +1,6 @@
 #include "particles/ParticleGroupMover.h"
 
-#include "console/GLConsole.h"
+#include "core/CommandRegistry.h"
 #include "core/ConfigFile.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
@@ -60,13 +60,18 @@ void release(Particle& member, const ParticleGroup& group) {
 std::list<ParticleGroup> ParticleGroupMover::groups;
 ParticleGroupMover::State ParticleGroupMover::state;
 
+constexpr CommandRow ParticleGroupMover::commands[] = {
+    {"ParticleGroupCount", conCmdParticleGroupCount},
+    {"ParticleGroupDraw",
+     CommandVariable{&state.groupDebugDraw, "ParticleGroupMover::conCmdParticleGroupDraw"}},
+};
+
 void ParticleGroupMover::initialise() {
     TARNWICK_LOCATION("ParticleGroupMover::initialise");
     shutdown();
     Log::print("\nInitialising grouped particle mover..");
     state.groupDebugDraw = false;
-    GLConsole::addCommand("ParticleGroupCount", conCmdParticleGroupCount);
-    GLConsole::addCommand("ParticleGroupDraw", conCmdParticleGroupDraw);
+    CommandRegistry::add(commands);
     const ConfigFile config("cfg\\water.cfg");
     state.particleGroupInterpolation =
         std::clamp(config.getVarAsFloat("particleGroupInterpolation"), 0.0f, 1.0f);
@@ -79,8 +84,7 @@ void ParticleGroupMover::shutdown() {
     Log::print("\nShutting down grouped particle mover..");
     groups.clear();
     state.groupDebugDraw = false;
-    GLConsole::removeCommand("ParticleGroupCount");
-    GLConsole::removeCommand("ParticleGroupDraw");
+    CommandRegistry::remove(commands);
 }
 
 void ParticleGroupMover::doParticleGrouping(ParticleList& particles) {
@@ -241,14 +245,6 @@ void ParticleGroupMover::killGroup(ParticleGroup& group) {
 std::int32_t ParticleGroupMover::conCmdParticleGroupCount() {
     TARNWICK_LOCATION("ParticleGroupMover::conCmdParticleGroupCount");
     return static_cast<std::int32_t>(groups.size());
-}
-
-bool ParticleGroupMover::conCmdParticleGroupDraw(bool value, bool set) {
-    TARNWICK_LOCATION("ParticleGroupMover::conCmdParticleGroupDraw");
-    if (set) {
-        state.groupDebugDraw = value;
-    }
-    return state.groupDebugDraw;
 }
 
 } // namespace tarnwick

@@ -9,6 +9,8 @@
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// Turns frozen particles into solid bodies. A group is one moving circle with a mass of members laid out at
 /// random inside it: the centre moves and collides like one big particle, the members follow, each toward its
 /// own place in the disc. No rotation, no friction. Cold spreads by contact: who is within 12 units of a
@@ -75,8 +77,8 @@ private:
     /// fade.
     static bool stepGroup(ParticleGroup& group, const Tick& tick);
 
+    static const CommandRow commands[];
     static std::int32_t conCmdParticleGroupCount();
-    static bool conCmdParticleGroupDraw(bool value, bool set);
 };
 
 } // namespace tarnwick

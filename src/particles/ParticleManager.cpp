@@ -1,12 +1,12 @@
 #include "particles/ParticleManager.h"
 
-#include "console/GLConsole.h"
+#include "core/CommandArguments.h"
+#include "core/CommandRegistry.h"
 #include "core/ConfigFile.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "core/Random.h"
-#include "core/Strings.h"
 #include "game/Camera.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleGroupMover.h"
@@ -15,22 +15,30 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <list>
-#include <vector>
 
 namespace tarnwick {
 
 namespace {
 
-constexpr float viewMargin = 130.0f;           ///< World units outside the view at which a particle is lost.
-constexpr float wholeTurn = 6.2831855f;        ///< Radians.
-constexpr float shortestKillTime = 0.0001f;    ///< Seconds: the drawing divides by the kill time.
-constexpr std::size_t createArgumentCount = 4; ///< Words of `ParticleCreate`.
+constexpr float viewMargin = 130.0f;        ///< World units outside the view at which a particle is lost.
+constexpr float wholeTurn = 6.2831855f;     ///< Radians.
+constexpr float shortestKillTime = 0.0001f; ///< Seconds: the drawing divides by the kill time.
 
 } // namespace
 
 ParticleList ParticleManager::particles;
 ParticleManager::State ParticleManager::state;
+
+constexpr CommandRow ParticleManager::commands[] = {
+    // As typed: unlike in the file, a negative gravity is allowed here.
+    {"Gravity", CommandVariable{&state.gravity, "ParticleManager::conCmdGravity"}},
+    {"RoomTemperature", CommandVariable{&state.roomTemperature, "ParticleManager::conCmdRoomTemperature"}},
+    {"HeatTransferRate", conCmdHeatTransferRate},
+    {"SteamRiseRate", CommandVariable{&state.steamRiseRate, "ParticleManager::conCmdSteamRiseRate"}},
+    {"SteamScatterRate", CommandVariable{&state.steamScatterRate, "ParticleManager::conCmdSteamScatterRate"}},
+    {"ParticleCreate", conCmdParticleCreate},
+    {"ParticleCount", conCmdParticleCount},
+};
 
 void ParticleManager::initialise() {
     TARNWICK_LOCATION("ParticleManager::initialise");
@@ -39,13 +47,7 @@ void ParticleManager::initialise() {
     ParticleMover::initialise();
     ParticleGroupMover::initialise();
     CircleCollision::prepare(); // now, and not in the level's first tick
-    GLConsole::addCommand("Gravity", conCmdGravity);
-    GLConsole::addCommand("RoomTemperature", conCmdRoomTemperature);
-    GLConsole::addCommand("HeatTransferRate", conCmdHeatTransferRate);
-    GLConsole::addCommand("SteamRiseRate", conCmdSteamRiseRate);
-    GLConsole::addCommand("SteamScatterRate", conCmdSteamScatterRate);
-    GLConsole::addCommand("ParticleCreate", conCmdParticleCreate);
-    GLConsole::addCommand("ParticleCount", conCmdParticleCount);
+    CommandRegistry::add(commands);
     const ConfigFile config("cfg\\water.cfg");
     state.gravity = std::abs(config.getVarAsFloat("gravity"));
     state.roomTemperature = config.getVarAsFloat("roomTemperature");
@@ -61,13 +63,7 @@ void ParticleManager::shutdown() {
     particles.clear();
     ParticleMover::shutdown();
     ParticleGroupMover::shutdown();
-    GLConsole::removeCommand("Gravity");
-    GLConsole::removeCommand("RoomTemperature");
-    GLConsole::removeCommand("HeatTransferRate");
-    GLConsole::removeCommand("SteamRiseRate");
-    GLConsole::removeCommand("SteamScatterRate");
-    GLConsole::removeCommand("ParticleCreate");
-    GLConsole::removeCommand("ParticleCount");
+    CommandRegistry::remove(commands);
 }
 
 void ParticleManager::runSimulation(float dt) {
@@ -172,22 +168,6 @@ ParticleList::iterator ParticleManager::removeParticle(ParticleList::iterator pl
     return particles.erase(place);
 }
 
-float ParticleManager::conCmdGravity(float value, bool set) {
-    TARNWICK_LOCATION("ParticleManager::conCmdGravity");
-    if (set) {
-        state.gravity = value; // as it stands: unlike in the file, a negative value is allowed here
-    }
-    return state.gravity;
-}
-
-float ParticleManager::conCmdRoomTemperature(float value, bool set) {
-    TARNWICK_LOCATION("ParticleManager::conCmdRoomTemperature");
-    if (set) {
-        state.roomTemperature = value;
-    }
-    return state.roomTemperature;
-}
-
 float ParticleManager::conCmdHeatTransferRate(float value, bool set) {
     TARNWICK_LOCATION("ParticleManager::conCmdHeatTransferRate");
     if (set) {
@@ -196,42 +176,21 @@ float ParticleManager::conCmdHeatTransferRate(float value, bool set) {
     return state.heatTransferRate;
 }
 
-float ParticleManager::conCmdSteamRiseRate(float value, bool set) {
-    TARNWICK_LOCATION("ParticleManager::conCmdSteamRiseRate");
-    if (set) {
-        state.steamRiseRate = value;
-    }
-    return state.steamRiseRate;
-}
-
-float ParticleManager::conCmdSteamScatterRate(float value, bool set) {
-    TARNWICK_LOCATION("ParticleManager::conCmdSteamScatterRate");
-    if (set) {
-        state.steamScatterRate = value;
-    }
-    return state.steamScatterRate;
-}
-
-void ParticleManager::conCmdParticleCreate(const std::string& arguments) {
+void ParticleManager::conCmdParticleCreate(const std::string& typed) {
     TARNWICK_LOCATION("ParticleManager::conCmdParticleCreate");
-    std::list<std::string> wordList;
-    slSeparateArgs(arguments, wordList);
-    const std::vector<std::string> words(wordList.begin(), wordList.end());
-    if (words.size() != createArgumentCount || !slStringIsNumeric(words[0]) || !slStringIsNumeric(words[1]) ||
-        !slStringIsNumeric(words[2]) || !slStringIsInteger(words[3])) {
-        Log::print("\nUsage: ParticleCreate < x : number > < y : number > < radius : number > "
-                   "< amount : integer number > ");
+    const CommandArguments arguments(typed, "\nUsage: ParticleCreate < x : number > < y : number > "
+                                            "< radius : number > < amount : integer number > ");
+    if (!arguments.fit()) {
         return;
     }
-    const std::int32_t amount = slStringToInt(words[3]);
+    const std::int32_t amount = arguments.integer(3);
     if (amount <= 0) {
         Log::print("\nInvalid number of particles to make");
         return;
     }
-    const float x = slStringToFloat(words[0]);
-    const float y = slStringToFloat(words[1]);
-    createParticles(x, y, slStringToFloat(words[2]), amount);
-    Camera::setPosition(x, y);
+    const Vector2 centre{arguments.number(0), arguments.number(1)};
+    createParticles(centre.x, centre.y, arguments.number(2), amount);
+    Camera::setPosition(centre.x, centre.y);
 }
 
 std::int32_t ParticleManager::conCmdParticleCount() {

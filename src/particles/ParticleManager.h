@@ -10,6 +10,8 @@
 
 namespace tarnwick {
 
+struct CommandRow;
+
 /// Owns the free particles (water and steam), the parameters of the simulation and its tick. Ice is not here:
 /// a particle cold enough moves to a group of `ParticleGroupMover`. Every module may walk `particles`.
 class ParticleManager {
@@ -72,12 +74,9 @@ private:
     /// Water falls; steam rises, and scatters in a direction for which it draws `randomFloat` once.
     static void applyGravity(Vector2& velocity, float temperature, const Vector2& gravityStep);
 
-    static float conCmdGravity(float value, bool set);
-    static float conCmdRoomTemperature(float value, bool set);
+    static const CommandRow commands[];
     static float conCmdHeatTransferRate(float value, bool set);
-    static float conCmdSteamRiseRate(float value, bool set);
-    static float conCmdSteamScatterRate(float value, bool set);
-    static void conCmdParticleCreate(const std::string& arguments);
+    static void conCmdParticleCreate(const std::string& typed);
     static std::int32_t conCmdParticleCount();
 };
 

@@ -1,11 +1,7 @@
 #include "console/GLConsole.h"
 #include "console/GLConsoleTest.h"
-#include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "support/ConsoleAnswer.h"
-#include "support/DataFolder.h"
-#include "support/Keyboard.h"
-#include "support/LevelFileBuilder.h"
 
 #include <cstdio>
 
@@ -254,39 +250,6 @@ TEST_F(GLConsoleCommandsTest, MemoryAddsUp) {
     EXPECT_GT(available, 0u);
     EXPECT_EQ(total, available + used);
     EXPECT_EQ(answerTo("memory x"), "\nUSAGE: Memory < nothing >");
-}
-
-TEST_F(GLConsoleCommandsTest, MapWithoutANameTellsTheLevel) {
-    EXPECT_EQ(answerTo("map"), "\nMap is ");
-    EXPECT_EQ(answerTo("map "), "\nMap is ");
-}
-
-TEST_F(GLConsoleCommandsTest, MapChangesTheLevelOfARunningGameAtTheFramesEnd) {
-    const DataFolder folder;
-    folder.write("maps/a.rivl", LevelFileBuilder::write(LevelFile()));
-    folder.write("maps/b.rivl", LevelFileBuilder::write(LevelFile()));
-    ASSERT_TRUE(Game::initialise("maps\\a.rivl"));
-
-    EXPECT_EQ(answerTo("map maps\\b.rivl"), "");
-    EXPECT_EQ(answerTo("map"), "\nMap is maps\\a.rivl");
-    Game::serveRequests();
-
-    EXPECT_EQ(answerTo("map"), "\nMap is maps\\b.rivl");
-}
-
-TEST_F(GLConsoleCommandsTest, MapStartsAGameIfNoneRuns) {
-    const DataFolder folder;
-    folder.write("maps/a.rivl", LevelFileBuilder::write(LevelFile()));
-    GLWindow::createHeadless(800, 600);
-    sendWindowEvent(SDL_WINDOWEVENT_CLOSE); // ends the game in its first frame
-
-    GLConsole::runLine("map maps\\a.rivl");
-
-    const std::string printed = GLConsole::outputText();
-    EXPECT_NE(printed.find("Game initialisation"), std::string::npos);
-    EXPECT_NE(printed.find("Game shutdown"), std::string::npos);
-    EXPECT_FALSE(Game::running());
-    EXPECT_EQ(Game::currentMap(), "maps\\a.rivl");
 }
 
 } // namespace tarnwick

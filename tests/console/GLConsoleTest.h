@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/GLConsole.h"
+#include "game/BasicCommands.h"
 #include "support/LogTest.h"
 
 #include <cstdint>
@@ -8,9 +9,12 @@
 
 namespace tarnwick {
 
-/// A console without commands, configuration and text; and the view of its inside that the tests need.
+/// A console without commands, configuration and text, which knows the basic commands of others; and the view
+/// of its inside that the tests need.
 class GLConsoleTest : public LogTest {
 protected:
+    GLConsoleTest() { BasicCommands::handOver(); }
+
     static std::string line() { return std::string(GLConsole::state.input.text()); }
     static void setLine(const std::string& text) { GLConsole::state.input.set(text); }
     static std::uint32_t cursor() { return GLConsole::state.input.cursor(); }
@@ -26,7 +30,7 @@ protected:
     static Rgb inputTextColour() { return GLConsole::state.inputText; }
     static float outputBackgroundAlpha() { return GLConsole::state.outputBackgroundAlpha; }
 
-    static void add(const ConsoleCommand& command) { GLConsole::addCommandInternal(command); }
+    static void add(const ConsoleCommand& command) { CommandRegistry::addCommandInternal(command); }
     static void setPicture(std::uint32_t columns, std::uint32_t rows) {
         GLConsole::state.columns = columns;
         GLConsole::state.rows = rows;

@@ -3,6 +3,7 @@
 #include "audio/MusicSystem.h"
 #include "audio/SoundManager.h"
 #include "console/GLConsole.h"
+#include "game/BasicCommands.h"
 #include "game/Game.h"
 #include "game/NameEntry.h"
 #include "graphics/GLWindow.h"
@@ -21,6 +22,7 @@ void startEveryModule(const DataFolder& folder) {
     folder.write("fx/drip.cfg", "");
     folder.write("maps/empty.rivl", LevelFileBuilder::write(level));
     GLWindow::createHeadless(800, 600);
+    BasicCommands::handOver();
     GLConsole::initialise();
     MusicSystem::initialise();
     SoundManager::initialise();

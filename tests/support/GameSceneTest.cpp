@@ -1,6 +1,7 @@
 #include "support/GameSceneTest.h"
 
 #include "console/GLConsole.h"
+#include "game/BasicCommands.h"
 #include "level/SurfaceTypeManager.h"
 #include "particles/ParticleManager.h"
 #include "support/PlayTest.h"
@@ -23,6 +24,7 @@ GameSceneTest::GameSceneTest(std::int32_t width, std::int32_t height)
         "cfg/console.cfg",
         "fontTextureName = gfx\\white.tga fontSize = 8 output_background_r = 1 output_background_a = 1 "
         "input_background_g = 1 output_text_g = 1 input_text_b = 1");
+    BasicCommands::handOver();
     GLConsole::initialise();
     SurfaceTypeManager::initialise();
 }

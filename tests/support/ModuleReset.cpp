@@ -10,6 +10,7 @@
 #include "audio/SoundSystem.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
+#include "core/CommandRegistry.h"
 #include "core/ConfigFile.h"
 #include "core/CrashReport.h"
 #include "core/DataFiles.h"
@@ -53,6 +54,7 @@ void ModuleReset::all() {
     CheckPointTimesManager::state = {};
     CircleCollision::state = {};
     Clock::state = {};
+    CommandRegistry::state = {};
     ConfigFile::state = {};
     CrashReport::state = {};
     DataFiles::state = {};

@@ -5,6 +5,7 @@
 #include "core/DataFiles.h"
 #include "core/Geometry.h"
 #include "core/Random.h"
+#include "game/BasicCommands.h"
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
@@ -96,6 +97,7 @@ void startLevel(const SimulationOptions& options, const fs::path& startFolder, c
     frames.openWindow(options.width, options.height);
     Clock::drive(0);
     seedRandom(0);
+    BasicCommands::handOver();
     GLConsole::initialise();
     SurfaceTypeManager::initialise();
     HighScores::setDefaultScores(); // not those of who plays here: one command gives the same pictures

@@ -1,4 +1,7 @@
+#include "graphics/GraphicsCommands.h"
+
 #include "console/GLConsole.h"
+#include "game/BasicCommands.h"
 #include "graphics/GLTexture.h"
 #include "support/ConsoleAnswer.h"
 #include "support/GLTest.h"
@@ -7,10 +10,11 @@
 
 namespace tarnwick {
 
-class GLConsoleGraphicsCommandsTest : public GLTest {
+class GraphicsCommandsTest : public GLTest {
 protected:
-    GLConsoleGraphicsCommandsTest() {
+    GraphicsCommandsTest() {
         data.write("cfg/console.cfg", "fontTextureName = gfx\\a.tga");
+        BasicCommands::handOver();
         GLConsole::initialise();
     }
 
@@ -20,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(GLConsoleGraphicsCommandsTest, FullscreenGoesThereAndBackToAFixedWindow) {
+TEST_F(GraphicsCommandsTest, FullscreenGoesThereAndBackToAFixedWindow) {
     EXPECT_EQ(answerTo("Fullscreen"), "\nFullscreen is false");
     EXPECT_EQ(answerTo("fullscreen true"), "\nFullscreen is now true");
     const std::int32_t fullWidth = GLWindow::getClientWidth();
@@ -32,14 +36,14 @@ TEST_F(GLConsoleGraphicsCommandsTest, FullscreenGoesThereAndBackToAFixedWindow) 
     EXPECT_FALSE(GLWindow::isResizeable());
 }
 
-TEST_F(GLConsoleGraphicsCommandsTest, TheRendererIsNamed) {
+TEST_F(GraphicsCommandsTest, TheRendererIsNamed) {
     const std::string name = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
 
     EXPECT_EQ(answerTo("Renderer"), title("Graphics renderer") + name);
     EXPECT_EQ(answerTo("Renderer 1"), "\nUSAGE: Renderer < nothing >");
 }
 
-TEST_F(GLConsoleGraphicsCommandsTest, TexturesAreListedAndWeighed) {
+TEST_F(GraphicsCommandsTest, TexturesAreListedAndWeighed) {
     const GLTexture a("gfx\\a.tga");
     const GLTexture b("gfx\\b.png");
 
@@ -53,18 +57,18 @@ TEST_F(GLConsoleGraphicsCommandsTest, TexturesAreListedAndWeighed) {
     EXPECT_EQ(answerTo("TextureMemory"), title("Texture memory used") + "682 bytes");
 }
 
-TEST_F(GLConsoleGraphicsCommandsTest, BadTextureQualitiesChangeNothing) {
+TEST_F(GraphicsCommandsTest, BadTextureQualitiesChangeNothing) {
     EXPECT_EQ(answerTo("TextureQuality abc"), "\nUSAGE: TextureQuality < integer number OR nothing >");
     EXPECT_EQ(answerTo("TextureQuality 3"), "\nTextureQuality is now 0");
     EXPECT_EQ(answerTo("TextureQuality -1"), "\nTextureQuality is now 0");
     EXPECT_EQ(answerTo("TextureQuality"), "\nTextureQuality is 0");
 }
 
-TEST_F(GLConsoleGraphicsCommandsTest, ReloadingTellsTheTimeItTook) {
+TEST_F(GraphicsCommandsTest, ReloadingTellsTheTimeItTook) {
     EXPECT_EQ(answerTo("TextureReload"), "\nTexture refresh complete.\nTime take to reload: 0.000000");
 }
 
-TEST_F(GLConsoleGraphicsCommandsTest, ExtensionsAreListedOneALine) {
+TEST_F(GraphicsCommandsTest, ExtensionsAreListedOneALine) {
     std::list<std::string> extensions;
     GLWindow::getExtensionList(extensions);
     std::string lines;
@@ -76,14 +80,14 @@ TEST_F(GLConsoleGraphicsCommandsTest, ExtensionsAreListedOneALine) {
     EXPECT_EQ(answerTo("Extensions"), title("Supported OpenGL Extensions") + lines);
 }
 
-TEST_F(GLConsoleGraphicsCommandsTest, AnExtensionIsFoundInAnyCaseAndAsAWholeWord) {
+TEST_F(GraphicsCommandsTest, AnExtensionIsFoundInAnyCaseAndAsAWholeWord) {
     EXPECT_EQ(answerTo("IsExtension"), "\nUSAGE: IsExtension  < string >");
     EXPECT_EQ(answerTo("IsExtension gl_arb_Multisample"), "\nExtension detected.");
     EXPECT_EQ(answerTo("IsExtension GL_ARB_multisampl"), "\nExtension not found.");
     EXPECT_EQ(answerTo("IsExtension " + std::string(240, 'x')), "\nExtension not found.");
 }
 
-TEST_F(GLConsoleGraphicsCommandsTest, SamplesAreReadWithoutAnArgumentAndBadOnesRefused) {
+TEST_F(GraphicsCommandsTest, SamplesAreReadWithoutAnArgumentAndBadOnesRefused) {
     EXPECT_EQ(answerTo("AntiAliasingSamples"), "\nAntiAliasingSamples is 1");
     EXPECT_EQ(answerTo("AntiAliasingSamples 0"), "\nAntiAliasingSamples is now 1");
     EXPECT_EQ(answerTo("AntiAliasingSamples -4"), "\nAntiAliasingSamples is now 1");
@@ -92,7 +96,7 @@ TEST_F(GLConsoleGraphicsCommandsTest, SamplesAreReadWithoutAnArgumentAndBadOnesR
               "\nUSAGE: AntiAliasingSamples < integer number OR nothing >");
 }
 
-TEST_F(GLConsoleGraphicsCommandsTest, TheFilteringLevelIsLimitedToWhatTheGlHas) {
+TEST_F(GraphicsCommandsTest, TheFilteringLevelIsLimitedToWhatTheGlHas) {
     EXPECT_EQ(answerTo("AnisotropicFilteringLevel"), "\nAnisotropicFilteringLevel is 1");
     GLTextureManager::setAnisotropicFilteringLevel(1'000'000);
     const std::string most = std::to_string(GLTextureManager::getAnisotropicFilteringLevel());
@@ -103,14 +107,14 @@ TEST_F(GLConsoleGraphicsCommandsTest, TheFilteringLevelIsLimitedToWhatTheGlHas) 
               "\nUSAGE: AnisotropicFilteringLevel < integer number OR nothing >");
 }
 
-TEST_F(GLConsoleGraphicsCommandsTest, VsyncTakesTrueOrFalse) {
+TEST_F(GraphicsCommandsTest, VsyncTakesTrueOrFalse) {
     const std::string present = GLWindow::vsyncEnabled() ? "true" : "false";
 
     EXPECT_EQ(answerTo("VsyncEnable"), "\nVsyncEnable is " + present);
     EXPECT_EQ(answerTo("VsyncEnable 1"), "\nUSAGE: VsyncEnable < true OR false OR nothing >");
 }
 
-TEST_F(GLConsoleGraphicsCommandsTest, WithoutAWindowTheCommandsTellNothing) {
+TEST_F(GraphicsCommandsTest, WithoutAWindowTheCommandsTellNothing) {
     GLWindow::close();
 
     EXPECT_EQ(answerTo("Renderer"), title("Graphics renderer"));

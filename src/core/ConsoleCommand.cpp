@@ -1,4 +1,4 @@
-#include "console/ConsoleCommand.h"
+#include "core/ConsoleCommand.h"
 
 #include "core/LocationStack.h"
 #include "core/Log.h"
@@ -66,6 +66,21 @@ void callVoidFunction(const ConsoleCommand& command, const std::list<std::string
     functionOf<void (*)()>(command)();
 }
 
+/// Reads or sets: through the command's function, or the variable itself.
+template <typename Value>
+Value callGetOrSet(const ConsoleCommand& command, Value value, bool set) {
+    TARNWICK_LOCATION("ConsoleCommand::callGetOrSet");
+    const auto* const plain = std::get_if<CommandVariable<Value>>(&command.function);
+    if (plain == nullptr) {
+        return functionOf<Value (*)(Value, bool)>(command)(value, set);
+    }
+    const LocationScope ownLocation(plain->location);
+    if (set) {
+        *plain->variable = value;
+    }
+    return *plain->variable;
+}
+
 /// Integer, boolean and float commands differ in their words alone.
 template <typename Value>
 void callValueFunction(const ConsoleCommand& command,
@@ -88,10 +103,9 @@ void callValueFunction(const ConsoleCommand& command,
             printUsage(command, syntax.setterUsage);
         }
     } else if (words.empty()) {
-        printValue(command, " is ", functionOf<Value (*)(Value, bool)>(command)(Value{}, false));
+        printValue(command, " is ", callGetOrSet(command, Value{}, false));
     } else if (oneGoodWord) {
-        const Value value = syntax.convert(words.front());
-        printValue(command, " is now ", functionOf<Value (*)(Value, bool)>(command)(value, true));
+        printValue(command, " is now ", callGetOrSet(command, syntax.convert(words.front()), true));
     } else {
         printUsage(command, syntax.getOrSetUsage);
     }

@@ -1,4 +1,4 @@
-#include "console/ConsoleCommand.h"
+#include "core/ConsoleCommand.h"
 
 #include "console/GLConsole.h"
 #include "console/GLConsoleTest.h"

@@ -6,10 +6,20 @@
 
 namespace tarnwick {
 
-/// One entry of the console's registry: a function, and how a typed line calls it.
+/// A value that a command reads and sets as it stands, most often a flag.
+template <typename Value>
+struct CommandVariable {
+    Value* variable = nullptr;
+    const char* location =
+        nullptr; ///< What a crash report calls the command: "Class::conCmdName". A literal.
+};
+template <typename Value>
+CommandVariable(Value*, const char*) -> CommandVariable<Value>;
+
+/// One entry of the registry of commands: a function, and how a typed line calls it.
 ///
-/// `type`, `hasArgument` and `hasReturn` say what the function is; `GLConsole::addCommand` sets them from the
-/// function's signature, so that they always fit the alternative that `function` holds.
+/// `type`, `hasArgument` and `hasReturn` say what the function is; `CommandRegistry::addCommand` sets them
+/// from the function's signature, so that they always fit the alternative that `function` holds.
 struct ConsoleCommand {
     /// Values of `type`.
     static constexpr std::uint32_t voidType = 0;
@@ -18,6 +28,10 @@ struct ConsoleCommand {
     static constexpr std::uint32_t floatType = 3;
     static constexpr std::uint32_t stringType = 4;
 
+    /// A plain action; a setter (argument only); a getter (value only); or a get-or-set, called with `set`
+    /// false and a zero value to read and with `set` true to write, which gives back the value that now
+    /// holds. A get-or-set for strings has no flag: an empty text reads. A variable is a get-or-set without a
+    /// body.
     using Function = std::variant<void (*)(),
                                   void (*)(std::int32_t),
                                   void (*)(bool),
@@ -30,7 +44,10 @@ struct ConsoleCommand {
                                   std::int32_t (*)(std::int32_t value, bool set),
                                   bool (*)(bool value, bool set),
                                   float (*)(float value, bool set),
-                                  std::string (*)(const std::string& value)>;
+                                  std::string (*)(const std::string& value),
+                                  CommandVariable<std::int32_t>,
+                                  CommandVariable<bool>,
+                                  CommandVariable<float>>;
 
     std::string name; ///< As registered, mixed case: this is what is displayed.
     Function function;
