@@ -15,7 +15,19 @@ endif()
 
 find_program(TARNWICK_CCACHE ccache)
 if(TARNWICK_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${TARNWICK_CCACHE})
+    # ccache keeps nothing of a file with precompiled headers unless told that we name no time of the compilation and
+    # that macros of the headers count by their text.
+    set(CMAKE_CXX_COMPILER_LAUNCHER env
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${TARNWICK_CCACHE})
+endif()
+
+# The linkers of most machines are slow; these two are not.
+find_program(TARNWICK_MOLD mold)
+find_program(TARNWICK_LLD ld.lld)
+if(TARNWICK_MOLD)
+    add_link_options(-fuse-ld=mold)
+elseif(TARNWICK_LLD)
+    add_link_options(-fuse-ld=lld)
 endif()
 
 add_library(tarnwick_options INTERFACE)
@@ -24,6 +36,9 @@ target_compile_options(tarnwick_options INTERFACE
     -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wdouble-promotion
     -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual -Wmissing-declarations -Wundef
     $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op>
+    # What ccache needs to see through a precompiled header; and a header of one place serves all others.
+    $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
+    "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>"
     # A fused multiply-add rounds once where the text rounds twice: same level, same input, same bytes.
     -ffp-contract=off
     # sqrt of a negative number need not set errno; without this every square root carries a call.

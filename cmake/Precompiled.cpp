@@ -1,0 +1,1 @@
+// Holds nothing: what CMake hangs a set of precompiled headers on.
