@@ -17,7 +17,8 @@ find_program(TARNWICK_CCACHE ccache)
 if(TARNWICK_CCACHE)
     # ccache keeps nothing of a file with precompiled headers unless told that we name no time of the compilation and
     # that macros of the headers count by their text.
-    set(CMAKE_CXX_COMPILER_LAUNCHER env
+    # It looks at the files that the compiler names instead of running the preprocessor first.
+    set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_DEPEND=1
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${TARNWICK_CCACHE})
 endif()
 
