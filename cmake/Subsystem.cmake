@@ -21,8 +21,7 @@ function(tarnwick_test_suite name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
     add_library(tarnwick_tests_${name}_objects OBJECT ${arg_SOURCES})
     target_link_libraries(tarnwick_tests_${name}_objects PUBLIC tarnwick_test_support ${arg_LIBRARIES})
-    # What a test asserts runs once: the second level of optimisation costs more than it saves, and g++ 12 then warns
-    # of errors in std::string that are none.
+    # What a test asserts runs once: the second level of optimisation costs more than it saves.
     target_compile_options(tarnwick_tests_${name}_objects PRIVATE $<$<CONFIG:Release>:-O1>)
     if("nlohmann_json::nlohmann_json" IN_LIST arg_LIBRARIES)
         tarnwick_precompiled(tarnwick_tests_${name}_objects json_tests)
