@@ -17,10 +17,16 @@
 namespace tarnwick {
 
 void startEveryModule(const DataFolder& folder) {
-    LevelFile level; // empty but for an emitter, which reads a file of its own
+    LevelFile level; // of each thing another number; the emitter reads a file of its own
     level.emitters.push_back({0, {0, 0}, {1.0f, 0.0f}, "fx\\drip.cfg"});
+    level.forces.assign(2, {1, {0, 0}, {1.0f, 0.0f}, 1.0f});
+    level.triggers.assign(3, {0, 1, 0.0f, {{0, 0}, {0, 10}, {10, 10}, {10, 0}}});
+    level.movers.assign(4, {1, 1.0f, {0, 0}, {100, 0}});
+    for (std::int32_t id = 1; id <= 5; ++id) {
+        level.soundSources.push_back({id, {0, 0}, 100, 0, "sfx\\none.wav"});
+    }
     folder.write("fx/drip.cfg", "");
-    folder.write("maps/empty.rivl", LevelFileBuilder::write(level));
+    folder.write("maps/small.rivl", LevelFileBuilder::write(level));
     GLWindow::createHeadless(800, 600);
     BasicCommands::handOver();
     GLConsole::initialise();
@@ -33,8 +39,8 @@ void startEveryModule(const DataFolder& folder) {
     {
         const NameEntry nameEntry(nullptr); // comes after a level that ended well
     }
-    if (!Game::initialise("maps\\empty.rivl")) {
-        throw std::runtime_error("the empty level was refused: " + GLConsole::outputText());
+    if (!Game::initialise("maps\\small.rivl")) {
+        throw std::runtime_error("the small level was refused: " + GLConsole::outputText());
     }
 }
 
