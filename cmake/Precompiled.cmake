@@ -42,3 +42,10 @@ function(tarnwick_precompiled target kind)
             -Wno-array-bounds -Wno-restrict -Wno-stringop-overflow -Wno-stringop-overread>)
     endif()
 endfunction()
+
+# Builds everything once more, in build/alone, each file with nothing but the headers that it includes.
+add_custom_target(each_file_alone
+    COMMAND ${CMAKE_COMMAND} --preset alone
+    COMMAND ${CMAKE_COMMAND} --build --preset alone
+    WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+    USES_TERMINAL VERBATIM)
