@@ -76,11 +76,14 @@ def instructions_screen():
 
 
 CREDITS = (
-    ("Design, code, levels, pictures, sounds and music", "the Tarnwick team"),
+    ("Design, code, levels, pictures, sounds and music",
+     "the Tarnwick team; code under the GPL 3 or later, all else under CC BY-SA 4.0"),
     ("Letters", "Vollkorn, Fantasque Sans Mono, JetBrains Mono (SIL Open Font Licence 1.1)"),
-    ("Instruments of the music", "the sound font FluidR3 (MIT licence)"),
-    ("Built on", "SDL, OpenGL, OpenAL and FFmpeg"),
-    ("Drawn and sounded with", "Python, NumPy, SciPy, Pillow, FreeType and FluidSynth"),
+    ("Instruments of the music", "the sound font FluidR3 by Frank Wen (MIT licence)"),
+    ("Built on", "SDL, SDL_image, SDL_mixer (zlib licence), OpenAL Soft (LGPL 2 or later),",
+     "FFmpeg (GPL 2 or later), GLVND and Mesa (MIT), GLU (SGI Free Software Licence B 2.0),",
+     "CLI11 and libzip (BSD), JSON for Modern C++ (MIT)"),
+    ("Drawn and sounded with", "Python, NumPy, SciPy, Pillow, FreeType, librsvg and FluidSynth"),
 )
 
 
@@ -88,10 +91,12 @@ def credits_screen():
     """Who made the game, and with what, on a sheet."""
     canvas = board_screen("Credits", 130, 172, 852, 445, 148, 64)
     boards.sheet(canvas, 192, 118, 832, 428, seed=84)
-    for index, (title, text) in enumerate(CREDITS):
-        y = 152 + index * 56
-        boards.ink(canvas, title, 512, y, size=17, weight="Bold", colour=palette.WOVEN_RED_RAMP[0], align=0.5)
-        boards.ink(canvas, text, 512, y + 23, size=16, align=0.5)
+    y = 143
+    for title, *lines in CREDITS:
+        boards.ink(canvas, title, 512, y, size=16, weight="Bold", colour=palette.WOVEN_RED_RAMP[0], align=0.5)
+        for row, text in enumerate(lines, start=1):
+            boards.ink(canvas, text, 512, y + 2 + row * 19, size=14.5, align=0.5)
+        y += 32 + 19 * len(lines)
     return canvas
 
 

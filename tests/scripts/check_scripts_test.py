@@ -309,5 +309,39 @@ class DocumentsTest(CheckTest):
         self.expect_slip("docs/pumps.md:1", "scripts/pump")
 
 
+class LicencesTest(CheckTest):
+    """scripts/check-licences"""
+
+    script = "check-licences"
+
+    def setUp(self):
+        super().setUp()
+        self.write(".reuse/dep5", "Format: https://www.debian.org/doc/packaging-manuals/copyright-format/1.0/\n\n"
+                   "Files: .reuse/* assets/* docs/* scripts/* src/* tests/*\nCopyright: 2026 The team\nLicense: MIT\n")
+        self.write("LICENSES/MIT.txt", "Permission is granted.\n")
+        self.write("scripts/packages.txt", "cmake\nlibpump-dev\n")
+        self.write("assets/packages.txt", "fonts-tap\n")
+        self.write("docs/licences.md", "`libpump-dev` Zlib, `fonts-tap` OFL\n")
+
+    def test_a_tree_without_slip_passes(self):
+        self.expect_clean()
+
+    def test_a_file_without_a_licence_is_found(self):
+        self.write("music/song.ogg", "OggS")
+        self.expect_slip("music/song.ogg")
+
+    def test_a_licence_without_its_text_is_found(self):
+        self.replace(".reuse/dep5", "License: MIT", "License: MIT AND Zlib")
+        self.expect_slip("Zlib")
+
+    def test_a_library_that_is_not_named_is_found(self):
+        self.replace("docs/licences.md", "`libpump-dev` Zlib, ", "")
+        self.expect_slip("libpump-dev is not there")
+
+    def test_a_font_that_is_not_named_is_found(self):
+        self.replace("docs/licences.md", "`fonts-tap` OFL", "")
+        self.expect_slip("fonts-tap is not there")
+
+
 if __name__ == "__main__":
     unittest.main()
