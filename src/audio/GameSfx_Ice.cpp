@@ -2,6 +2,7 @@
 
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "core/ShareLeft.h"
 #include "core/VectorMaths2D.h"
 #include "particles/ParticleGroupMover.h"
 
@@ -9,16 +10,6 @@
 #include <cmath>
 
 namespace tarnwick {
-
-namespace {
-
-/// What is left after `dt` seconds of something of which `share` is left after one.
-float keptAfter(float share, float dt) {
-    TARNWICK_LOCATION("GameSfx_Ice::keptAfter");
-    return static_cast<float>(std::pow(static_cast<double>(share), static_cast<double>(dt)));
-}
-
-} // namespace
 
 GameSfx_Ice::State GameSfx_Ice::state;
 
@@ -62,10 +53,10 @@ void GameSfx_Ice::update(float dt) {
     const float fall = state.previousAverageSpeed - speed; // above 0 when the ice has hit something
     state.previousAverageSpeed = speed;
 
-    const float part = (1.0f - keptAfter(state.freezeEffectSpeed, dt)) * state.pendingFreeze;
+    const float part = (1.0f - shareLeft(state.freezeEffectSpeed, dt)) * state.pendingFreeze;
     state.pendingFreeze -= part;
     state.freezeLevel += part * state.freezeVolume;
-    state.freezeLevel *= keptAfter(state.freezeVolumeFadeRate, dt);
+    state.freezeLevel *= shareLeft(state.freezeVolumeFadeRate, dt);
 
     state.disturbance.playDisturbanceSounds(fall, static_cast<float>(count) / smallBody);
     calculateFrictionLevel(dt);
@@ -101,7 +92,7 @@ void GameSfx_Ice::calculateFrictionLevel(float dt) {
             target += vectorLength(group.velocity) * state.frictionSpeed * std::sqrt(share);
         }
     }
-    const float kept = keptAfter(state.frictionChangeRate, dt);
+    const float kept = shareLeft(state.frictionChangeRate, dt);
     state.frictionLevel = (1.0f - kept) * target + kept * state.frictionLevel;
 }
 

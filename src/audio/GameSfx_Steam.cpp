@@ -2,9 +2,8 @@
 
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "core/ShareLeft.h"
 #include "particles/ParticleManager.h"
-
-#include <cmath>
 
 namespace tarnwick {
 
@@ -15,12 +14,6 @@ constexpr float evaporationVolume = 0.05f; ///< Level for each particle that eva
 constexpr float evaporationKept = 0.25f;   ///< Share of the level of evaporation that is left after 1 s.
 constexpr float ambientVolume = 0.02f;     ///< Level for each particle of steam.
 constexpr float ambientKept = 0.05f;       ///< Share of the old ambient level that is left after 1 s.
-
-/// What is left after `dt` seconds of something of which `share` is left after one.
-float keptAfter(float share, float dt) {
-    TARNWICK_LOCATION("GameSfx_Steam::keptAfter");
-    return static_cast<float>(std::pow(static_cast<double>(share), static_cast<double>(dt)));
-}
 
 } // namespace
 
@@ -51,12 +44,12 @@ void GameSfx_Steam::update(float dt) {
     }
     state.previousCount = count;
 
-    const float part = (1.0f - keptAfter(pendingKept, dt)) * state.pendingEvaporation;
+    const float part = (1.0f - shareLeft(pendingKept, dt)) * state.pendingEvaporation;
     state.pendingEvaporation -= part;
     state.evaporationLevel += part * evaporationVolume;
-    state.evaporationLevel *= keptAfter(evaporationKept, dt);
+    state.evaporationLevel *= shareLeft(evaporationKept, dt);
 
-    const float kept = keptAfter(ambientKept, dt);
+    const float kept = shareLeft(ambientKept, dt);
     state.ambientLevel =
         (1.0f - kept) * static_cast<float>(count) * ambientVolume + kept * state.ambientLevel;
 

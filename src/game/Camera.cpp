@@ -4,6 +4,7 @@
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Random.h"
+#include "core/ShareLeft.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
 #include "particles/ParticleGroupMover.h"
@@ -21,12 +22,6 @@ constexpr float normalZoom = 1.0f;
 constexpr float largestAngle = 180.0f;                ///< Degrees.
 constexpr float largestWaypointInterpolation = 0.99f; ///< At 1 the camera would never arrive.
 constexpr float xBeforeLevel = -1000.0f;              ///< World units, until the level's camera start is set.
-
-/// Share of a distance that is left after `dt` seconds when `share` is left after one.
-float keptAfter(float share, float dt) {
-    TARNWICK_LOCATION("Camera::keptAfter");
-    return static_cast<float>(std::pow(static_cast<double>(share), static_cast<double>(dt)));
-}
 
 /// The middle of all the water, in which what lies near `camera` counts more, so that the view stays with the
 /// main body and does not split the difference with stragglers. (0, 0) without water.
@@ -150,7 +145,7 @@ void Camera::doMovement(float dt) {
         moveToWaypoint(target.x, target.y, dt);
         return;
     }
-    const float kept = keptAfter(state.movementInterpolateSpeed, dt);
+    const float kept = shareLeft(state.movementInterpolateSpeed, dt);
     followTarget(target, kept);
 }
 
@@ -164,7 +159,7 @@ void Camera::moveToWaypoint(float x, float y, float dt) {
     TARNWICK_LOCATION("Camera::moveToWaypoint");
     const Vector2 target{x, y};
     const Vector2 before = position();
-    followTarget(target, keptAfter(state.waypointInterpolateSpeed, dt));
+    followTarget(target, shareLeft(state.waypointInterpolateSpeed, dt));
     if (distanceBetween(before, target) <= state.waypointInterpolateDistance) {
         setState(normal);
     }
@@ -235,7 +230,7 @@ void Camera::setShakeOffset(Vector2 offset) {
 
 void Camera::doTurning(float dt) {
     TARNWICK_LOCATION("Camera::doTurning");
-    const float kept = keptAfter(state.rotationSmooth, dt);
+    const float kept = shareLeft(state.rotationSmooth, dt);
     float turn = 0.0f;
     if (GLWindow::keyboardKeyPressed(key::left)) {
         turn += state.keyboardTurnSpeed;

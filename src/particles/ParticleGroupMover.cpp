@@ -5,6 +5,7 @@
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
+#include "core/ShareLeft.h"
 #include "game/Camera.h"
 #include "particles/CircleCollision.h"
 #include "particles/FreezeField.h"
@@ -25,12 +26,6 @@ constexpr float stepPerRadius = 0.75f; ///< Share of the radius between two coll
 constexpr float mergeSlack = 2.0f;     ///< World units between two discs that already merge.
 constexpr float pi = 3.1415927f;
 static_assert(stepPerRadius < 1.0f); // or a disc could step through a wall
-
-/// `base` to the power of `dt`: the share left after `dt` seconds when `base` is left after one.
-float shareLeft(float base, float dt) {
-    TARNWICK_LOCATION("ParticleGroupMover::shareLeft");
-    return static_cast<float>(std::pow(static_cast<double>(base), static_cast<double>(dt)));
-}
 
 /// Radius of the disc that has the area of `count` particles.
 float radiusOf(std::size_t count) {

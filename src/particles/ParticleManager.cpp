@@ -7,6 +7,7 @@
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "core/Random.h"
+#include "core/ShareLeft.h"
 #include "game/Camera.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleGroupMover.h"
@@ -74,8 +75,7 @@ void ParticleManager::runSimulation(float dt) {
     const Tick tick{
         .dt = dt,
         .gravityStep = down * dt * state.gravity,
-        .heatKept = static_cast<float>(
-            std::pow(static_cast<double>(1.0f - state.heatTransferRate), static_cast<double>(dt))),
+        .heatKept = shareLeft(1.0f - state.heatTransferRate, dt),
         .view = ViewRectangle::ofCamera(),
     };
     ParticleMover::rebuildGrid(particles);

@@ -4,13 +4,13 @@
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "core/Random.h"
+#include "core/ShareLeft.h"
 #include "game/Camera.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleManager.h"
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 
 namespace tarnwick {
 
@@ -26,10 +26,10 @@ constexpr float attractionTimeBase = 0.75f; ///< Seconds.
 constexpr float largestAttraction = 1.5f;   ///< World units in one tick.
 constexpr float attractionJitter = 0.1f;    ///< World units: full width of the random offset on each axis.
 constexpr float onTheMiddle = 0.0001f;      ///< World units: below this there is no direction to the middle.
-constexpr std::uint32_t keptSpeedHash =
-    0x9E3779B1u; ///< 2^32 by the golden ratio: spreads the bits of a float.
-constexpr float gridReach =
-    512.0f; ///< World units the grid reaches left of and above the camera; kept lopsided.
+/// 2^32 by the golden ratio: spreads the bits of a float.
+constexpr std::uint32_t keptSpeedHash = 0x9E3779B1u;
+/// World units the grid reaches left of and above the camera; kept lopsided.
+constexpr float gridReach = 512.0f;
 static_assert(interactionDistance == 2.0f * particleRadius);
 static_assert(largestStep < particleRadius); // or a particle could step through a wall
 
@@ -60,8 +60,7 @@ void ParticleMover::clearParticleGrid() {
 
 void ParticleMover::updateSimulationVars(float dt) {
     TARNWICK_LOCATION("ParticleMover::updateSimulationVars");
-    const double kept = std::pow(static_cast<double>(state.decayBase), static_cast<double>(dt));
-    state.simulationDecay = 1.0f - static_cast<float>(kept);
+    state.simulationDecay = 1.0f - shareLeft(state.decayBase, dt);
 }
 
 void ParticleMover::addGridParticle(Particle& particle) {
@@ -252,8 +251,7 @@ float ParticleMover::speedKept(float friction, float dt) {
     const auto bits = std::bit_cast<std::uint32_t>(friction);
     KeptSpeed& entry = state.keptSpeeds[(bits * keptSpeedHash) >> (32u - keptSpeedBits)];
     if (entry.friction != friction || entry.dt != dt) {
-        const double kept = std::pow(static_cast<double>(friction), static_cast<double>(dt));
-        entry = {friction, dt, static_cast<float>(kept)};
+        entry = {friction, dt, shareLeft(friction, dt)};
     }
     return entry.kept;
 }
