@@ -4,9 +4,7 @@
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "game/GameRules.h"
-#include "graphics/GLWindow.h"
-
-#include <GL/gl.h>
+#include "graphics/VirtualScreen.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,8 +14,6 @@ namespace tarnwick {
 namespace {
 
 constexpr float shortestFade = 0.01f;
-constexpr float screenWidth = 800.0f; ///< The virtual screen on which texts are laid out.
-constexpr float screenHeight = 600.0f;
 
 constexpr std::uint32_t millisecondsInHour = 3'600'000;
 constexpr std::uint32_t millisecondsInMinute = 60'000;
@@ -98,9 +94,7 @@ void CheckPointTimesManager::draw() {
     if (state.timeFont == nullptr || state.displayState == nothing) {
         return;
     }
-    GLWindow::glBeginDraw2d();
-    glScalef(static_cast<float>(GLWindow::getClientWidth()) / screenWidth,
-             static_cast<float>(GLWindow::getClientHeight()) / screenHeight, 1.0f);
+    VirtualScreen::begin(1.0f);
     if (state.displayState == timeFadingIn || state.displayState == timeFadingOut) {
         drawTime();
     } else {
@@ -130,8 +124,9 @@ void CheckPointTimesManager::drawDifference() {
 void CheckPointTimesManager::drawText(const std::string& text, Colour colour) {
     TARNWICK_LOCATION("CheckPointTimesManager::drawText");
     const Colour shown = colour.faded(fadedAlpha());
-    state.timeFont->drawStringCentered(text.c_str(), 0.0f, state.yPosition, screenWidth, state.fontSize,
-                                       state.fontSize, shown.red, shown.green, shown.blue, shown.alpha);
+    state.timeFont->drawStringCentered(text.c_str(), 0.0f, state.yPosition, VirtualScreen::width,
+                                       state.fontSize, state.fontSize, shown.red, shown.green, shown.blue,
+                                       shown.alpha);
 }
 
 /// Share of the text's alpha at this moment of the fade; its root makes the fade steep at the dark end.

@@ -11,6 +11,7 @@
 #include "graphics/GLWindow.h"
 #include "graphics/LevelGeometryRenderer.h"
 #include "graphics/ParticleRenderer.h"
+#include "graphics/VirtualScreen.h"
 #include "gui/GameMenus.h"
 #include "gui/GuiDrawing.h"
 #include "level/Level.h"
@@ -27,19 +28,9 @@ namespace tarnwick {
 
 namespace {
 
-constexpr float screenWidth = 800.0f; ///< The virtual screen on which texts and menus are laid out.
-constexpr float screenHeight = 600.0f;
 constexpr float pausedTextSize = 32.0f;
 constexpr float cursorShadowOffset = 2.0f; ///< Pixels right and down, of the black copy below.
 constexpr float pausedShadowOffset = 2.0f; ///< Right and down, of the black copy below.
-
-/// Client pixels, scaled so that the client area is 800 by 600 whatever its size.
-void beginVirtualScreen() {
-    TARNWICK_LOCATION("Game::beginVirtualScreen");
-    GLWindow::glBeginDraw2d();
-    glScalef(static_cast<float>(GLWindow::getClientWidth()) / screenWidth,
-             static_cast<float>(GLWindow::getClientHeight()) / screenHeight, 1.0f);
-}
 
 /// One layer of the level, from the back: what can move, then what cannot, then the objects.
 void drawLayer(std::uint32_t layer, void (*drawGeometry)()) {
@@ -77,7 +68,7 @@ void Game::drawPicture() {
         }
     }
     GameRules::draw();
-    beginVirtualScreen();
+    VirtualScreen::begin(1.0f);
     drawPausedText();
     CheckPointTimesManager::draw();
     drawMenu();
@@ -121,8 +112,8 @@ void Game::drawPausedText() {
         return;
     }
     const auto drawAt = [](float offset, float shade) {
-        state.gameFont->drawStringCentered("Paused", offset, offset, screenWidth, screenHeight,
-                                           pausedTextSize, shade, shade, shade, 1.0f);
+        state.gameFont->drawStringCentered("Paused", offset, offset, VirtualScreen::width,
+                                           VirtualScreen::height, pausedTextSize, shade, shade, shade, 1.0f);
     };
     drawAt(pausedShadowOffset, 0.0f);
     drawAt(0.0f, 1.0f);

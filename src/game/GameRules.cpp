@@ -8,13 +8,11 @@
 #include "core/Log.h"
 #include "game/Camera.h"
 #include "game/Game.h"
-#include "graphics/GLWindow.h"
+#include "graphics/VirtualScreen.h"
 #include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
-
-#include <GL/gl.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -23,9 +21,6 @@
 namespace tarnwick {
 
 namespace {
-
-constexpr float screenWidth = 800.0f; ///< The virtual screen on which the menus are laid out.
-constexpr float screenHeight = 600.0f;
 
 constexpr float returnRadius = 10.0f; ///< World units: the disc in which water comes back.
 constexpr float shortestFinish = 0.001f;
@@ -211,9 +206,7 @@ std::uint32_t GameRules::getTotalScore() {
 
 void GameRules::draw() {
     TARNWICK_LOCATION("GameRules::draw");
-    GLWindow::glBeginDraw2d();
-    glScalef(static_cast<float>(GLWindow::getClientWidth()) / screenWidth,
-             static_cast<float>(GLWindow::getClientHeight()) / screenHeight, 1.0f);
+    VirtualScreen::begin(1.0f);
     if (state.levelEnding && state.finishTimeLeft > 0.0f && state.finishAnimation != nullptr) {
         drawFinish();
     }

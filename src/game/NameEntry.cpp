@@ -7,6 +7,7 @@
 #include "graphics/GLTexture.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
+#include "graphics/VirtualScreen.h"
 #include "gui/GuiAnimatedButton.h"
 #include "gui/GuiDrawing.h"
 #include "gui/GuiScreen.h"
@@ -20,8 +21,6 @@ namespace tarnwick {
 
 namespace {
 
-constexpr float virtualWidth = GuiScreen::virtualWidth;
-constexpr float virtualHeight = GuiScreen::virtualHeight;
 constexpr float veilAlpha = 0.9f; ///< Of the black between the menu behind and the entry.
 
 // Virtual units.
@@ -31,17 +30,6 @@ constexpr float titleSize = 32.0f;
 constexpr float nameY = 224.0f;
 constexpr float nameBoxHeight = 16.0f;
 constexpr float nameSize = 24.0f;
-
-/// Client sizes as divisors: a minimised window may have none.
-float clientWidth() {
-    TARNWICK_LOCATION("NameEntry::clientWidth");
-    return static_cast<float>(std::max(GLWindow::getClientWidth(), 1));
-}
-
-float clientHeight() {
-    TARNWICK_LOCATION("NameEntry::clientHeight");
-    return static_cast<float>(std::max(GLWindow::getClientHeight(), 1));
-}
 
 /// Letters and digits without accents, and the blank.
 bool canBeEntered(std::uint8_t character) {
@@ -97,8 +85,8 @@ std::string NameEntry::name() const {
 
 bool NameEntry::overContinueButton(std::uint32_t x, std::uint32_t y) const {
     TARNWICK_LOCATION("NameEntry::overContinueButton");
-    const float virtualX = static_cast<float>(x) * (virtualWidth / clientWidth());
-    const float virtualY = static_cast<float>(y) * (virtualHeight / clientHeight());
+    const float virtualX = static_cast<float>(x) * VirtualScreen::unitsPerPixelX();
+    const float virtualY = static_cast<float>(y) * VirtualScreen::unitsPerPixelY();
     const auto left = static_cast<float>(continueButton->x);
     const auto top = static_cast<float>(continueButton->y);
     return left <= virtualX && virtualX < left + static_cast<float>(continueButton->width) &&
@@ -188,13 +176,12 @@ void NameEntry::windowRedrawing() {
 
 void NameEntry::drawNameEntry() const {
     TARNWICK_LOCATION("NameEntry::drawNameEntry");
-    GLWindow::glBeginDraw2d();
-    glScalef(clientWidth() / virtualWidth, clientHeight() / virtualHeight, 1.0f);
+    VirtualScreen::begin(1.0f);
     glDisable(GL_TEXTURE_2D);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glColor4f(0.0f, 0.0f, 0.0f, veilAlpha);
-    glRectf(0.0f, 0.0f, virtualWidth, virtualHeight);
+    glRectf(0.0f, 0.0f, VirtualScreen::width, VirtualScreen::height);
     drawCentred("New high score!", titleY, titleSize, titleSize);
     drawCentred("Please enter name:", requestY, titleSize, titleSize);
     drawCentred(enteredName.data(), nameY, nameBoxHeight, nameSize);
@@ -205,8 +192,8 @@ void NameEntry::drawNameEntry() const {
 void NameEntry::drawCentred(const char* text, float y, float boxHeight, float size) const {
     TARNWICK_LOCATION("NameEntry::drawCentred");
     const auto drawAt = [&](Vector2 offset, Colour colour) {
-        font->drawStringCentered(text, offset.x, y + offset.y, virtualWidth, boxHeight, size, colour.red,
-                                 colour.green, colour.blue, colour.alpha);
+        font->drawStringCentered(text, offset.x, y + offset.y, VirtualScreen::width, boxHeight, size,
+                                 colour.red, colour.green, colour.blue, colour.alpha);
     };
     drawAt(dropShadowOffset, dropShadowColour);
     drawAt({}, textColour);

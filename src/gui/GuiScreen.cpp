@@ -3,6 +3,7 @@
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "graphics/GLWindow.h"
+#include "graphics/VirtualScreen.h"
 
 #include <GL/gl.h>
 
@@ -11,17 +12,6 @@
 namespace tarnwick {
 
 namespace {
-
-/// Client sizes as divisors: a minimised window may have none.
-float clientWidth() {
-    TARNWICK_LOCATION("GuiScreen::clientWidth");
-    return static_cast<float>(std::max(GLWindow::getClientWidth(), 1));
-}
-
-float clientHeight() {
-    TARNWICK_LOCATION("GuiScreen::clientHeight");
-    return static_cast<float>(std::max(GLWindow::getClientHeight(), 1));
-}
 
 /// A client position in virtual units; halves go away from zero.
 std::uint32_t toVirtual(std::uint32_t position, float virtualUnitsPerPixel) {
@@ -33,12 +23,12 @@ std::uint32_t toVirtual(std::uint32_t position, float virtualUnitsPerPixel) {
 
 std::uint32_t toVirtualX(std::uint32_t x) {
     TARNWICK_LOCATION("GuiScreen::toVirtualX");
-    return toVirtual(x, GuiScreen::virtualWidth / clientWidth());
+    return toVirtual(x, VirtualScreen::unitsPerPixelX());
 }
 
 std::uint32_t toVirtualY(std::uint32_t y) {
     TARNWICK_LOCATION("GuiScreen::toVirtualY");
-    return toVirtual(y, GuiScreen::virtualHeight / clientHeight());
+    return toVirtual(y, VirtualScreen::unitsPerPixelY());
 }
 
 bool contains(const GuiWidget& widget, std::uint32_t x, std::uint32_t y) {
@@ -301,8 +291,7 @@ void GuiScreen::drawWidgets() {
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_DEPTH_TEST);
     glShadeModel(GL_FLAT);
-    GLWindow::glBeginDraw2d();
-    glScalef(clientWidth() / virtualWidth, clientHeight() / virtualHeight, 0.0f);
+    VirtualScreen::begin(0.0f);
     for (const auto& widget : widgets) {
         if (widget->visible) {
             widget->windowRedrawing();

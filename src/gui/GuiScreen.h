@@ -13,10 +13,9 @@
 
 namespace tarnwick {
 
-/// A screen of widgets: draws them in a fixed virtual space of 800 by 600 units whatever the window's size,
-/// hands mouse and keys to the widget that has the focus, and calls the widgets' callbacks, at once or after
-/// the delay of widget and event. A delayed event waits in a queue of its kind; the queues run once a drawn
-/// frame.
+/// A screen of widgets: draws them on the `VirtualScreen`, hands mouse and keys to the widget that has the
+/// focus, and calls the widgets' callbacks, at once or after the delay of widget and event. A delayed event
+/// waits in a queue of its kind; the queues run once a drawn frame.
 ///
 /// The focus follows the mouse: moving onto a widget gives it the focus, and a press goes to the widget that
 /// has it, wherever the pointer is. Where widgets overlap, the one added first takes the mouse, though the
@@ -26,9 +25,6 @@ namespace tarnwick {
 /// when the window closes under it they go, before the GL context does, and nobody may touch them afterwards.
 class GuiScreen : public GLWindowEventListener {
 public:
-    static constexpr float virtualWidth = 800.0f;
-    static constexpr float virtualHeight = 600.0f;
-
     float backgroundRed = 0.0f; ///< What the picture is cleared to, 0 to 1.
     float backgroundGreen = 0.0f;
     float backgroundBlue = 0.0f;

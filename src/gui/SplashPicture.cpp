@@ -2,6 +2,7 @@
 
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "graphics/VirtualScreen.h"
 
 #include <GL/gl.h>
 
@@ -11,10 +12,8 @@ namespace tarnwick {
 
 namespace {
 
-constexpr float virtualWidth = 800.0f; ///< Units of the picture, whatever the window's size.
-constexpr float virtualHeight = 600.0f;
-constexpr float slowestAnimation =
-    0.000001f;                       ///< Frames per second: stands for 0, by which nothing is divided.
+/// Frames per second: stands for 0, by which nothing is divided.
+constexpr float slowestAnimation = 0.000001f;
 constexpr float shadowOffset = 1.0f; ///< Units, to the right and down.
 constexpr std::int32_t largestClientSize = 65535;
 
@@ -94,7 +93,7 @@ void SplashPicture::draw(std::int32_t clientWidth, std::int32_t clientHeight) co
     glDisable(GL_CULL_FACE);
     glDisable(GL_DEPTH_TEST);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glScalef(static_cast<float>(width) / virtualWidth, static_cast<float>(height) / virtualHeight, 0.0f);
+    VirtualScreen::scale(width, height, 0.0f);
     drawBackground();
     drawAnimation();
 }
@@ -107,11 +106,11 @@ void SplashPicture::drawBackground() const {
     glTexCoord2f(left, top);
     glVertex2f(0.0f, 0.0f);
     glTexCoord2f(right, top);
-    glVertex2f(virtualWidth, 0.0f);
+    glVertex2f(VirtualScreen::width, 0.0f);
     glTexCoord2f(right, bottom);
-    glVertex2f(virtualWidth, virtualHeight);
+    glVertex2f(VirtualScreen::width, VirtualScreen::height);
     glTexCoord2f(left, bottom);
-    glVertex2f(0.0f, virtualHeight);
+    glVertex2f(0.0f, VirtualScreen::height);
     glEnd();
 }
 
