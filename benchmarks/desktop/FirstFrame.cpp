@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr int startTimeField =
-    22; ///< Of /proc/self/stat: ticks of the clock from boot to the process's start.
+/// Of /proc/self/stat: ticks of the clock from boot to the process's start.
+constexpr int startTimeField = 22;
 
 double secondsSinceBoot() {
     timespec time{};

@@ -42,7 +42,8 @@ struct Box {
 /// for.
 ///
 /// It pays where neighbours in the row are neighbours in the plane, like the sides of an outline, or things
-/// sorted by `orderInPlane`.
+/// sorted by `orderInPlane`. In the field's words: an implicit bounding volume hierarchy of four children,
+/// packed bottom up.
 class BoxRow {
 public:
     void clear() {
@@ -89,8 +90,8 @@ public:
     }
 
 private:
-    static constexpr unsigned fanOutBits =
-        2; ///< Blocks of one level in a block of the next, as a power of two.
+    /// Blocks of one level in a block of the next, as a power of two.
+    static constexpr unsigned fanOutBits = 2;
 
     std::vector<std::vector<Box>> levels; ///< Blocks of 4, of 16 and so on; the last level is a single block.
     std::size_t count = 0;
@@ -127,7 +128,8 @@ private:
     }
 };
 
-/// The indices of `boxes` in an order in which neighbours in the plane are mostly neighbours.
+/// The indices of `boxes` in an order in which neighbours in the plane are mostly neighbours: the Morton
+/// order of their corners.
 std::vector<std::uint32_t> orderInPlane(const std::vector<Box>& boxes);
 
 } // namespace tarnwick

@@ -55,8 +55,8 @@ private:
     };
     static State state;
 
-    static constexpr std::size_t signalStackSize =
-        1'048'576; ///< Bytes: closing a window calls the GL driver.
+    /// Bytes: closing a window calls the GL driver.
+    static constexpr std::size_t signalStackSize = 1'048'576;
     alignas(64) static std::array<std::byte, signalStackSize> signalStack;
 
     static void prepareReport();

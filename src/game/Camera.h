@@ -15,8 +15,8 @@ public:
     Camera() = delete;
 
     /// Values of `state().cameraState`.
-    static constexpr std::int32_t movingToWaypoint =
-        0; ///< Flies to the water; simulation and timer are held.
+    /// Flies to the water; simulation and timer are held.
+    static constexpr std::int32_t movingToWaypoint = 0;
     static constexpr std::int32_t normal = 1;
     static constexpr std::int32_t zoomingOut = 2;
     static constexpr std::int32_t holdingZoom = 3;
@@ -83,8 +83,8 @@ private:
         float mouseTurnSpeed = 0.0f;           ///< Degrees per second per pixel.
         float zoomSpeed = 0.0f;                ///< Zoom units per second.
         float zoomWait = 0.0f;                 ///< Seconds held at full zoom.
-        float waypointInterpolateSpeed =
-            0.0f; ///< Share of the distance left after 1 s in state 0, 0 to 0.99.
+        /// Share of the distance left after 1 s in state 0, 0 to 0.99.
+        float waypointInterpolateSpeed = 0.0f;
         float waypointInterpolateDistance = 0.0f; ///< Arrival distance, world units.
         float waypointWaitTime = 0.0f;            ///< Seconds; without effect.
         float shakeTime = 0.0f;                   ///< Seconds.

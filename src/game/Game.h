@@ -24,8 +24,8 @@ class Game {
 public:
     Game() = delete;
 
-    static constexpr float tickThreshold =
-        0.013333334f;                                  ///< Seconds, 1/75: gathered time at which a tick runs.
+    /// Seconds, 1/75: gathered time at which a tick runs.
+    static constexpr float tickThreshold = 0.013333334f;
     static constexpr float longestStep = 0.033333335f; ///< Seconds, 1/30: most that one simulation step gets.
 
     /// Runs a game on `levelFile` until the window goes away or the loop is told to end. Does nothing without

@@ -224,8 +224,8 @@ private:
     static constexpr std::size_t keyNumbers = 256;
     static constexpr std::size_t scancodes = 512; ///< SDL's.
     static constexpr std::size_t gammaEntries = 256;
-    static constexpr const char* defaultTitle =
-        "Untitled window"; ///< At every creation, before the real one.
+    /// At every creation, before the real one.
+    static constexpr const char* defaultTitle = "Untitled window";
     static constexpr const char* windowClassName = "TolvarsWindowClass";
 
     struct State {

@@ -17,8 +17,8 @@ constexpr std::uint32_t capsLockKey = 0x14;
 constexpr std::uint32_t f10Key = 0x79;
 constexpr std::uint32_t numLockKey = 0x90;
 constexpr std::uint32_t scrollLockKey = 0x91;
-constexpr std::uint32_t leftShiftKey =
-    0xA0; ///< And then right Shift, left and right Ctrl, left and right Alt.
+/// And then right Shift, left and right Ctrl, left and right Alt.
+constexpr std::uint32_t leftShiftKey = 0xA0;
 constexpr std::uint32_t rightAltKey = 0xA5;
 constexpr SDL_Scancode sideScancodes[] = {SDL_SCANCODE_LSHIFT, SDL_SCANCODE_RSHIFT, SDL_SCANCODE_LCTRL,
                                           SDL_SCANCODE_RCTRL,  SDL_SCANCODE_LALT,   SDL_SCANCODE_RALT};

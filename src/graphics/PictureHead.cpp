@@ -13,8 +13,8 @@ namespace tarnwick {
 namespace {
 
 // The most pixels that a byte of a file can stand for.
-constexpr std::uint64_t pngPixelsPerByte =
-    8 * std::uint64_t{1032};                     ///< 8 pixels a byte, and the best that deflate does.
+/// 8 pixels a byte, and the best that deflate does.
+constexpr std::uint64_t pngPixelsPerByte = 8 * std::uint64_t{1032};
 constexpr std::uint64_t bmpPixelsPerByte = 128;  ///< Runs of 255 in two bytes; 8 a byte without runs.
 constexpr std::uint64_t gifPixelsPerByte = 4096; ///< The longest entry of a dictionary of 12 bits.
 constexpr std::uint64_t tgaPixelsPerByte = 128;  ///< With runs.

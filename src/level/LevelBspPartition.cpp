@@ -15,8 +15,8 @@ namespace tarnwick {
 namespace {
 
 constexpr float shortestEdge = 0.01f; ///< World units: a piece must be longer to be kept.
-constexpr float splitterSlack =
-    0.1f; ///< World units: an end may lie this far on the other side of a splitter.
+/// World units: an end may lie this far on the other side of a splitter.
+constexpr float splitterSlack = 0.1f;
 constexpr float largestOrderly = 0x1p60f; ///< World units: up to here no product of two distances overflows.
 
 Box boxOf(const LevelBspNode& edge) {

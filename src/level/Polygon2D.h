@@ -10,8 +10,8 @@
 
 namespace tarnwick {
 
-constexpr std::uint32_t layerCount =
-    5; ///< Drawing layers, 0 the farthest; the particles are drawn after layer 1.
+/// Drawing layers, 0 the farthest; the particles are drawn after layer 1.
+constexpr std::uint32_t layerCount = 5;
 
 /// The one shape of a level: an outline, the triangles that it decomposes into and their normals, a friction
 /// and a few flags.

@@ -14,7 +14,8 @@ namespace tarnwick {
 struct Trigger;
 
 /// The triggers that take part in one tick, in the order in which they are asked, with their reaches in
-/// fours, so that a body far from all of them is done in a moment.
+/// fours, so that a body far from all of them is done in a moment. In the field's words: a broad phase of
+/// bounding boxes, grown until the test is conservative, as a structure of arrays for vector instructions.
 ///
 /// The reach of a trigger is a box outside of which `TriggerManager::pointInTrigger` is false for certain,
 /// rounding included. Its margin beyond the corners follows from this, for a counter-clockwise triangle whose

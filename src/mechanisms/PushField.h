@@ -13,7 +13,8 @@ namespace tarnwick {
 /// The particles that no moving polygon has taken in this tick, found by place.
 ///
 /// They stand in the order of their list, and a number tells each by its place there. A particle does not
-/// move while it is a candidate, so the cells are filled once a tick; one that is taken leaves them.
+/// move while it is a candidate, so the cells are filled once a tick; one that is taken leaves them. In the
+/// field's words: a broad phase, a uniform grid filled by a counting sort.
 class PushField {
 public:
     static constexpr std::uint32_t none = ~0u;

@@ -12,8 +12,8 @@ namespace tarnwick {
 namespace {
 
 constexpr float reachSquared = 1600.0f; ///< 40 world units.
-constexpr float cellSize =
-    28.0f; ///< World units. Its diagonal is 39.6: within reach, with room for rounding.
+/// World units. Its diagonal is 39.6: within reach, with room for rounding.
+constexpr float cellSize = 28.0f;
 constexpr float cellsPerUnit = 1.0f / cellSize;
 constexpr std::uint32_t border = 2; ///< Cells to either side that hold anything within reach.
 static_assert(2.0f * cellSize * cellSize < reachSquared);
@@ -21,8 +21,7 @@ static_assert(static_cast<float>(border) * cellSize > 40.0f);
 constexpr float mostCells = 512.0f; ///< On a side: no view holds particles further apart.
 constexpr std::uint32_t none = ~0u; ///< No member.
 
-// no location: asked for every pair of members
-// no location: one comparison, once a pair
+// no location: one comparison, for every pair of members
 bool withinReach(Vector2 a, Vector2 b) {
     const Vector2 apart = a - b;
     return dotProduct(apart, apart) <= reachSquared;
@@ -74,8 +73,7 @@ void ClusterSweep::layCells() {
     }
 }
 
-// no location: asked for every particle of a sweep
-// no location: two products, once a candidate
+// no location: two products, for every candidate of a sweep
 std::uint32_t ClusterSweep::cellOf(const Vector2& position) const {
     if (columns == 0) {
         return 0;
@@ -106,8 +104,7 @@ std::span<const ClusterSweep::Entry> ClusterSweep::nextCluster() {
     return cluster;
 }
 
-// no location: asked for every particle of a sweep
-// no location: a look-up, once a candidate
+// no location: a look-up, for every candidate of a sweep
 bool ClusterSweep::joins(const Vector2& position, std::uint32_t cell) const {
     if (columns == 0) {
         return std::ranges::any_of(
@@ -138,8 +135,7 @@ bool ClusterSweep::memberWithinReach(const Vector2& position, std::uint32_t cell
     return false;
 }
 
-// no location: called for every particle of a sweep
-// no location: a few stores, once a member
+// no location: a few stores, for every member of a sweep
 void ClusterSweep::addMember(const Entry& entry, std::uint32_t cell) {
     const auto number = static_cast<std::uint32_t>(cluster.size());
     cluster.push_back(entry);

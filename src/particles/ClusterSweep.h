@@ -16,7 +16,8 @@ namespace tarnwick {
 /// the same clusters in the same order. It differs in how it answers the one question, whether any member of
 /// the cluster lies within reach of a candidate: by square cells so small that two particles of one cell
 /// always are. A candidate in a cell with a member joins at once; one whose cell is near no member's cell
-/// stays at once; only between the two are distances taken.
+/// stays at once; only between the two are distances taken. In the field's words: one sweep of clustering by
+/// single linkage, over a uniform grid with time stamps in place of clearing.
 class ClusterSweep {
 public:
     /// A particle, and where it stands as the pass begins.

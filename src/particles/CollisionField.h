@@ -15,7 +15,8 @@ struct LevelBspNode;
 /// of the particles' radius whose centre lies in the cell; the cell keeps the first one that does not. A walk
 /// from there finds the same edges in the same order as one from the root. Most cells keep no node at all,
 /// because no edge can be touched from them: then there is nothing to walk. Whether an edge is switched on is
-/// left out of account, so the field stands for as long as the tree.
+/// left out of account, so the field stands for as long as the tree. In the field's words: a broad phase, a
+/// uniform grid over the tree whose cells cache the entry point of the descent.
 class CollisionField {
 public:
     /// Gathers the field for a tree; null for a level without edges.
@@ -28,8 +29,7 @@ public:
     };
 
     /// Where to start for a particle at `centre`.
-    // no location: asked for every step of every particle
-    // no location: a look-up, several times a particle
+    // no location: a look-up, for every step of every particle
     Start startAt(const Vector2& centre) const {
         const float column = (centre.x - origin.x) * cellsPerUnit;
         const float row = (centre.y - origin.y) * cellsPerUnit;

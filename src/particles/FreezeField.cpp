@@ -13,8 +13,8 @@ namespace tarnwick {
 namespace {
 
 constexpr float reachSquared = 144.0f; ///< 12 world units: how far cold jumps from a frozen particle.
-constexpr float cellSize =
-    12.5f; ///< World units: a little more than the reach, so that rounding does not matter.
+/// World units: a little more than the reach, so that rounding does not matter.
+constexpr float cellSize = 12.5f;
 constexpr float lastCell = 1e9f; ///< Particles further off, which no view can hold, share the last cells.
 
 std::int32_t cellUnder(float coordinate) {

@@ -14,7 +14,8 @@ namespace tarnwick {
 ///
 /// The rule of `ParticleGroupMover::particleGroupRecursive` looks through all of the frozen and then all of
 /// the free particles for each member that it reaches. This takes from a hash of square cells the few that
-/// can be near, and puts them in the order of that search.
+/// can be near, and puts them in the order of that search. In the field's words: a spatial hash with chained
+/// buckets, for a flood fill over neighbours (clustering by single linkage).
 class FreezeField {
 public:
     /// Takes in all particles of both lists, in this order. The lists must not change but through this.

@@ -14,7 +14,8 @@ struct LevelBspNode;
 /// Tells for every place near the view which of the moving edges a particle there may touch.
 ///
 /// A square around the view is divided into cells, and each keeps, in their order, the edges that come near
-/// it; most keep none. The edges move, so the field is built anew in every tick.
+/// it; most keep none. The edges move, so the field is built anew in every tick. In the field's words: a
+/// broad phase, a uniform grid filled by a counting sort.
 class MovingEdgeField {
 public:
     /// Gathers the field for edges that stand still from now on: over the square that reaches `reach` world

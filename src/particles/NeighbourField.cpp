@@ -15,8 +15,8 @@ namespace {
 
 constexpr std::uint32_t lanes = 4;
 constexpr float reach = 4.0f; ///< World units: two radii.
-constexpr float reachSquared =
-    reach * reach;                  ///< A root below 4 belongs to a float below 16, and no other does.
+/// A root below 4 belongs to a float below 16, and no other does.
+constexpr float reachSquared = reach * reach;
 constexpr float onOneSpot = 1e-05f; ///< World units: below this two particles have no direction apart.
 
 /// For each set of lanes: their numbers, packed to the front, and how many they are.
@@ -47,8 +47,7 @@ constexpr std::uint32_t lowestLanes(std::uint32_t count) {
     return (1u << count) - 1u;
 }
 
-// no location: called for every pair of neighbours
-// no location: four loads, once for every four neighbours
+// no location: four loads, for every four neighbours
 Float4 gather(const float* from, const std::uint32_t* slots) {
     return Float4::of(from[slots[0]], from[slots[1]], from[slots[2]], from[slots[3]]);
 }

@@ -31,7 +31,8 @@ struct Overlap {
 /// The rule is `ParticleMover::doParticleRepulsions`, and this gives its results to the last bit. What is
 /// different is where the data lie. The bodies of a cell stand in a row, in the order of the cell's chain,
 /// and the rows are found by one look-up; so positions are compared four at a time, and no pointer is
-/// followed. During a visit nobody's position changes: all distances can be taken ahead. Only the exchange
+/// followed: in the field's words a cell list, the bodies a structure of arrays filled by a counting sort.
+/// During a visit nobody's position changes: all distances can be taken ahead. Only the exchange
 /// must go one by one, since each meeting starts from what the one before left.
 class NeighbourField {
 public:
@@ -53,7 +54,6 @@ public:
 
     /// Leaves the body of a particle that is erased from the list out of account.
     // no location: two stores
-    // no location: two stores
     void drop(std::size_t index) {
         hide(slots[index]);
         slots[index] = dropped;
@@ -68,8 +68,7 @@ public:
     /// Makes a body one that nobody meets: for its own visit, and for a particle that is gone.
     void hide(std::uint32_t slot) { x[slot] = std::numeric_limits<float>::infinity(); }
     /// Puts a body back, changed, and visible.
-    // no location: a handful of stores for every particle of a tick
-    // no location: a few stores, once a particle
+    // no location: a few stores, for every particle of a tick
     void put(std::uint32_t slot, const Body& body) {
         x[slot] = body.position.x;
         y[slot] = body.position.y;
@@ -124,8 +123,8 @@ private:
     std::vector<float> y;
     std::vector<Share> shares;
     std::vector<Vector2> pushes; ///< Push velocities, which neighbours share too.
-    bool anyPush =
-        false; ///< Not all of them are zero. Hardly ever so: then they are left out of the exchange.
+    /// Not all of them are zero. Hardly ever so: then they are left out of the exchange.
+    bool anyPush = false;
     std::vector<std::uint32_t> slots;   ///< By index in the list.
     std::vector<const Particle*> nodes; ///< By index in the list; only while loading.
     std::vector<std::uint32_t> touched; ///< Cells that hold bodies.

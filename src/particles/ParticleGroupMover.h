@@ -55,8 +55,8 @@ private:
     friend class SceneAccess;
 
     struct State {
-        float particleGroupInterpolation =
-            0.0f;                        ///< 0 to 1: share of a member's way to its place left after 1 s.
+        /// 0 to 1: share of a member's way to its place left after 1 s.
+        float particleGroupInterpolation = 0.0f;
         float groupExpandSpeed = 0.0f;   ///< 0 to 1: share of the radius gap left after 1 s.
         float iceGravityStrenght = 0.0f; ///< Multiplier of gravity for groups.
         bool groupDebugDraw = false;     ///< Draw each group's circle in red.

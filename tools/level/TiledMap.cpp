@@ -16,8 +16,8 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr int deepestGroup =
-    64; ///< Groups inside groups; more than anybody draws, fewer than the stack holds.
+/// Groups inside groups; more than anybody draws, fewer than the stack holds.
+constexpr int deepestGroup = 64;
 
 /// Reads members of one JSON object; `where` names the thing in messages ("" for the map itself).
 class Members {
