@@ -36,7 +36,7 @@ struct LevelFile {
     struct PolygonRecord {
         std::int32_t polygonId = 0;
         std::string textureName;      ///< Empty: no texture.
-        std::int32_t surfaceType = 1; ///< 1 to 5.
+        std::int32_t surfaceType = 1; ///< A number of `SurfaceTypes.h`, 1 to 5.
         std::int32_t polygonMode = 0; ///< 0 solid and seen, 1 seen, 2 solid, 3 neither (caulk); others as 0.
         std::uint32_t layer = 0;      ///< 0 to 4.
         std::vector<Point> points;

@@ -12,34 +12,19 @@ SurfaceTypeManager::State SurfaceTypeManager::state;
 void SurfaceTypeManager::initialise() {
     TARNWICK_LOCATION("SurfaceTypeManager::initialise");
     const ConfigFile config("cfg\\surfaces.cfg");
-    state.metalFriction = std::clamp(config.getVarAsFloat("surfaceFriction_metal"), 0.0f, 1.0f);
-    state.woodFriction = std::clamp(config.getVarAsFloat("surfaceFriction_wood"), 0.0f, 1.0f);
-    state.stoneFriction = std::clamp(config.getVarAsFloat("surfaceFriction_stone"), 0.0f, 1.0f);
-    state.clothFriction = std::clamp(config.getVarAsFloat("surfaceFriction_cloth"), 0.0f, 1.0f);
-    state.sandFriction = std::clamp(config.getVarAsFloat("surfaceFriction_sand"), 0.0f, 1.0f);
+    for (std::size_t i = 0; i < SurfaceTypes::count; ++i) {
+        state.frictions[i] = std::clamp(config.getVarAsFloat(SurfaceTypes::table[i].frictionKey), 0.0f, 1.0f);
+    }
 }
 
 bool SurfaceTypeManager::validSurfaceType(int type) {
     TARNWICK_LOCATION("SurfaceTypeManager::validSurfaceType");
-    return type >= 1 && type <= 5;
+    return type >= 1 && type <= static_cast<int>(SurfaceTypes::count);
 }
 
 float SurfaceTypeManager::getSurfaceTypeFriction(int type) {
     TARNWICK_LOCATION("SurfaceTypeManager::getSurfaceTypeFriction");
-    switch (type) {
-    case 1:
-        return state.metalFriction;
-    case 2:
-        return state.woodFriction;
-    case 3:
-        return state.stoneFriction;
-    case 4:
-        return state.clothFriction;
-    case 5:
-        return state.sandFriction;
-    default:
-        return 1.0f;
-    }
+    return validSurfaceType(type) ? state.frictions[static_cast<std::size_t>(type - 1)] : 1.0f;
 }
 
 } // namespace tarnwick

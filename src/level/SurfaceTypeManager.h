@@ -1,9 +1,13 @@
 #pragma once
 
+#include "level/SurfaceTypes.h"
+
+#include <array>
+
 namespace tarnwick {
 
-/// The friction of the five materials that a level's polygons are made of: 1 metal, 2 wood, 3 stone, 4 cloth,
-/// 5 sand. The material's number stands only in the level file; a polygon keeps nothing but the friction.
+/// The friction of the materials that a level's polygons are made of; `SurfaceTypes.h` lists them. The
+/// material's number stands only in the level file; a polygon keeps nothing but the friction.
 class SurfaceTypeManager {
 public:
     SurfaceTypeManager() = delete;
@@ -12,7 +16,7 @@ public:
     /// file, sets its friction to 0. Values are clamped into 0 to 1.
     static void initialise();
 
-    /// True for 1 to 5.
+    /// True for the number of a row of the table, so for 1 to 5.
     static bool validSurfaceType(int type);
     /// 0 to 1; 1 for a number that names no material, and for every number before `initialise`.
     static float getSurfaceTypeFriction(int type);
@@ -20,12 +24,17 @@ public:
 private:
     friend class ModuleReset;
 
+    /// By row of the table, 0 to 1.
+    using Frictions = std::array<float, SurfaceTypes::count>;
+
+    static constexpr Frictions fullSpeed() {
+        Frictions frictions{};
+        frictions.fill(1.0f);
+        return frictions;
+    }
+
     struct State {
-        float metalFriction = 1.0f; ///< All five: 0 to 1.
-        float woodFriction = 1.0f;
-        float stoneFriction = 1.0f;
-        float clothFriction = 1.0f;
-        float sandFriction = 1.0f;
+        Frictions frictions = fullSpeed();
     };
     static State state;
 };

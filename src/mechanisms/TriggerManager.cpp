@@ -12,6 +12,7 @@
 #include "mechanisms/ForceManager.h"
 #include "mechanisms/FxParticleManager.h"
 #include "mechanisms/MoverManager.h"
+#include "mechanisms/TriggerTypes.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 
@@ -22,61 +23,17 @@ namespace tarnwick {
 
 namespace {
 
-constexpr float reachOfView = 0.55f;  ///< Of the view's larger side, from its middle: where triggers live.
-constexpr std::int32_t nullType = -1; ///< The row for type ids that the table does not have.
+constexpr float reachOfView = 0.55f; ///< Of the view's larger side, from its middle: where triggers live.
 
-struct TypeRow {
-    std::int32_t id;
-    const char* name;
-    TriggerHandler handler;
-    std::uint32_t maxFires;
-};
+static_assert(TriggerTypes::find(TriggerManager::soundPlayType)->handler == trigFuncSoundPlay);
+static_assert(TriggerTypes::find(TriggerManager::entityRemoveType)->handler == trigFuncEntityRemove);
+static_assert(TriggerTypes::find(TriggerManager::entityAddType)->handler == trigFuncEntityAdd);
 
-/// "_a" stands for always, "_1" for one shot.
-constexpr TypeRow typeTable[] = {
-    {nullType, "Null_a", trigFuncNull, 0},
-    {0, "To_ice_a", trigFuncToIce, 0},
-    {1, "To_water_a", trigFuncToWater, 0},
-    {2, "To_steam_a", trigFuncToSteam, 0},
-    {3, "Anim_play_loop_1", trigFuncAnimPlayLoop, 1},
-    {4, "Anim_play_once_1", trigFuncAnimPlayOnce, 1},
-    {5, "Anim_stop_1", trigFuncAnimStop, 1},
-    {100, "Sound_play_1", trigFuncSoundPlay, 1},
-    {101, "Sound_stop_1", trigFuncSoundStop, 1},
-    {200, "Force_directional_a", trigFuncForceDirectional, 0},
-    {201, "Force_instantenous_a", trigFuncForceInstantenous, 0},
-    {202, "Force_multi_dir_pull_a", trigFuncForceMultiDirPull, 0},
-    {203, "Force_multi_dir_push_a", trigFuncForceMultiDirPush, 0},
-    {300, "Entity_remove_1", trigFuncEntityRemove, 1},
-    {301, "Entity_add_1", trigFuncEntityAdd, 1},
-    {401, "Mover_goto_start_1", trigFuncMoverGotoStart, 1},
-    {402, "Mover_goto_end_1", trigFuncMoverGotoEnd, 1},
-    {403, "Mover_stop_1", trigFuncMoverStop, 1},
-    {404, "Mover_goto_start_a", trigFuncMoverGotoStart, 0},
-    {405, "Mover_goto_end_a", trigFuncMoverGotoEnd, 0},
-    {406, "Mover_stop_a", trigFuncMoverStop, 0},
-    {407, "Mover_goto_start_loop_1", trigFuncMoverGotoStartLoop, 1},
-    {408, "Mover_goto_end_loop_1", trigFuncMoverGotoEndLoop, 1},
-    {409, "Mover_goto_start_loop_a", trigFuncMoverGotoStartLoop, 0},
-    {410, "Mover_goto_end_loop_a", trigFuncMoverGotoEndLoop, 0},
-    {501, "Emitter_create_burst_1", trigFuncEmitterCreateBurst, 1},
-    {502, "Emitter_start_1", trigFuncEmitterStart, 1},
-    {503, "Emitter_stop_1", trigFuncEmitterStop, 1},
-    {601, "Camera_zoom_1", trigFuncCameraZoom, 1},
-    {602, "Camera_zoom_a", trigFuncCameraZoom, 0},
-    {603, "Camera_shake_1", trigFuncCameraShake, 1},
-    {604, "Camera_shake_a", trigFuncCameraShake, 0},
-    {701, "Particle_kill_a", trigFuncParticleKill, 0},
-    {702, "Particle_kill_random_a", trigFuncParticleKillRandom, 0},
-    {801, "Level_end_a", trigFuncLevelEnd, 0},
-    {901, "Checkpoint_1", trigFuncCheckPoint, 1},
-};
-
-/// Types whose handlers need the body that fired them: heat, forces and the sure kill. A delayed call has
-/// none.
-bool actsOnlyAtOnce(std::uint32_t typeId) {
+/// Whether triggers of the type leave their delay out of account.
+bool actsOnlyAtOnce(std::int32_t typeId) {
     TARNWICK_LOCATION("TriggerManager::actsOnlyAtOnce");
-    return typeId < 3 || (typeId >= 200 && typeId <= 203) || typeId == 701;
+    const TriggerTypes::Row* const row = TriggerTypes::find(typeId);
+    return row != nullptr && row->body == TriggerTypes::needsBody;
 }
 
 /// Takes the corners of a triangle in counter-clockwise order, and the edges, lengths and inward normals that
@@ -152,8 +109,8 @@ void TriggerManager::shutdown() {
 
 void TriggerManager::createTriggerTypeMap() {
     TARNWICK_LOCATION("TriggerManager::createTriggerTypeMap");
-    for (const TypeRow& row : typeTable) {
-        state.triggerTypes[row.id] = {.name = row.name, .handler = row.handler, .maxFires = row.maxFires};
+    for (const TriggerTypes::Row& row : TriggerTypes::table) {
+        state.triggerTypes[row.id] = {.name = row.name, .handler = row.handler, .maxFires = row.fires};
     }
 }
 
@@ -179,10 +136,11 @@ void TriggerManager::addTrigger(std::int32_t typeId,
     trigger.reach = LiveTriggers::reachOf(trigger);
     trigger.typeId = static_cast<std::uint32_t>(typeId);
     trigger.targetId = targetId;
-    trigger.delay = actsOnlyAtOnce(trigger.typeId) ? 0.0f : delay;
+    trigger.delay = actsOnlyAtOnce(typeId) ? 0.0f : delay;
     const auto row = state.triggerTypes.find(typeId);
     // Before the table is built the row that is looked up comes into being as a type that does nothing.
-    trigger.type = row != state.triggerTypes.end() ? &row->second : &state.triggerTypes[nullType];
+    trigger.type =
+        row != state.triggerTypes.end() ? &row->second : &state.triggerTypes[TriggerTypes::nullType];
     findTargets(trigger);
 }
 

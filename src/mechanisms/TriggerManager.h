@@ -20,7 +20,8 @@ struct CommandRow;
 ///
 /// Only triggers near the view are live, so water off the screen fires nothing. A trigger that is live stays
 /// live for the whole tick: one without a limit fires once for every body inside, in every tick. Targets are
-/// found when a trigger is made; what comes into the level later it does not know.
+/// found when a trigger is made; what comes into the level later it does not know. What the types are and do
+/// stands in `TriggerTypes.h`.
 class TriggerManager {
 public:
     TriggerManager() = delete;

@@ -1,16 +1,28 @@
 #pragma once
 
+#include "level/SurfaceTypes.h"
+#include "mechanisms/TriggerTypes.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace tarnwick {
 
+consteval auto namesOfSurfaces() {
+    std::array<std::string_view, SurfaceTypes::count> names;
+    for (std::size_t place = 0; place < names.size(); ++place) {
+        names[place] = SurfaceTypes::table[place].name;
+    }
+    return names;
+}
+
 /// Materials in the words of a level maker; the level file's number is the place in this list plus 1.
-constexpr std::array<std::string_view, 5> surfaceNames = {"metal", "wood", "stone", "cloth", "sand"};
+inline constexpr auto surfaceNames = namesOfSurfaces();
 
 /// What a polygon is for; the level file's number is the place in this list.
 constexpr std::array<std::string_view, 4> modeNames = {"solid", "seen-only", "invisible", "caulk"};
@@ -21,45 +33,17 @@ struct TriggerAction {
     std::int32_t code = 0;
 };
 
+// In the compiler alone: the table of the game names its handlers, which this tool does not hold.
+consteval auto actionsOfTriggers() {
+    std::array<TriggerAction, std::size(TriggerTypes::table)> actions;
+    for (std::size_t place = 0; place < actions.size(); ++place) {
+        actions[place] = {TriggerTypes::table[place].name, TriggerTypes::table[place].id};
+    }
+    return actions;
+}
+
 /// Every action that the game knows, by rising code. A name that ends in "_a" acts always, one in "_1" once.
-constexpr std::array<TriggerAction, 36> triggerActions = {{
-    {"Null_a", -1},
-    {"To_ice_a", 0},
-    {"To_water_a", 1},
-    {"To_steam_a", 2},
-    {"Anim_play_loop_1", 3},
-    {"Anim_play_once_1", 4},
-    {"Anim_stop_1", 5},
-    {"Sound_play_1", 100},
-    {"Sound_stop_1", 101},
-    {"Force_directional_a", 200},
-    {"Force_instantenous_a", 201},
-    {"Force_multi_dir_pull_a", 202},
-    {"Force_multi_dir_push_a", 203},
-    {"Entity_remove_1", 300},
-    {"Entity_add_1", 301},
-    {"Mover_goto_start_1", 401},
-    {"Mover_goto_end_1", 402},
-    {"Mover_stop_1", 403},
-    {"Mover_goto_start_a", 404},
-    {"Mover_goto_end_a", 405},
-    {"Mover_stop_a", 406},
-    {"Mover_goto_start_loop_1", 407},
-    {"Mover_goto_end_loop_1", 408},
-    {"Mover_goto_start_loop_a", 409},
-    {"Mover_goto_end_loop_a", 410},
-    {"Emitter_create_burst_1", 501},
-    {"Emitter_start_1", 502},
-    {"Emitter_stop_1", 503},
-    {"Camera_zoom_1", 601},
-    {"Camera_zoom_a", 602},
-    {"Camera_shake_1", 603},
-    {"Camera_shake_a", 604},
-    {"Particle_kill_a", 701},
-    {"Particle_kill_random_a", 702},
-    {"Level_end_a", 801},
-    {"Checkpoint_1", 901},
-}};
+inline constexpr auto triggerActions = actionsOfTriggers();
 
 /// The action of this name, exactly as written; null when there is none.
 constexpr const TriggerAction* actionOf(std::string_view name) {
