@@ -46,8 +46,7 @@ void SoundSourceManager::drawSources(const Sources& sources) {
             glEnd();
             GLWindow::glCircle(source.x, source.y, source.strenght, circleSegments);
             const std::string text = "id: " + std::to_string(id) + " sound: " + source.sound.getName();
-            font.drawString(text.c_str(), source.x, source.y + labelOffset, labelHeight, 1.0f, 1.0f, 1.0f,
-                            1.0f);
+            font.drawString(text, {source.x, source.y + labelOffset}, labelHeight, opaqueWhite);
         }
     }
 }

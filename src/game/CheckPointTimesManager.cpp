@@ -4,6 +4,7 @@
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "game/GameRules.h"
+#include "graphics/ReadColour.h"
 #include "graphics/VirtualScreen.h"
 
 #include <algorithm>
@@ -19,12 +20,6 @@ constexpr std::uint32_t millisecondsInHour = 3'600'000;
 constexpr std::uint32_t millisecondsInMinute = 60'000;
 constexpr std::uint32_t millisecondsInSecond = 1000;
 constexpr std::uint32_t millisecondsInHundredth = 10;
-
-Colour readColour(const ConfigFile& config, const std::string& key) {
-    TARNWICK_LOCATION("CheckPointTimesManager::readColour");
-    return {config.getVarAsFloat(key + "_r"), config.getVarAsFloat(key + "_g"),
-            config.getVarAsFloat(key + "_b"), config.getVarAsFloat(key + "_a")};
-}
 
 /// `number`, below 100, in two digits.
 std::string twoDigits(std::uint32_t number) {
@@ -123,10 +118,8 @@ void CheckPointTimesManager::drawDifference() {
 
 void CheckPointTimesManager::drawText(const std::string& text, Colour colour) {
     TARNWICK_LOCATION("CheckPointTimesManager::drawText");
-    const Colour shown = colour.faded(fadedAlpha());
-    state.timeFont->drawStringCentered(text.c_str(), 0.0f, state.yPosition, VirtualScreen::width,
-                                       state.fontSize, state.fontSize, shown.red, shown.green, shown.blue,
-                                       shown.alpha);
+    state.timeFont->drawStringCentered(text, {0.0f, state.yPosition}, {VirtualScreen::width, state.fontSize},
+                                       state.fontSize, colour.faded(fadedAlpha()));
 }
 
 /// Share of the text's alpha at this moment of the fade; its root makes the fade steep at the dark end.

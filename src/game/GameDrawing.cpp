@@ -111,12 +111,13 @@ void Game::drawPausedText() {
     if (!state.paused || state.freeCamera.enabled || state.gameFont == nullptr) {
         return;
     }
-    const auto drawAt = [](float offset, float shade) {
-        state.gameFont->drawStringCentered("Paused", offset, offset, VirtualScreen::width,
-                                           VirtualScreen::height, pausedTextSize, shade, shade, shade, 1.0f);
+    const auto drawAt = [](float offset, Colour colour) {
+        state.gameFont->drawStringCentered("Paused", {offset, offset},
+                                           {VirtualScreen::width, VirtualScreen::height}, pausedTextSize,
+                                           colour);
     };
-    drawAt(pausedShadowOffset, 0.0f);
-    drawAt(0.0f, 1.0f);
+    drawAt(pausedShadowOffset, opaqueBlack);
+    drawAt(0.0f, opaqueWhite);
 }
 
 /// The menu that is up, and the cursor over it.

@@ -192,8 +192,8 @@ void NameEntry::drawNameEntry() const {
 void NameEntry::drawCentred(const char* text, float y, float boxHeight, float size) const {
     TARNWICK_LOCATION("NameEntry::drawCentred");
     const auto drawAt = [&](Vector2 offset, Colour colour) {
-        font->drawStringCentered(text, offset.x, y + offset.y, VirtualScreen::width, boxHeight, size,
-                                 colour.red, colour.green, colour.blue, colour.alpha);
+        font->drawStringCentered(text, {offset.x, y + offset.y}, {VirtualScreen::width, boxHeight}, size,
+                                 colour);
     };
     drawAt(dropShadowOffset, dropShadowColour);
     drawAt({}, textColour);
@@ -206,7 +206,7 @@ void NameEntry::drawCursor() const {
     const auto y = static_cast<float>(GLWindow::getMouseY());
     const GuiDrawing::Rectangle place{x, y, x + static_cast<float>(cursor->width),
                                       y + static_cast<float>(cursor->height)};
-    GuiDrawing::drawPicture(*cursor, place, {}, {1.0f, 1.0f, 1.0f, 1.0f});
+    GuiDrawing::drawPicture(*cursor, place, {}, opaqueWhite);
 }
 
 } // namespace tarnwick

@@ -13,4 +13,7 @@ struct Colour {
     constexpr Colour faded(float share) const { return {red, green, blue, alpha * share}; }
 };
 
+constexpr Colour opaqueWhite{1.0f, 1.0f, 1.0f, 1.0f};
+constexpr Colour opaqueBlack{0.0f, 0.0f, 0.0f, 1.0f};
+
 } // namespace tarnwick

@@ -6,7 +6,6 @@
 #include <GL/gl.h>
 
 #include <array>
-#include <cstring>
 
 namespace tarnwick {
 
@@ -24,7 +23,7 @@ struct Corner {
 /// Quads of characters, gathered and drawn together in the order in which they came.
 class CharacterQuads {
 public:
-    void add(std::uint8_t character, float x, float y, float size) {
+    void add(std::uint8_t character, Vector2 place, float size) {
         TARNWICK_LOCATION("CharacterQuads::add");
         if (count == corners.size()) {
             draw();
@@ -33,10 +32,10 @@ public:
         const float top = static_cast<float>(character >> 4) * cellSize;
         const float right = left + cellSize;
         const float bottom = top + cellSize;
-        corners[count++] = {left, top, x, y, 0.0f};
-        corners[count++] = {right, top, x + size, y, 0.0f};
-        corners[count++] = {right, bottom, x + size, y + size, 0.0f};
-        corners[count++] = {left, bottom, x, y + size, 0.0f};
+        corners[count++] = {left, top, place.x, place.y, 0.0f};
+        corners[count++] = {right, top, place.x + size, place.y, 0.0f};
+        corners[count++] = {right, bottom, place.x + size, place.y + size, 0.0f};
+        corners[count++] = {left, bottom, place.x, place.y + size, 0.0f};
     }
 
     void draw() {
@@ -55,6 +54,11 @@ private:
     std::array<Corner, charactersAtOnce * 4> corners;
     std::size_t count = 0;
 };
+
+std::string_view upToZero(std::string_view text) {
+    TARNWICK_LOCATION("GLFont::upToZero");
+    return text.substr(0, text.find('\0'));
+}
 
 } // namespace
 
@@ -96,10 +100,9 @@ GLFont& GLFont::operator=(const std::string& fileName) {
     return *this;
 }
 
-void GLFont::drawString(
-    const char* text, float x, float y, float size, float red, float green, float blue, float alpha) const {
+void GLFont::drawString(std::string_view text, Vector2 place, float size, Colour colour) const {
     TARNWICK_LOCATION("GLFont::drawString");
-    if (text == nullptr || !(size > 0.0f)) {
+    if (text.data() == nullptr || !(size > 0.0f)) {
         return;
     }
     glPushAttrib(GL_ENABLE_BIT);
@@ -111,42 +114,34 @@ void GLFont::drawString(
     glDisable(GL_ALPHA_TEST);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glBindTexture(GL_TEXTURE_2D, textureId);
-    if (*text != 0) {
-        glColor4f(red, green, blue, alpha);
+    const std::string_view shown = upToZero(text);
+    if (!shown.empty()) {
+        glColor4f(colour.red, colour.green, colour.blue, colour.alpha);
     }
     CharacterQuads quads;
-    float penX = x;
-    for (; *text != 0; ++text) {
-        if (*text == '\n') {
-            penX = x;
-            y += size;
+    Vector2 pen = place;
+    for (const char character : shown) {
+        if (character == '\n') {
+            pen = {place.x, pen.y + size};
             continue;
         }
-        quads.add(static_cast<std::uint8_t>(*text), penX, y, size);
-        penX += size;
+        quads.add(static_cast<std::uint8_t>(character), pen, size);
+        pen.x += size;
     }
     quads.draw();
     glPopAttrib();
 }
 
-void GLFont::drawStringCentered(const char* text,
-                                float x,
-                                float y,
-                                float boxWidth,
-                                float boxHeight,
-                                float size,
-                                float red,
-                                float green,
-                                float blue,
-                                float alpha) const {
+void GLFont::drawStringCentered(
+    std::string_view text, Vector2 corner, Vector2 extent, float size, Colour colour) const {
     TARNWICK_LOCATION("GLFont::drawStringCentered");
-    if (text == nullptr || !(size > 0.0f)) {
+    if (text.data() == nullptr || !(size > 0.0f)) {
         return;
     }
-    const auto length = static_cast<float>(std::strlen(text));
-    const float left = round(x + boxWidth / 2.0f - length * size / 2.0f);
-    const float top = round(y + boxHeight / 2.0f - size / 2.0f);
-    drawString(text, left, top, size, red, green, blue, alpha);
+    const auto length = static_cast<float>(upToZero(text).size());
+    const float left = round(corner.x + extent.x / 2.0f - length * size / 2.0f);
+    const float top = round(corner.y + extent.y / 2.0f - size / 2.0f);
+    drawString(text, {left, top}, size, colour);
 }
 
 } // namespace tarnwick

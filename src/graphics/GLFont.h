@@ -1,8 +1,11 @@
 #pragma once
 
+#include "core/Vector2.h"
+#include "graphics/Colour.h"
 #include "graphics/GLTexture.h"
 
 #include <string>
+#include <string_view>
 
 namespace tarnwick {
 
@@ -23,12 +26,14 @@ public:
     GLFont& operator=(const GLFont& source);
     GLFont& operator=(const std::string& fileName);
 
-    /// Draws `text` (Latin-1) with its top left corner at (`x`, `y`) in cells of `size` by `size`, in the
-    /// space of `GLWindow::glBeginDraw2d` or any other with y downwards. A newline goes back to `x` and down
-    /// by `size`. Colours are 0 to 1. Nothing is drawn for null or for a size not above 0.
+    /// Draws `text` (Latin-1), up to its first zero byte, with its top left corner at `place` in cells of
+    /// `size` by `size`, in the space of `GLWindow::glBeginDraw2d` or any other with y downwards. A newline
+    /// goes back to the left and down by `size`. Nothing is drawn for a view of nothing or for a size not
+    /// above 0.
     ///
     /// Leaves the texture bound, the blend function set and, if there was anything to draw, the colour; all
     /// else stays as it was.
+    void drawString(std::string_view text, Vector2 place, float size, Colour colour) const;
     void drawString(const char* text,
                     float x,
                     float y,
@@ -36,11 +41,16 @@ public:
                     float red,
                     float green,
                     float blue,
-                    float alpha) const;
+                    float alpha) const {
+        drawString(viewOf(text), {x, y}, size, {red, green, blue, alpha});
+    }
 
-    /// Draws `text` centred in the rectangle, at whole coordinates, halves away from zero.
+    /// Draws `text` centred in the rectangle of the size `extent` at `corner`, at whole coordinates, halves
+    /// away from zero.
     /// Kept: a newline counts as a character, so a text with newlines is centred as if it were one line, and
     /// its further lines start at the left edge of that line.
+    void drawStringCentered(
+        std::string_view text, Vector2 corner, Vector2 extent, float size, Colour colour) const;
     void drawStringCentered(const char* text,
                             float x,
                             float y,
@@ -50,7 +60,15 @@ public:
                             float red,
                             float green,
                             float blue,
-                            float alpha) const;
+                            float alpha) const {
+        drawStringCentered(viewOf(text), {x, y}, {boxWidth, boxHeight}, size, {red, green, blue, alpha});
+    }
+
+private:
+    /// A view of nothing for null.
+    static std::string_view viewOf(const char* text) {
+        return text != nullptr ? std::string_view(text) : std::string_view();
+    }
 };
 
 } // namespace tarnwick

@@ -4,6 +4,7 @@
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
+#include "graphics/ReadColour.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 
@@ -22,12 +23,6 @@ constexpr std::size_t quadsOfTrailedSprite = 4; ///< The particle and its three 
 constexpr float waterTrailShares[3] = {0.5f, 0.25f, 0.125f}; ///< Of the sprite's alpha, newest first.
 /// Kept: the last is a tenth of the water's, so that steam leaves almost no third copy.
 constexpr float steamTrailShares[3] = {0.5f, 0.25f, 0.0125f};
-
-Colour readColour(const ConfigFile& config, const std::string& name) {
-    TARNWICK_LOCATION("ParticleRenderer::readColour");
-    return {config.getVarAsFloat(name + "_r"), config.getVarAsFloat(name + "_g"),
-            config.getVarAsFloat(name + "_b"), config.getVarAsFloat(name + "_a")};
-}
 
 /// Share of its alpha that a dying particle still has, 0 to 1. The timer may have run below 0.
 float fadeOf(const Particle& particle) {

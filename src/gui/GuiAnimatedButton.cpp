@@ -202,15 +202,15 @@ void GuiAnimatedButton::windowRedrawing() {
     const auto frameHeight = static_cast<float>(frame->height);
     const float left = static_cast<float>(x) + (static_cast<float>(width) - frameWidth) / 2.0f;
     const float top = static_cast<float>(y) + (static_cast<float>(height) - frameHeight) / 2.0f;
-    const auto drawAt = [&](float offsetX, float offsetY, Colour colour) {
-        const GuiDrawing::Rectangle place{left + offsetX, top + offsetY, left + offsetX + frameWidth,
-                                          top + offsetY + frameHeight};
-        GuiDrawing::drawPicture(*frame, place, {}, colour);
+    const auto drawAt = [&](Vector2 offset, Colour shade) {
+        const GuiDrawing::Rectangle place{left + offset.x, top + offset.y, left + offset.x + frameWidth,
+                                          top + offset.y + frameHeight};
+        GuiDrawing::drawPicture(*frame, place, {}, shade);
     };
     if (dropShadowEnabled) {
-        drawAt(dropShadowOffsetX, dropShadowOffsetY, dropShadowColour());
+        drawAt(dropShadowOffset(), dropShadowColour());
     }
-    drawAt(0.0f, 0.0f, {red, green, blue, alpha});
+    drawAt({}, colour());
 }
 
 } // namespace tarnwick

@@ -4,18 +4,18 @@
 
 namespace tarnwick {
 
-void GuiDropShadow::setDropShadowColor(float red, float green, float blue, float alpha) {
+void GuiDropShadow::setDropShadowColor(Colour colour) {
     TARNWICK_LOCATION("GuiDropShadow::setDropShadowColor");
-    dropShadowRed = red;
-    dropShadowGreen = green;
-    dropShadowBlue = blue;
-    dropShadowAlpha = alpha;
+    dropShadowRed = colour.red;
+    dropShadowGreen = colour.green;
+    dropShadowBlue = colour.blue;
+    dropShadowAlpha = colour.alpha;
 }
 
-void GuiDropShadow::setDropShadowOffset(float x, float y) {
+void GuiDropShadow::setDropShadowOffset(Vector2 offset) {
     TARNWICK_LOCATION("GuiDropShadow::setDropShadowOffset");
-    dropShadowOffsetX = x;
-    dropShadowOffsetY = y;
+    dropShadowOffsetX = offset.x;
+    dropShadowOffsetY = offset.y;
 }
 
 } // namespace tarnwick

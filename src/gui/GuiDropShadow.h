@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Vector2.h"
 #include "graphics/Colour.h"
 
 namespace tarnwick {
@@ -16,12 +17,17 @@ public:
     float dropShadowBlue = 0.0f;
     float dropShadowAlpha = 1.0f;
 
-    void setDropShadowColor(float red, float green, float blue, float alpha);
-    void setDropShadowOffset(float x, float y);
+    void setDropShadowColor(Colour colour);
+    void setDropShadowColor(float red, float green, float blue, float alpha) {
+        setDropShadowColor({red, green, blue, alpha});
+    }
+    void setDropShadowOffset(Vector2 offset);
+    void setDropShadowOffset(float x, float y) { setDropShadowOffset({x, y}); }
 
 protected:
     ~GuiDropShadow() = default;
 
+    Vector2 dropShadowOffset() const { return {dropShadowOffsetX, dropShadowOffsetY}; }
     Colour dropShadowColour() const {
         return {dropShadowRed, dropShadowGreen, dropShadowBlue, dropShadowAlpha};
     }

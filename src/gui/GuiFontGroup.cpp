@@ -14,13 +14,12 @@ void GuiFontGroup::setFontSize(float size) {
     fontSize = size;
 }
 
-void GuiFontGroup::drawText(const std::string& text, float x, float y, float size, Colour colour) const {
+void GuiFontGroup::drawText(std::string_view text, Vector2 place, float size, Colour colour) const {
     TARNWICK_LOCATION("GuiFontGroup::drawText");
     if (dropShadowEnabled) {
-        font.drawString(text.c_str(), x + dropShadowOffsetX, y + dropShadowOffsetY, size, dropShadowRed,
-                        dropShadowGreen, dropShadowBlue, dropShadowAlpha);
+        font.drawString(text, place + dropShadowOffset(), size, dropShadowColour());
     }
-    font.drawString(text.c_str(), x, y, size, colour.red, colour.green, colour.blue, colour.alpha);
+    font.drawString(text, place, size, colour);
 }
 
 } // namespace tarnwick

@@ -4,6 +4,7 @@
 #include "gui/GuiDropShadow.h"
 
 #include <string>
+#include <string_view>
 
 namespace tarnwick {
 
@@ -22,8 +23,8 @@ protected:
         : fontSize(size) {}
     ~GuiFontGroup() = default;
 
-    /// Draws text, the shadow first if it is on, with its top left corner at (x, y) in characters of `size`.
-    void drawText(const std::string& text, float x, float y, float size, Colour colour) const;
+    /// Draws text, the shadow first if it is on, with its top left corner at `place` in characters of `size`.
+    void drawText(std::string_view text, Vector2 place, float size, Colour colour) const;
 };
 
 } // namespace tarnwick

@@ -41,18 +41,17 @@ void GuiHighScores::windowRedrawing() {
         drawScores(dropShadowColour());
         glPopMatrix();
     }
-    drawScores({red, green, blue, alpha});
+    drawScores(colour());
 }
 
-void GuiHighScores::drawScores(Colour colour) const {
+void GuiHighScores::drawScores(Colour shade) const {
     TARNWICK_LOCATION("GuiHighScores::drawScores");
     float rowY = static_cast<float>(y);
     const auto drawRow = [&](float size, const std::string& rank, const std::string& name,
                              const std::string& score) {
         float columnX = static_cast<float>(x);
         const auto drawCell = [&](const std::string& text) {
-            font.drawString(text.c_str(), columnX, rowY, size, colour.red, colour.green, colour.blue,
-                            colour.alpha);
+            font.drawString(text, {columnX, rowY}, size, shade);
         };
         drawCell(rank);
         columnX += nameColumn * titleFontSize;

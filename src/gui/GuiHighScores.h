@@ -18,7 +18,7 @@ public:
     void windowRedrawing() override;
 
 private:
-    void drawScores(Colour colour) const;
+    void drawScores(Colour shade) const;
 };
 
 } // namespace tarnwick

@@ -39,7 +39,7 @@ void GuiImage::windowRedrawing() {
     const auto top = static_cast<float>(y);
     const GuiDrawing::Rectangle place{left, top, left + static_cast<float>(width),
                                       top + static_cast<float>(height)};
-    GuiDrawing::drawPicture(image, place, portion, {red, green, blue, alpha});
+    GuiDrawing::drawPicture(image, place, portion, colour());
 }
 
 } // namespace tarnwick

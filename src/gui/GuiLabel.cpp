@@ -13,7 +13,7 @@ constexpr float defaultFontSize = 16.0f;
 GuiLabel::GuiLabel()
     : GuiFontGroup(defaultFontSize) {
     TARNWICK_LOCATION("GuiLabel::GuiLabel");
-    setColor(0.0f, 0.0f, 0.0f, 1.0f);
+    setColor(opaqueBlack);
 }
 
 void GuiLabel::setText(const std::string& newText) {
@@ -23,7 +23,7 @@ void GuiLabel::setText(const std::string& newText) {
 
 void GuiLabel::windowRedrawing() {
     TARNWICK_LOCATION("GuiLabel::windowRedrawing");
-    drawText(text, static_cast<float>(x), static_cast<float>(y), fontSize, {red, green, blue, alpha});
+    drawText(text, {static_cast<float>(x), static_cast<float>(y)}, fontSize, colour());
 }
 
 } // namespace tarnwick

@@ -36,16 +36,12 @@ void GuiLevelTimeDisplay::windowRedrawing() {
     TARNWICK_LOCATION("GuiLevelTimeDisplay::windowRedrawing");
     frameTimer.update();
     const std::string text = CheckPointTimesManager::formatTime(shownTime());
-    const auto drawAt = [&](float offsetX, float offsetY, Colour colour) {
-        font.drawStringCentered(text.c_str(), static_cast<float>(x) + offsetX,
-                                static_cast<float>(y) + offsetY, static_cast<float>(width),
-                                static_cast<float>(height), fontSize, colour.red, colour.green, colour.blue,
-                                colour.alpha);
-    };
+    const Vector2 corner{static_cast<float>(x), static_cast<float>(y)};
+    const Vector2 extent{static_cast<float>(width), static_cast<float>(height)};
     if (dropShadowEnabled) {
-        drawAt(dropShadowOffsetX, dropShadowOffsetY, dropShadowColour());
+        font.drawStringCentered(text, corner + dropShadowOffset(), extent, fontSize, dropShadowColour());
     }
-    drawAt(0.0f, 0.0f, {red, green, blue, alpha});
+    font.drawStringCentered(text, corner, extent, fontSize, colour());
 }
 
 std::uint32_t GuiLevelTimeDisplay::shownTime() {

@@ -18,7 +18,7 @@ constexpr float dimAlpha = 0.25f; ///< Of an arrow that leads nowhere.
 GuiOptionChooser::GuiOptionChooser()
     : GuiFontGroup(defaultFontSize) {
     TARNWICK_LOCATION("GuiOptionChooser::GuiOptionChooser");
-    setColor(0.0f, 0.0f, 0.0f, 1.0f);
+    setColor(opaqueBlack);
 }
 
 GuiOptionChooser::~GuiOptionChooser() {
@@ -147,7 +147,7 @@ void GuiOptionChooser::windowRedrawing() {
     const float centreX = static_cast<float>(x) + static_cast<float>(width) / 2.0f;
     const float centreY = static_cast<float>(y) + static_cast<float>(height) / 2.0f;
     const float textLeft = centreX - textWidth / 2.0f;
-    drawText(text, textLeft, centreY - fontSize / 2.0f, fontSize, {red, green, blue, alpha});
+    drawText(text, {textLeft, centreY - fontSize / 2.0f}, fontSize, colour());
     drawArrow(leftButton, textLeft, centreY, true, currentOption != 0);
     drawArrow(rightButton, centreX + textWidth / 2.0f, centreY, false, currentOption + 1 < options.size());
 }
@@ -162,7 +162,7 @@ void GuiOptionChooser::drawArrow(
                           static_cast<std::int32_t>(centreY - frameHeight / 2.0f));
         arrow.setSize(static_cast<std::int32_t>(frame->width), static_cast<std::int32_t>(frame->height));
     }
-    arrow.setColor(1.0f, 1.0f, 1.0f, lit ? 1.0f : dimAlpha);
+    arrow.setColor(lit ? opaqueWhite : opaqueWhite.faded(dimAlpha));
     arrow.windowRedrawing();
 }
 

@@ -17,7 +17,7 @@ constexpr float defaultFontSize = 16.0f;
 GuiScoreLabel::GuiScoreLabel()
     : GuiFontGroup(defaultFontSize) {
     TARNWICK_LOCATION("GuiScoreLabel::GuiScoreLabel");
-    setColor(0.0f, 0.0f, 0.0f, 1.0f);
+    setColor(opaqueBlack);
 }
 
 GuiScoreLabel::~GuiScoreLabel() {
@@ -46,8 +46,8 @@ void GuiScoreLabel::reset() {
 void GuiScoreLabel::windowRedrawing() {
     TARNWICK_LOCATION("GuiScoreLabel::windowRedrawing");
     frameTimer.update();
-    drawText(std::to_string(shownValue()), static_cast<float>(x), static_cast<float>(y), fontSize,
-             {red, green, blue, alpha});
+    drawText(std::to_string(shownValue()), {static_cast<float>(x), static_cast<float>(y)}, fontSize,
+             colour());
 }
 
 std::uint32_t GuiScoreLabel::shownValue() {

@@ -66,20 +66,19 @@ std::size_t GuiTextBox::lineEnd(std::size_t start, std::size_t maxColumns) const
 void GuiTextBox::windowRedrawing() {
     TARNWICK_LOCATION("GuiTextBox::windowRedrawing");
     if (dropShadowEnabled) {
-        drawLines(dropShadowOffsetX, dropShadowOffsetY, dropShadowColour());
+        drawLines(dropShadowOffset(), dropShadowColour());
     }
-    drawLines(0.0f, 0.0f, {red, green, blue, alpha});
+    drawLines({}, colour());
 }
 
-void GuiTextBox::drawLines(float offsetX, float offsetY, Colour colour) const {
+void GuiTextBox::drawLines(Vector2 offset, Colour shade) const {
     TARNWICK_LOCATION("GuiTextBox::drawLines");
     const float middle = static_cast<float>(x) + static_cast<float>(width) / 2.0f;
-    float lineY = static_cast<float>(y) + offsetY;
+    float lineY = static_cast<float>(y) + offset.y;
     for (const std::string& line : lines) {
         const float lineWidth = static_cast<float>(line.size()) * fontSize;
         const float lineX = centered ? middle - lineWidth / 2.0f : static_cast<float>(x);
-        font.drawString(line.c_str(), lineX + offsetX, lineY, fontSize, colour.red, colour.green, colour.blue,
-                        colour.alpha);
+        font.drawString(line, {lineX + offset.x, lineY}, fontSize, shade);
         lineY += fontSize;
     }
 }

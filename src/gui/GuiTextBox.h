@@ -28,7 +28,7 @@ public:
 private:
     void formatText();
     std::size_t lineEnd(std::size_t start, std::size_t maxColumns) const;
-    void drawLines(float offsetX, float offsetY, Colour colour) const;
+    void drawLines(Vector2 offset, Colour shade) const;
 };
 
 } // namespace tarnwick

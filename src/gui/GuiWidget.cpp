@@ -7,12 +7,12 @@
 
 namespace tarnwick {
 
-void GuiWidget::setColor(float newRed, float newGreen, float newBlue, float newAlpha) {
+void GuiWidget::setColor(Colour newColour) {
     TARNWICK_LOCATION("GuiWidget::setColor");
-    red = std::clamp(newRed, 0.0f, 1.0f);
-    green = std::clamp(newGreen, 0.0f, 1.0f);
-    blue = std::clamp(newBlue, 0.0f, 1.0f);
-    alpha = std::clamp(newAlpha, 0.0f, 1.0f);
+    red = std::clamp(newColour.red, 0.0f, 1.0f);
+    green = std::clamp(newColour.green, 0.0f, 1.0f);
+    blue = std::clamp(newColour.blue, 0.0f, 1.0f);
+    alpha = std::clamp(newColour.alpha, 0.0f, 1.0f);
 }
 
 void GuiWidget::setPosition(std::int32_t newX, std::int32_t newY) {

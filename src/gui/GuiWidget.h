@@ -1,5 +1,6 @@
 #pragma once
 
+#include "graphics/Colour.h"
 #include "graphics/GLWindowEventListener.h"
 
 #include <cstdint>
@@ -64,7 +65,11 @@ public:
     virtual void reset() {}
 
     /// Each is limited to 0..1.
-    void setColor(float newRed, float newGreen, float newBlue, float newAlpha);
+    void setColor(Colour newColour);
+    void setColor(float newRed, float newGreen, float newBlue, float newAlpha) {
+        setColor({newRed, newGreen, newBlue, newAlpha});
+    }
+    Colour colour() const { return {red, green, blue, alpha}; }
     void setPosition(std::int32_t newX, std::int32_t newY);
     /// Negative values become 0.
     void setSize(std::int32_t newWidth, std::int32_t newHeight);

@@ -42,13 +42,11 @@ void MenuLayout::size(GuiWidget& widget, const std::string& name) const {
 
 void MenuLayout::dressText(GuiWidget& widget, GuiFontGroup& text) const {
     TARNWICK_LOCATION("MenuLayout::dressText");
-    const Colour colour = style.fontColour;
-    widget.setColor(colour.red, colour.green, colour.blue, colour.alpha);
+    widget.setColor(style.fontColour);
     text.setFont(style.font);
     text.dropShadowEnabled = true;
-    text.setDropShadowOffset(style.textShadowOffset.x, style.textShadowOffset.y);
-    const Colour shadow = style.textShadowColour;
-    text.setDropShadowColor(shadow.red, shadow.green, shadow.blue, shadow.alpha);
+    text.setDropShadowOffset(style.textShadowOffset);
+    text.setDropShadowColor(style.textShadowColour);
 }
 
 void MenuLayout::dressButton(GuiAnimatedButton& button, const std::string& name) const {
@@ -60,9 +58,8 @@ void MenuLayout::dressButton(GuiAnimatedButton& button, const std::string& name)
     button.setFramesInFocus(text(name + "_frames_inFocus"));
     button.setFramesClicked(text(name + "_frames_clicked"));
     button.dropShadowEnabled = true;
-    button.setDropShadowOffset(style.buttonShadowOffset.x, style.buttonShadowOffset.y);
-    const Colour shadow = style.buttonShadowColour;
-    button.setDropShadowColor(shadow.red, shadow.green, shadow.blue, shadow.alpha);
+    button.setDropShadowOffset(style.buttonShadowOffset);
+    button.setDropShadowColor(style.buttonShadowColour);
     button.setClickedSound(style.clickedSound);
     button.setOverSound(style.overSound);
     button.framesPerSecond = style.animationSpeed;

@@ -2,17 +2,11 @@
 
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "graphics/ReadColour.h"
 
 namespace tarnwick {
 
 namespace {
-
-/// The four keys of a colour.
-Colour colourOf(const ConfigFile& config, const std::string& name) {
-    TARNWICK_LOCATION("MenuStyle::colourOf");
-    return {config.getVarAsFloat(name + "_r"), config.getVarAsFloat(name + "_g"),
-            config.getVarAsFloat(name + "_b"), config.getVarAsFloat(name + "_a")};
-}
 
 Vector2 offsetOf(const ConfigFile& config, const std::string& name) {
     TARNWICK_LOCATION("MenuStyle::offsetOf");
@@ -32,12 +26,12 @@ MenuStyle MenuStyle::read() {
     const ConfigFile config("cfg\\menu_general.cfg");
     MenuStyle style;
     style.font = config.getVarAsString("menuFont");
-    style.fontColour = colourOf(config, "menuFontColor");
+    style.fontColour = readColour(config, "menuFontColor");
     style.textShadowOffset = offsetOf(config, "textDropShadowOffset");
-    style.textShadowColour = colourOf(config, "textDropShadowColor");
+    style.textShadowColour = readColour(config, "textDropShadowColor");
     style.labelFontSize = config.getVarAsFloat("labelFontSizes");
     style.buttonShadowOffset = offsetOf(config, "buttonDropShadowOffset");
-    style.buttonShadowColour = colourOf(config, "buttonDropShadowColor");
+    style.buttonShadowColour = readColour(config, "buttonDropShadowColor");
     style.animationSpeed = config.getVarAsFloat("menuAnimationSpeeds");
     style.overSound = config.getVarAsString("menuOverSound");
     style.clickedSound = config.getVarAsString("menuClickedSound");

@@ -24,8 +24,6 @@ constexpr float reachOfView = 0.65f;
 constexpr float idTextSize = 8.0f;    ///< World units.
 constexpr float idTextOffset = 12.0f; ///< World units: an id stands this much above its object.
 
-constexpr Colour white{1.0f, 1.0f, 1.0f, 1.0f};
-
 float halfWidthOf(const GLTexture& picture) {
     TARNWICK_LOCATION("LevelObjectsManager::halfWidthOf");
     return static_cast<float>(picture.width) / 2.0f;
@@ -60,8 +58,9 @@ void drawIds(const GLFont& font, const std::list<LevelObject>& objects) {
         }
         char text[32];
         std::snprintf(text, sizeof text, "OBJ ID: %1i", static_cast<std::int32_t>(object.id));
-        font.drawString(text, object.x - halfWidthOf(*picture),
-                        object.y - halfHeightOf(*picture) - idTextOffset, idTextSize, 1.0f, 1.0f, 1.0f, 1.0f);
+        font.drawString(text,
+                        {object.x - halfWidthOf(*picture), object.y - halfHeightOf(*picture) - idTextOffset},
+                        idTextSize, opaqueWhite);
     }
 }
 
@@ -209,7 +208,7 @@ void LevelObjectsManager::addQuad(const LevelObject& object, float halfWidth, fl
     const float y = object.y + object.offsetY;
     const float left = object.mirrored ? 1.0f : 0.0f;
     state.quads.addRectangle({x - halfWidth, y - halfHeight, x + halfWidth, y + halfHeight},
-                             {left, 0.0f, 1.0f - left, 1.0f}, white);
+                             {left, 0.0f, 1.0f - left, 1.0f}, opaqueWhite);
 }
 
 void LevelObjectsManager::debugDraw() {

@@ -37,8 +37,7 @@ void drawLabel(const GLFont& font, const Force& force) {
     char text[128];
     std::snprintf(text, sizeof text, "Id: %1i , Strenght: %1f", static_cast<int>(force.id),
                   static_cast<double>(force.strength));
-    font.drawString(text, force.position.x, force.position.y + labelOffset, labelHeight, 1.0f, 1.0f, 1.0f,
-                    1.0f);
+    font.drawString(text, force.position + Vector2{0.0f, labelOffset}, labelHeight, opaqueWhite);
 }
 
 } // namespace

@@ -63,7 +63,7 @@ void MoverManager::drawTracks() {
         std::snprintf(text, sizeof text, "Id: %1i Speed: %2f", static_cast<int>(mover.id),
                       static_cast<double>(mover.speed));
         const Vector2 label = mover.startPoint - mover.direction * labelOffset;
-        font.drawString(text, label.x, label.y, labelHeight, 1.0f, 1.0f, 1.0f, 1.0f);
+        font.drawString(text, label, labelHeight, opaqueWhite);
     }
 }
 

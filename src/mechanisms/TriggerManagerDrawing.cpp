@@ -47,7 +47,7 @@ void drawLabel(const GLFont& font, const Trigger& trigger) {
     char text[128];
     std::snprintf(text, sizeof text, "id: %1i name: %2s", static_cast<int>(trigger.targetId),
                   trigger.type->name);
-    font.drawString(text, place.x, place.y, labelHeight, 1.0f, 1.0f, 1.0f, 1.0f);
+    font.drawString(text, place, labelHeight, opaqueWhite);
 }
 
 } // namespace
