@@ -165,66 +165,41 @@ void ConfigFile::separateTokens(const char* text, std::list<std::string>& tokens
     }
 }
 
-bool ConfigFile::variableExists(const char* name) const {
+bool ConfigFile::variableExists(std::string_view name) const {
     TARNWICK_LOCATION("ConfigFile::variableExists");
     return find(name) != nullptr;
 }
 
-bool ConfigFile::variableExists(const std::string& name) const {
-    TARNWICK_LOCATION("ConfigFile::variableExists");
-    return variableExists(name.c_str());
-}
-
-std::string ConfigFile::getVarAsString(const char* name) const {
+std::string ConfigFile::getVarAsString(std::string_view name) const {
     TARNWICK_LOCATION("ConfigFile::getVarAsString");
     const std::string* value = find(name);
     return value == nullptr ? std::string() : *value;
 }
 
-std::string ConfigFile::getVarAsString(const std::string& name) const {
-    TARNWICK_LOCATION("ConfigFile::getVarAsString");
-    return getVarAsString(name.c_str());
-}
-
-float ConfigFile::getVarAsFloat(const char* name) const {
+float ConfigFile::getVarAsFloat(std::string_view name) const {
     TARNWICK_LOCATION("ConfigFile::getVarAsFloat");
     const std::string* value = find(name);
     return value == nullptr ? 0.0f : slStringToFloat(*value);
 }
 
-float ConfigFile::getVarAsFloat(const std::string& name) const {
-    TARNWICK_LOCATION("ConfigFile::getVarAsFloat");
-    return getVarAsFloat(name.c_str());
-}
-
-int ConfigFile::getVarAsInt(const char* name) const {
+int ConfigFile::getVarAsInt(std::string_view name) const {
     TARNWICK_LOCATION("ConfigFile::getVarAsInt");
     const std::string* value = find(name);
     return value == nullptr ? 0 : slStringToInt(*value);
 }
 
-int ConfigFile::getVarAsInt(const std::string& name) const {
-    TARNWICK_LOCATION("ConfigFile::getVarAsInt");
-    return getVarAsInt(name.c_str());
-}
-
-bool ConfigFile::getVarAsBool(const char* name) const {
+bool ConfigFile::getVarAsBool(std::string_view name) const {
     TARNWICK_LOCATION("ConfigFile::getVarAsBool");
     const std::string* value = find(name);
     return value != nullptr && slStringToBool(*value);
 }
 
-bool ConfigFile::getVarAsBool(const std::string& name) const {
-    TARNWICK_LOCATION("ConfigFile::getVarAsBool");
-    return getVarAsBool(name.c_str());
-}
-
-const std::string* ConfigFile::find(const char* name) const {
+const std::string* ConfigFile::find(std::string_view name) const {
     TARNWICK_LOCATION("ConfigFile::find");
-    if (name == nullptr) {
+    if (name.data() == nullptr) {
         return nullptr;
     }
-    std::string key(name);
+    std::string key(slUpToNul(name));
     slStringUpper(key);
     if (state.observer != nullptr) {
         state.observer->keyAsked(key);

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "core/Strings.h"
+
 #include <list>
 #include <map>
 #include <string>
+#include <string_view>
 
 namespace tarnwick {
 
@@ -51,22 +54,22 @@ public:
     /// `slSeparateArgs`.
     void separateTokens(const char* text, std::list<std::string>& tokens);
 
-    bool variableExists(const char* name) const;
-    bool variableExists(const std::string& name) const;
+    bool variableExists(std::string_view name) const;
+    bool variableExists(const char* name) const { return variableExists(slText(name)); }
 
     /// The value as it stands in the file; empty if the key is missing.
-    std::string getVarAsString(const char* name) const;
-    std::string getVarAsString(const std::string& name) const;
+    std::string getVarAsString(std::string_view name) const;
+    std::string getVarAsString(const char* name) const { return getVarAsString(slText(name)); }
     /// `slStringToFloat` of the value, which is strict: "1e5", "+1" and "12abc" read as 0. 0 if the key is
     /// missing.
-    float getVarAsFloat(const char* name) const;
-    float getVarAsFloat(const std::string& name) const;
+    float getVarAsFloat(std::string_view name) const;
+    float getVarAsFloat(const char* name) const { return getVarAsFloat(slText(name)); }
     /// `slStringToInt` of the value: "2.5" reads as 0. 0 if the key is missing.
-    int getVarAsInt(const char* name) const;
-    int getVarAsInt(const std::string& name) const;
+    int getVarAsInt(std::string_view name) const;
+    int getVarAsInt(const char* name) const { return getVarAsInt(slText(name)); }
     /// True only for the word "TRUE" in any mix of upper and lower case.
-    bool getVarAsBool(const char* name) const;
-    bool getVarAsBool(const std::string& name) const;
+    bool getVarAsBool(std::string_view name) const;
+    bool getVarAsBool(const char* name) const { return getVarAsBool(slText(name)); }
 
 private:
     friend class ModuleReset;
@@ -79,7 +82,7 @@ private:
     std::map<std::string, std::string> variables; ///< Upper-cased key to value.
 
     /// The value of `name`, null if it is missing. A null name is missing.
-    const std::string* find(const char* name) const;
+    const std::string* find(std::string_view name) const;
 };
 
 } // namespace tarnwick

@@ -6,6 +6,7 @@
 
 #include <cassert>
 #include <list>
+#include <string_view>
 
 namespace tarnwick {
 
@@ -18,8 +19,8 @@ constexpr const char* nothingUsage = " < nothing >";
 /// What a typed word must look like for one kind of value, and the usage texts that say so.
 template <typename Value>
 struct WordSyntax {
-    bool (*test)(const std::string&);
-    Value (*convert)(const std::string&);
+    bool (*test)(std::string_view);
+    Value (*convert)(std::string_view);
     const char* setterUsage;
     const char* getOrSetUsage;
 };

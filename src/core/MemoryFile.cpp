@@ -10,12 +10,7 @@
 
 namespace tarnwick {
 
-MemoryFile::MemoryFile(const char* fileName) {
-    TARNWICK_LOCATION("MemoryFile::MemoryFile");
-    open(fileName);
-}
-
-MemoryFile::MemoryFile(const std::string& fileName) {
+MemoryFile::MemoryFile(std::string_view fileName) {
     TARNWICK_LOCATION("MemoryFile::MemoryFile");
     open(fileName);
 }
@@ -39,18 +34,13 @@ MemoryFile::~MemoryFile() {
     close();
 }
 
-bool MemoryFile::open(const char* fileName) {
-    TARNWICK_LOCATION("MemoryFile::open");
-    return open(std::string(fileName == nullptr ? "" : fileName));
-}
-
-bool MemoryFile::open(const std::string& fileName) {
+bool MemoryFile::open(std::string_view fileName) {
     TARNWICK_LOCATION("MemoryFile::open");
     close();
     if (fileName.empty()) {
         return false;
     }
-    std::ifstream file = DataFiles::open(fileName);
+    std::ifstream file = DataFiles::open(std::string(fileName));
     if (!file.is_open() || !file.good()) {
         return false;
     }

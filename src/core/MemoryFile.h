@@ -1,8 +1,10 @@
 #pragma once
 
+#include "core/Strings.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 namespace tarnwick {
 
@@ -20,8 +22,9 @@ public:
     /// Closed.
     MemoryFile() = default;
     /// Opens at once; closed if that fails.
-    explicit MemoryFile(const char* fileName);
-    explicit MemoryFile(const std::string& fileName);
+    explicit MemoryFile(std::string_view fileName);
+    explicit MemoryFile(const char* fileName)
+        : MemoryFile(slText(fileName)) {}
     /// Copies the bytes.
     /// Kept: the cursor keeps its value, so the copy's still points into the bytes of `other`. Nothing reads
     /// from a copy before it seeks; until then a read fails and the position means nothing.
@@ -31,8 +34,8 @@ public:
 
     /// Closes, then reads the whole file, found through `DataFiles`. False, and still closed, if the name is
     /// null or empty, or the file is empty, too large or unreadable.
-    bool open(const char* fileName);
-    bool open(const std::string& fileName);
+    bool open(std::string_view fileName);
+    bool open(const char* fileName) { return open(slText(fileName)); }
     void close();
 
     bool is_open() const { return start != nullptr; }

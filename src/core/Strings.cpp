@@ -16,20 +16,18 @@ bool isDigit(char c) {
 }
 
 /// Whether `s` consists of digits, a `-` at the front, and at most `pointsAllowed` points.
-bool isNumber(const char* s, int pointsAllowed) {
-    if (s == nullptr || *s == '\0') {
-        return false;
-    }
-    for (const char* c = s; *c != '\0'; ++c) {
-        if (isDigit(*c) || (*c == '-' && c == s)) {
+bool isNumber(std::string_view s, int pointsAllowed) {
+    const std::string_view text = slUpToNul(s);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (isDigit(text[i]) || (text[i] == '-' && i == 0)) {
             continue;
         }
-        if (*c != '.' || pointsAllowed == 0) {
+        if (text[i] != '.' || pointsAllowed == 0) {
             return false;
         }
         --pointsAllowed;
     }
-    return true;
+    return !text.empty();
 }
 
 char upper(char c) {
@@ -39,45 +37,43 @@ char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + letterDistance) : c;
 }
 
-std::string upperCopy(const char* s) {
-    std::string copy(s);
+std::string upperCopy(std::string_view s) {
+    std::string copy(slUpToNul(s));
     slStringUpper(copy);
     return copy;
 }
 
 } // namespace
 
-bool slStringIsNumeric(const char* s) {
+bool slStringIsNumeric(std::string_view s) {
     return isNumber(s, 1);
 }
 
-bool slStringIsInteger(const char* s) {
+bool slStringIsInteger(std::string_view s) {
     return isNumber(s, 0);
 }
 
-bool slStringIsBoolean(const char* s) {
-    if (s == nullptr) {
-        return false;
-    }
+bool slStringIsBoolean(std::string_view s) {
     const std::string copy = upperCopy(s);
     return copy == "TRUE" || copy == "FALSE";
 }
 
-float slStringToFloat(const char* s) {
-    return slStringIsNumeric(s) ? static_cast<float>(std::strtod(s, nullptr)) : 0.0f;
+float slStringToFloat(std::string_view s) {
+    return slStringIsNumeric(s) ? static_cast<float>(std::strtod(std::string(s).c_str(), nullptr)) : 0.0f;
 }
 
-int slStringToInt(const char* s) {
+int slStringToInt(std::string_view s) {
     if (!slStringIsInteger(s)) {
         return 0;
     }
-    const long value = std::strtol(s, nullptr, 10); // itself stops at the ends of its own range
+    const long value =
+        std::strtol(std::string(s).c_str(), nullptr, 10); // itself stops at the ends of its own range
     constexpr long smallest = std::numeric_limits<std::int32_t>::min();
     constexpr long largest = std::numeric_limits<std::int32_t>::max();
     return static_cast<int>(std::clamp(value, smallest, largest));
 }
 
-bool slStringToBool(const char* s) {
+bool slStringToBool(std::string_view s) {
     return slStringIsBoolean(s) && upperCopy(s) == "TRUE";
 }
 
@@ -93,52 +89,20 @@ void slStringLower(char* s) {
     }
 }
 
-void slSeparateArgs(const char* s, std::list<std::string>& words) {
-    if (s == nullptr) {
-        return;
-    }
-    while (true) {
-        while (slIsSeparator(*s)) {
-            ++s;
+void slSeparateArgs(std::string_view s, std::list<std::string>& words) {
+    const std::string_view text = slUpToNul(s);
+    for (std::size_t begin = 0; begin < text.size();) {
+        if (slIsSeparator(text[begin])) {
+            ++begin;
+            continue;
         }
-        if (*s == '\0') {
-            return;
-        }
-        const char* end = s;
-        while (*end != '\0' && !slIsSeparator(*end)) {
+        std::size_t end = begin;
+        while (end < text.size() && !slIsSeparator(text[end])) {
             ++end;
         }
-        words.emplace_back(s, end);
-        s = end;
+        words.emplace_back(text.substr(begin, end - begin));
+        begin = end;
     }
-}
-
-bool slStringIsNumeric(const std::string& s) {
-    return slStringIsNumeric(s.c_str());
-}
-bool slStringIsInteger(const std::string& s) {
-    return slStringIsInteger(s.c_str());
-}
-bool slStringIsBoolean(const std::string& s) {
-    return slStringIsBoolean(s.c_str());
-}
-float slStringToFloat(const std::string& s) {
-    return slStringToFloat(s.c_str());
-}
-int slStringToInt(const std::string& s) {
-    return slStringToInt(s.c_str());
-}
-bool slStringToBool(const std::string& s) {
-    return slStringToBool(s.c_str());
-}
-void slStringUpper(std::string& s) {
-    slStringUpper(s.data());
-}
-void slStringLower(std::string& s) {
-    slStringLower(s.data());
-}
-void slSeparateArgs(const std::string& s, std::list<std::string>& words) {
-    slSeparateArgs(s.c_str(), words);
 }
 
 bool slIsSeparator(char c) {

@@ -104,7 +104,7 @@ void FreeCamera::draw() const {
     char text[128];
     std::snprintf(text, sizeof text, "%1f , %2f", static_cast<double>(x), static_cast<double>(y));
     GLFont(GLConsole::getFontTexture())
-        .drawString(text, x, y + markTextOffset / zoom, markTextSize / zoom, 1.0f, 1.0f, 1.0f, 1.0f);
+        .drawString(text, {x, y + markTextOffset / zoom}, markTextSize / zoom, opaqueWhite);
 }
 
 } // namespace tarnwick

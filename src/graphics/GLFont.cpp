@@ -55,11 +55,6 @@ private:
     std::size_t count = 0;
 };
 
-std::string_view upToZero(std::string_view text) {
-    TARNWICK_LOCATION("GLFont::upToZero");
-    return text.substr(0, text.find('\0'));
-}
-
 } // namespace
 
 GLFont::GLFont(const GLTexture& source) {
@@ -114,7 +109,7 @@ void GLFont::drawString(std::string_view text, Vector2 place, float size, Colour
     glDisable(GL_ALPHA_TEST);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glBindTexture(GL_TEXTURE_2D, textureId);
-    const std::string_view shown = upToZero(text);
+    const std::string_view shown = slUpToNul(text);
     if (!shown.empty()) {
         glColor4f(colour.red, colour.green, colour.blue, colour.alpha);
     }
@@ -138,7 +133,7 @@ void GLFont::drawStringCentered(
     if (text.data() == nullptr || !(size > 0.0f)) {
         return;
     }
-    const auto length = static_cast<float>(upToZero(text).size());
+    const auto length = static_cast<float>(slUpToNul(text).size());
     const float left = round(corner.x + extent.x / 2.0f - length * size / 2.0f);
     const float top = round(corner.y + extent.y / 2.0f - size / 2.0f);
     drawString(text, {left, top}, size, colour);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Strings.h"
 #include "core/Vector2.h"
 #include "graphics/Colour.h"
 #include "graphics/GLTexture.h"
@@ -42,7 +43,7 @@ public:
                     float green,
                     float blue,
                     float alpha) const {
-        drawString(viewOf(text), {x, y}, size, {red, green, blue, alpha});
+        drawString(slText(text), {x, y}, size, {red, green, blue, alpha});
     }
 
     /// Draws `text` centred in the rectangle of the size `extent` at `corner`, at whole coordinates, halves
@@ -61,13 +62,7 @@ public:
                             float green,
                             float blue,
                             float alpha) const {
-        drawStringCentered(viewOf(text), {x, y}, {boxWidth, boxHeight}, size, {red, green, blue, alpha});
-    }
-
-private:
-    /// A view of nothing for null.
-    static std::string_view viewOf(const char* text) {
-        return text != nullptr ? std::string_view(text) : std::string_view();
+        drawStringCentered(slText(text), {x, y}, {boxWidth, boxHeight}, size, {red, green, blue, alpha});
     }
 };
 

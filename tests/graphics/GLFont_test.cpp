@@ -213,4 +213,15 @@ TEST_F(GLFontTest, AssigningTheSameTextureDoesNothing) {
     EXPECT_EQ(font.name, "D.TGA");
 }
 
+TEST_F(GLFontTest, AZeroByteEndsAViewAsItEndsACString) {
+    writeSheet("font.tga", 'A');
+    const GLFont font("font.tga");
+
+    font.drawString(std::string_view("A\0A", 3), {0.0f, 0.0f}, size, opaqueWhite);
+
+    EXPECT_TRUE(drawn(0, 0));
+    EXPECT_FALSE(drawn(1, 0));
+    EXPECT_FALSE(drawn(2, 0));
+}
+
 } // namespace tarnwick
