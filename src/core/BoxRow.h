@@ -1,41 +1,15 @@
 #pragma once
 
-#include "core/Vector2.h"
+#include "core/Box.h"
 
 #include <algorithm>
 #include <bit>
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 namespace tarnwick {
-
-/// The smallest upright rectangle around some points, world units. Without points it is inside out and
-/// touches nothing.
-struct Box {
-    float minX = std::numeric_limits<float>::infinity();
-    float minY = std::numeric_limits<float>::infinity();
-    float maxX = -std::numeric_limits<float>::infinity();
-    float maxY = -std::numeric_limits<float>::infinity();
-
-    static Box around(Vector2 a, Vector2 b) {
-        return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
-    }
-
-    void add(const Box& other) {
-        minX = std::min(minX, other.minX);
-        minY = std::min(minY, other.minY);
-        maxX = std::max(maxX, other.maxX);
-        maxY = std::max(maxY, other.maxY);
-    }
-
-    /// Rectangles that share no more than a border touch.
-    bool touches(const Box& other) const {
-        return minX <= other.maxX && other.minX <= maxX && minY <= other.maxY && other.minY <= maxY;
-    }
-};
 
 /// A row of things with a place in the plane, and the boxes of its blocks of 4, 16, 64 ... neighbours in the
 /// row, so that a search through the row in its order steps over whole blocks that cannot hold what it looks

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/BoxRow.h"
+#include "core/Box.h"
 #include "core/Float4.h"
 #include "core/LocationStack.h"
 #include "core/Vector2.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/BoxRow.h"
+#include "core/Box.h"
 #include "level/LevelBspNode.h"
 #include "mechanisms/Mover.h"
 #include "mechanisms/PushField.h"

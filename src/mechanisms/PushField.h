@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/BoxRow.h"
+#include "core/Box.h"
 #include "core/Vector2.h"
 #include "particles/Particle.h"
 #include "particles/ParticleList.h"
