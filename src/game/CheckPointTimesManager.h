@@ -44,18 +44,19 @@ private:
     friend class CheckPointTimesManagerTest;
 
     /// What is on screen.
-    enum Display : std::int32_t {
+    enum class Display : std::int32_t {
         nothing = 0,
         timeFadingIn = 1,
         timeFadingOut = 2,
         differenceFadingIn = 3,
         differenceFadingOut = 4,
     };
+    using enum Display;
 
     struct State {
         std::map<const Trigger*, std::uint32_t> checkPointTimes; ///< Milliseconds, of the last visit.
         FrameTimer fadeTimer;
-        std::int32_t displayState = nothing;
+        Display displayState = nothing;
         float displayTimeLeft = 0.0f;     ///< Seconds left of the present fade.
         std::int32_t currentTime = 0;     ///< Milliseconds: of a visit to a known check point,
         std::int32_t previousTime = 0;    ///< and of the one before.

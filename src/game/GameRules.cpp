@@ -125,7 +125,7 @@ void GameRules::restoreLostWater() {
         state.deadSound->setVolume(1.0f);
         state.deadSound->play();
     }
-    ParticleManager::createParticles(state.checkPointX, state.checkPointY, returnRadius,
+    ParticleManager::createParticles({state.checkPointX, state.checkPointY}, returnRadius,
                                      static_cast<std::int32_t>(state.checkPointParticleCount));
     Camera::setState(Camera::movingToWaypoint);
 }
@@ -179,10 +179,10 @@ void GameRules::incrementEndOfLevelTriggerParticleCount(std::int32_t n) {
     state.endOfLevelParticleCount += static_cast<std::uint32_t>(n);
 }
 
-void GameRules::setCheckPoint(float x, float y) {
+void GameRules::setCheckPoint(Vector2 place) {
     TARNWICK_LOCATION("GameRules::setCheckPoint");
-    state.checkPointX = x;
-    state.checkPointY = y;
+    state.checkPointX = place.x;
+    state.checkPointY = place.y;
     state.checkPointParticleCount = getParticleCount();
 }
 

@@ -2,6 +2,7 @@
 
 #include "audio/Sound.h"
 #include "core/LongTimer.h"
+#include "core/Vector2.h"
 #include "gui/GuiAnimatedButton.h"
 
 #include <cstdint>
@@ -50,7 +51,8 @@ public:
     /// Tells that `n` particles more stand in an end of level trigger in this tick.
     static void incrementEndOfLevelTriggerParticleCount(std::int32_t n);
     /// From here on lost water comes back at (x, y), world units, as much as there is now.
-    static void setCheckPoint(float x, float y);
+    static void setCheckPoint(Vector2 place);
+    static void setCheckPoint(float x, float y) { setCheckPoint({x, y}); }
 
     /// 436,000 for a time up to `bestLevelTime`, falling in proportion to 1,000 at `worstLevelTime`.
     static std::uint32_t getTimeScore();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/BoxRow.h"
+#include "core/Box.h"
 #include "core/Vector2.h"
 #include "mechanisms/TriggerHandlers.h"
 
@@ -19,16 +19,18 @@ struct TriggerType {
 
 /// An entity of the level that a trigger acts on.
 struct TriggerTarget {
-    /// Values of `kind`. There is no 2, and sound sources are no targets: they are found by the trigger's
-    /// target id when they are played.
-    static constexpr std::int32_t polygon = 0; ///< `Polygon2D` of the level.
-    static constexpr std::int32_t object = 1;  ///< `LevelObject`.
-    static constexpr std::int32_t force = 3;   ///< `Force`.
-    static constexpr std::int32_t mover = 4;   ///< `Mover`.
-    static constexpr std::int32_t emitter = 5; ///< `FxParticleEmitter`.
+    /// There is no 2, and sound sources are no targets: they are found by the trigger's target id when they
+    /// are played.
+    enum class Kind : std::int32_t {
+        polygon = 0, ///< `Polygon2D` of the level.
+        object = 1,  ///< `LevelObject`.
+        force = 3,   ///< `Force`.
+        mover = 4,   ///< `Mover`.
+        emitter = 5, ///< `FxParticleEmitter`.
+    };
 
     void* entity = nullptr; ///< Not owned; stays where it is for as long as the trigger lives.
-    std::int32_t kind = polygon;
+    Kind kind = Kind::polygon;
 };
 
 /// A four-cornered region of the level that does something when water enters it. Its type decides what, its

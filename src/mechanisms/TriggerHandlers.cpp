@@ -27,7 +27,7 @@ constexpr float killChancePerSecond = 0.5f; ///< Of `trigFuncParticleKillRandom`
 
 /// Calls `action` with each target of `kind`, which is an `Entity`, in order.
 template <typename Entity, typename Action>
-void forEachTarget(const Trigger& trigger, std::int32_t kind, const Action& action) {
+void forEachTarget(const Trigger& trigger, TriggerTarget::Kind kind, const Action& action) {
     TARNWICK_LOCATION("TriggerHandlers::forEachTarget");
     for (const TriggerTarget& target : trigger.targets) {
         if (target.kind == kind) {
@@ -39,20 +39,20 @@ void forEachTarget(const Trigger& trigger, std::int32_t kind, const Action& acti
 template <typename Action>
 void forEachObject(const Trigger& trigger, const Action& action) {
     TARNWICK_LOCATION("TriggerHandlers::forEachObject");
-    forEachTarget<LevelObject>(trigger, TriggerTarget::object, action);
+    forEachTarget<LevelObject>(trigger, TriggerTarget::Kind::object, action);
 }
 
 template <typename Action>
 void forEachEmitter(const Trigger& trigger, const Action& action) {
     TARNWICK_LOCATION("TriggerHandlers::forEachEmitter");
-    forEachTarget<FxParticleEmitter>(trigger, TriggerTarget::emitter, action);
+    forEachTarget<FxParticleEmitter>(trigger, TriggerTarget::Kind::emitter, action);
 }
 
 template <typename Action>
 void forEachEnabledForce(const Trigger& trigger, const Action& action) {
     TARNWICK_LOCATION("TriggerHandlers::forEachEnabledForce");
     for (const TriggerTarget& target : trigger.targets) {
-        if (target.kind != TriggerTarget::force) {
+        if (target.kind != TriggerTarget::Kind::force) {
             continue;
         }
         if (const Force& force = *static_cast<const Force*>(target.entity); force.enabled) {
@@ -94,17 +94,17 @@ Vector2 radialPush(const Force& force, Vector2 place, float dt) {
 
 void setEntities(const Trigger& trigger, bool present) {
     TARNWICK_LOCATION("TriggerHandlers::setEntities");
-    forEachTarget<Polygon2D>(trigger, TriggerTarget::polygon, [&](Polygon2D& polygon) {
+    forEachTarget<Polygon2D>(trigger, TriggerTarget::Kind::polygon, [&](Polygon2D& polygon) {
         Level::setPolygonCollideable(polygon, present);
         polygon.visible = present;
     });
     forEachObject(trigger, [&](LevelObject& object) { object.enabled = present; });
-    forEachTarget<Force>(trigger, TriggerTarget::force, [&](Force& force) { force.enabled = present; });
+    forEachTarget<Force>(trigger, TriggerTarget::Kind::force, [&](Force& force) { force.enabled = present; });
 }
 
 void setMovers(const Trigger& trigger, MoverState state) {
     TARNWICK_LOCATION("TriggerHandlers::setMovers");
-    forEachTarget<Mover>(trigger, TriggerTarget::mover, [&](Mover& mover) { mover.state = state; });
+    forEachTarget<Mover>(trigger, TriggerTarget::Kind::mover, [&](Mover& mover) { mover.state = state; });
 }
 
 } // namespace
@@ -290,7 +290,7 @@ void trigFuncCheckPoint(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKin
         place += corner;
     }
     place = place / 6.0f; // the corners of the diagonal count twice
-    GameRules::setCheckPoint(place.x, place.y);
+    GameRules::setCheckPoint(place);
     CheckPointTimesManager::recordTime(trigger, static_cast<std::uint32_t>(GameRules::getLevelTime()));
 }
 

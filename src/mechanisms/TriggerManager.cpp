@@ -68,7 +68,7 @@ using TargetsById = std::map<std::int32_t, std::vector<TriggerTarget>>;
 
 /// Appends each of `entities` to the targets of its id, taken as signed.
 template <typename Entity>
-void appendTargets(std::list<Entity>& entities, std::int32_t kind, TargetsById& targets) {
+void appendTargets(std::list<Entity>& entities, TriggerTarget::Kind kind, TargetsById& targets) {
     TARNWICK_LOCATION("TriggerManager::appendTargets");
     for (Entity& entity : entities) {
         targets[static_cast<std::int32_t>(entity.id)].push_back({&entity, kind});
@@ -170,12 +170,12 @@ const TriggerManager::TargetIndex& TriggerManager::targetIndex() {
     }
     TargetIndex& index = state.targetIndexes.emplace_back();
     index.entityCounts = counts;
-    appendTargets(LevelObjectsManager::animatedObjects, TriggerTarget::object, index.targets);
-    appendTargets(LevelObjectsManager::staticObjects, TriggerTarget::object, index.targets);
-    appendTargets(ForceManager::forces, TriggerTarget::force, index.targets);
-    appendTargets(Level::polygons, TriggerTarget::polygon, index.targets);
-    appendTargets(MoverManager::movers, TriggerTarget::mover, index.targets);
-    appendTargets(FxParticleManager::emitters, TriggerTarget::emitter, index.targets);
+    appendTargets(LevelObjectsManager::animatedObjects, TriggerTarget::Kind::object, index.targets);
+    appendTargets(LevelObjectsManager::staticObjects, TriggerTarget::Kind::object, index.targets);
+    appendTargets(ForceManager::forces, TriggerTarget::Kind::force, index.targets);
+    appendTargets(Level::polygons, TriggerTarget::Kind::polygon, index.targets);
+    appendTargets(MoverManager::movers, TriggerTarget::Kind::mover, index.targets);
+    appendTargets(FxParticleManager::emitters, TriggerTarget::Kind::emitter, index.targets);
     return index;
 }
 

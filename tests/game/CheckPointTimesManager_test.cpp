@@ -29,7 +29,7 @@ protected:
     }
 
     using Manager = CheckPointTimesManager;
-    static std::int32_t display() { return Manager::state.displayState; }
+    static std::int32_t display() { return static_cast<std::int32_t>(Manager::state.displayState); }
     static float timeLeft() { return Manager::state.displayTimeLeft; }
     static float fadeTime() { return Manager::state.fadeTime; }
     static std::uint32_t firstTime() { return Manager::state.checkPointTimes.begin()->second; }

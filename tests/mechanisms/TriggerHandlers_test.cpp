@@ -33,11 +33,11 @@ protected:
 
     static constexpr float dt = 0.25f;
 
-    void target(LevelObject& object) { addTarget(&object, TriggerTarget::object); }
-    void target(Force& force) { addTarget(&force, TriggerTarget::force); }
-    void target(Mover& mover) { addTarget(&mover, TriggerTarget::mover); }
-    void target(Polygon2D& polygon) { addTarget(&polygon, TriggerTarget::polygon); }
-    void target(FxParticleEmitter& emitter) { addTarget(&emitter, TriggerTarget::emitter); }
+    void target(LevelObject& object) { addTarget(&object, TriggerTarget::Kind::object); }
+    void target(Force& force) { addTarget(&force, TriggerTarget::Kind::force); }
+    void target(Mover& mover) { addTarget(&mover, TriggerTarget::Kind::mover); }
+    void target(Polygon2D& polygon) { addTarget(&polygon, TriggerTarget::Kind::polygon); }
+    void target(FxParticleEmitter& emitter) { addTarget(&emitter, TriggerTarget::Kind::emitter); }
 
     void call(TriggerHandler handler) { handler(&trigger, nullptr, triggerBodyParticle, dt); }
     void call(TriggerHandler handler, Particle& body) { handler(&trigger, &body, triggerBodyParticle, dt); }
@@ -62,7 +62,7 @@ protected:
                std::ranges::all_of(*nodes, [](const LevelBspNode* node) { return node->hasEdge; });
     }
 
-    void addTarget(void* entity, std::int32_t kind) {
+    void addTarget(void* entity, TriggerTarget::Kind kind) {
         targets.push_back({entity, kind});
         trigger.targets = targets;
     }

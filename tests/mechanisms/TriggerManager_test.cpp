@@ -243,7 +243,7 @@ TEST_F(TriggerManagerTest, TargetsAreTheEntitiesOfTheIdInTheirOrder) {
     EXPECT_EQ(trigger.targets[6].entity, &FxParticleManager::emitters.front());
     const std::int32_t kinds[] = {1, 1, 3, 0, 0, 4, 5};
     for (std::size_t i = 0; i < 7; ++i) {
-        EXPECT_EQ(trigger.targets[i].kind, kinds[i]) << i;
+        EXPECT_EQ(static_cast<std::int32_t>(trigger.targets[i].kind), kinds[i]) << i;
     }
 }
 

@@ -18,8 +18,9 @@ namespace {
 
 constexpr float never = std::numeric_limits<float>::infinity();
 
-constexpr std::int32_t kinds[] = {TriggerTarget::object, TriggerTarget::force, TriggerTarget::polygon,
-                                  TriggerTarget::mover, TriggerTarget::emitter};
+constexpr TriggerTarget::Kind kinds[] = {TriggerTarget::Kind::object, TriggerTarget::Kind::force,
+                                         TriggerTarget::Kind::polygon, TriggerTarget::Kind::mover,
+                                         TriggerTarget::Kind::emitter};
 
 } // namespace
 
@@ -62,7 +63,7 @@ std::array<Vector2, TriggerRows::cornerCount> TriggerRows::cornersOf(const Trigg
     return {first, second, third, fourth};
 }
 
-std::size_t TriggerRows::kindPlace(std::int32_t kind) {
+std::size_t TriggerRows::kindPlace(TriggerTarget::Kind kind) {
     return static_cast<std::size_t>(std::ranges::find(kinds, kind) - std::begin(kinds));
 }
 

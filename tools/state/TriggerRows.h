@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Vector2.h"
+#include "mechanisms/Trigger.h"
 
 #include <array>
 #include <cstddef>
@@ -11,7 +12,6 @@ namespace tarnwick {
 
 class JsonLine;
 class JsonObject;
-struct Trigger;
 
 /// The rows "triggers" and "delayedEvents" of a state line: what has fired, what rests and what is pending.
 /// Triggers that the console made stand before those of the level and come back with the targets they had.
@@ -51,7 +51,7 @@ private:
     std::size_t madeByConsole = 0; ///< Rows at the front that the level does not have.
 
     static std::array<Vector2, cornerCount> cornersOf(const Trigger& trigger);
-    static std::size_t kindPlace(std::int32_t kind);
+    static std::size_t kindPlace(TriggerTarget::Kind kind);
     static void writeTrigger(JsonLine& out, const Trigger& trigger);
     static void writeEvents(JsonLine& out);
 
