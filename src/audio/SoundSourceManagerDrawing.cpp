@@ -44,7 +44,7 @@ void SoundSourceManager::drawSources(const Sources& sources) {
             glBegin(GL_POINTS);
             glVertex2f(source.x, source.y);
             glEnd();
-            GLWindow::glCircle(source.x, source.y, source.strenght, circleSegments);
+            GLWindow::glCircle({source.x, source.y}, source.strenght, circleSegments);
             const std::string text = "id: " + std::to_string(id) + " sound: " + source.sound.getName();
             font.drawString(text, {source.x, source.y + labelOffset}, labelHeight, opaqueWhite);
         }

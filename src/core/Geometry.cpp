@@ -45,9 +45,9 @@ bool liesBetween(double value, float start, float end) {
     return parameter >= 0.0 && parameter <= 1.0;
 }
 
-/// Positive when (x, y) lies to the left of the line from p to q, counter-clockwise of it; 0 on the line.
-float sideOf(float px, float py, float qx, float qy, float x, float y) {
-    return (qx - px) * (y - py) - (qy - py) * (x - px);
+/// Positive when `point` lies to the left of the line from p to q, counter-clockwise of it; 0 on the line.
+float sideOf(Vector2 p, Vector2 q, Vector2 point) {
+    return (q.x - p.x) * (point.y - p.y) - (q.y - p.y) * (point.x - p.x);
 }
 
 } // namespace
@@ -78,11 +78,11 @@ void lineIntersection(Vector2 a, Vector2 b, Vector2 c, Vector2 d, Vector2& out) 
     }
 }
 
-bool pointInConvexPolygon(float x, float y, const float* points, std::uint32_t count) {
+bool pointInConvexPolygon(Vector2 point, const float* points, std::uint32_t count) {
     const float* start = points;
     for (std::uint32_t i = 0; i < count; ++i) {
         const float* end = i + 1 == count ? points : start + 2;
-        if (sideOf(start[0], start[1], end[0], end[1], x, y) < 0.0f) {
+        if (sideOf({start[0], start[1]}, {end[0], end[1]}, point) < 0.0f) {
             return false;
         }
         start = end;
@@ -94,10 +94,9 @@ void fixTriangleWinding(float* points) {
     float* a = points;
     float* b = points + 2;
     float* c = points + 4;
-    const float middleX = (a[0] + c[0]) * 0.5f;
-    const float middleY = (a[1] + c[1]) * 0.5f;
-    const bool rightOfAb = sideOf(a[0], a[1], b[0], b[1], middleX, middleY) < 0.0f;
-    const bool rightOfBc = sideOf(b[0], b[1], c[0], c[1], middleX, middleY) < 0.0f;
+    const Vector2 middle{(a[0] + c[0]) * 0.5f, (a[1] + c[1]) * 0.5f};
+    const bool rightOfAb = sideOf({a[0], a[1]}, {b[0], b[1]}, middle) < 0.0f;
+    const bool rightOfBc = sideOf({b[0], b[1]}, {c[0], c[1]}, middle) < 0.0f;
     if (rightOfAb && rightOfBc) {
         std::swap(b[0], c[0]);
         std::swap(b[1], c[1]);

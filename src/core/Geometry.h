@@ -53,9 +53,12 @@ bool segmentsCross(Vector2 a, Vector2 b, Vector2 c, Vector2 d);
 /// lines leave `out` untouched. Computed in double and rounded once.
 void lineIntersection(Vector2 a, Vector2 b, Vector2 c, Vector2 d, Vector2& out);
 
-/// True when (x, y) lies in the convex polygon of `count` x, y pairs, counter-clockwise; a point on an edge
+/// True when `point` lies in the convex polygon of `count` x, y pairs, counter-clockwise; a point on an edge
 /// is inside.
-bool pointInConvexPolygon(float x, float y, const float* points, std::uint32_t count);
+bool pointInConvexPolygon(Vector2 point, const float* points, std::uint32_t count);
+inline bool pointInConvexPolygon(float x, float y, const float* points, std::uint32_t count) {
+    return pointInConvexPolygon({x, y}, points, count);
+}
 
 /// Makes the triangle of three x, y pairs counter-clockwise by exchanging its second and third corner if need
 /// be.

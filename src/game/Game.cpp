@@ -196,7 +196,7 @@ void Game::readBackground(const ConfigFile& config) {
 void Game::startLevel() {
     TARNWICK_LOCATION("Game::startLevel");
     const Vector2 water = Level::waterStart();
-    ParticleManager::createParticles(water.x, water.y, startRadius, startParticles);
+    ParticleManager::createParticles(water, startRadius, startParticles);
     const Vector2 camera = Level::cameraStart();
     Camera::setPosition(camera.x, camera.y);
     Camera::setState(Camera::movingToWaypoint);

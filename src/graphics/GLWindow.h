@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Vector2.h"
+
 #include <array>
 #include <cstdint>
 #include <list>
@@ -152,7 +154,10 @@ public:
     /// current.
     static void glBeginDraw3d(float fieldOfView, float nearPlane, float farPlane);
     /// The outline of a circle, in lines.
-    static void glCircle(float x, float y, float radius, std::int32_t segments);
+    static void glCircle(Vector2 middle, float radius, std::int32_t segments);
+    static void glCircle(float x, float y, float radius, std::int32_t segments) {
+        glCircle({x, y}, radius, segments);
+    }
     /// Saves all attributes, the client attributes, and the projection and modelview matrices; modelview is
     /// current.
     static void glPushState();

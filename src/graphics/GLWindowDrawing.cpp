@@ -76,14 +76,14 @@ void GLWindow::glBeginDraw3d(float fieldOfView, float nearPlane, float farPlane)
     glLoadIdentity();
 }
 
-void GLWindow::glCircle(float x, float y, float radius, std::int32_t segments) {
+void GLWindow::glCircle(Vector2 middle, float radius, std::int32_t segments) {
     TARNWICK_LOCATION("GLWindow::glCircle");
     const float step = fullTurn / static_cast<float>(segments);
     const auto corner = [&](std::int32_t i) {
         const auto angle = static_cast<long double>(static_cast<float>(i) * step);
         const auto wideRadius = static_cast<long double>(radius);
-        glVertex2f(static_cast<float>(std::cos(angle) * wideRadius + static_cast<long double>(x)),
-                   static_cast<float>(std::sin(angle) * wideRadius + static_cast<long double>(y)));
+        glVertex2f(static_cast<float>(std::cos(angle) * wideRadius + static_cast<long double>(middle.x)),
+                   static_cast<float>(std::sin(angle) * wideRadius + static_cast<long double>(middle.y)));
     };
     glBegin(GL_LINES);
     for (std::int32_t i = 0; i < segments; ++i) {

@@ -151,8 +151,7 @@ void ParticleRenderer::drawSprites(const Look& look, const Particles& particles,
     state.quads.begin(particles.size());
     for (const Particle* particle : particles) {
         const float swell = std::min(state.velocityExpansion * particle->speed, state.maxVelocityExpansion);
-        state.quads.addSquare(particle->position.x, particle->position.y, size + swell,
-                              colour.faded(fadeOf(*particle)));
+        state.quads.addSquare(particle->position, size + swell, colour.faded(fadeOf(*particle)));
     }
     drawPass(look);
 }
@@ -167,11 +166,10 @@ void ParticleRenderer::drawTrailedSprites(const Look& look,
         const float swell = std::min(state.velocityExpansion * particle->speed, state.maxVelocityExpansion);
         const float halfSize = baseSize + swell;
         const Colour colour = look.colour.faded(fadeOf(*particle));
-        state.quads.addSquare(particle->position.x, particle->position.y, halfSize, colour);
+        state.quads.addSquare(particle->position, halfSize, colour);
         for (int age = 0; age < 3; ++age) {
             const Vector2 place = particle->trail[age];
-            state.quads.addSquare(place.x, place.y, halfSize + trailExpansion,
-                                  colour.faded(trailShares[age]));
+            state.quads.addSquare(place, halfSize + trailExpansion, colour.faded(trailShares[age]));
         }
     }
     drawPass(look);

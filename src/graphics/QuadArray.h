@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Vector2.h"
 #include "graphics/Colour.h"
 
 #include <cassert>
@@ -20,9 +21,9 @@ public:
 
     /// A square about (x, y), corners from (x - halfSize, y - halfSize) by way of (x + halfSize,
     /// y - halfSize), with the whole texture on it.
-    void addSquare(float x, float y, float halfSize, Colour colour) {
-        addRectangle({x - halfSize, y - halfSize, x + halfSize, y + halfSize}, {0.0f, 0.0f, 1.0f, 1.0f},
-                     colour);
+    void addSquare(Vector2 middle, float halfSize, Colour colour) {
+        addRectangle({middle.x - halfSize, middle.y - halfSize, middle.x + halfSize, middle.y + halfSize},
+                     {0.0f, 0.0f, 1.0f, 1.0f}, colour);
     }
 
     struct Rectangle {

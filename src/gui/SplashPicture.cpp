@@ -2,6 +2,7 @@
 
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
+#include "core/Vector2.h"
 #include "graphics/VirtualScreen.h"
 
 #include <GL/gl.h>
@@ -30,18 +31,18 @@ void beginDraw2d(std::int32_t clientWidth, std::int32_t clientHeight) {
     glMatrixMode(GL_MODELVIEW);
 }
 
-/// The bound texture whole, centred on (x, y).
-void drawCentred(float x, float y, float halfWidth, float halfHeight) {
+/// The bound texture whole, centred on `middle`; `half` is half its width and height.
+void drawCentred(Vector2 middle, Vector2 half) {
     TARNWICK_LOCATION("SplashPicture::drawCentred");
     glBegin(GL_QUADS);
     glTexCoord2f(0.0f, 0.0f);
-    glVertex2f(x - halfWidth, y - halfHeight);
+    glVertex2f(middle.x - half.x, middle.y - half.y);
     glTexCoord2f(1.0f, 0.0f);
-    glVertex2f(x + halfWidth, y - halfHeight);
+    glVertex2f(middle.x + half.x, middle.y - half.y);
     glTexCoord2f(1.0f, 1.0f);
-    glVertex2f(x + halfWidth, y + halfHeight);
+    glVertex2f(middle.x + half.x, middle.y + half.y);
     glTexCoord2f(0.0f, 1.0f);
-    glVertex2f(x - halfWidth, y + halfHeight);
+    glVertex2f(middle.x - half.x, middle.y + half.y);
     glEnd();
 }
 
@@ -118,15 +119,16 @@ void SplashPicture::drawBackground() const {
 void SplashPicture::drawAnimation() const {
     TARNWICK_LOCATION("SplashPicture::drawAnimation");
     const GLTexture* const frame = animation.frame();
-    const float halfWidth = frame != nullptr ? static_cast<float>(frame->width) * 0.5f : 0.0f;
-    const float halfHeight = frame != nullptr ? static_cast<float>(frame->height) * 0.5f : 0.0f;
+    const Vector2 middle{animation.x, animation.y};
+    Vector2 half;
     if (frame != nullptr) {
+        half = {static_cast<float>(frame->width) * 0.5f, static_cast<float>(frame->height) * 0.5f};
         glBindTexture(GL_TEXTURE_2D, frame->textureId);
     }
     glColor4f(0.0f, 0.0f, 0.0f, 1.0f);
-    drawCentred(animation.x + shadowOffset, animation.y + shadowOffset, halfWidth, halfHeight);
+    drawCentred(middle + Vector2{shadowOffset, shadowOffset}, half);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
-    drawCentred(animation.x, animation.y, halfWidth, halfHeight);
+    drawCentred(middle, half);
 }
 
 } // namespace tarnwick

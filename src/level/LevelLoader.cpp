@@ -111,7 +111,7 @@ public:
         FxParticleEmitter& emitter = emitters.emplace_back();
         emitter.id = record.emitterId;
         emitter.position = toVector(record.position);
-        emitter.setDirection(record.direction.x, record.direction.y); // may draw random numbers
+        emitter.setDirection(record.direction); // may draw random numbers
         emitter.loadEmitterSettings(record.settingsName);
     }
 };
@@ -120,11 +120,10 @@ void handOverForces(const LevelFile& file) {
     TARNWICK_LOCATION("LevelLoader::handOverForces");
     ForceManager::initialise();
     for (const LevelFile::ForceRecord& record : file.forces) {
-        const Vector2 position = toVector(record.position);
         Vector2 direction = record.direction;
         normaliseVector(direction); // Kept: here and again in `addForce`, which can turn its last bit
-        ForceManager::addForce(static_cast<std::int32_t>(record.forceId), position.x, position.y, direction.x,
-                               direction.y, record.strength * strengthScale);
+        ForceManager::addForce(static_cast<std::int32_t>(record.forceId), toVector(record.position),
+                               direction, record.strength * strengthScale);
     }
 }
 
@@ -143,10 +142,8 @@ void handOverMovers(const LevelFile& file) {
         Mover mover;
         mover.id = record.moverId;
         mover.speed = record.speed;
-        const Vector2 start = toVector(record.start);
-        const Vector2 end = toVector(record.end);
-        mover.setStartPoint(start.x, start.y);
-        mover.setEndPoint(end.x, end.y);
+        mover.setStartPoint(toVector(record.start));
+        mover.setEndPoint(toVector(record.end));
         MoverManager::addMover(mover); // looks for what it carries among the polygons and objects
     }
 }

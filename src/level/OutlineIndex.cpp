@@ -76,8 +76,7 @@ bool OutlineIndex::covers(const float* triangle) const {
     const Vector2 b{triangle[2], triangle[3]};
     const Vector2 c{triangle[4], triangle[5]};
     const auto coversPoint = [&](Vector2 point) {
-        return !(point == a || point == b || point == c) &&
-               pointInConvexPolygon(point.x, point.y, triangle, 3);
+        return !(point == a || point == b || point == c) && pointInConvexPolygon(point, triangle, 3);
     };
     // The largest value that the test of `pointInConvexPolygon` takes in a box, for the side from p to q: a
     // point with a negative one is outside. Every float operation rounds monotonically, so the test as a

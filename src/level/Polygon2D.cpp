@@ -168,15 +168,15 @@ std::vector<bool> findDuplicates(const std::vector<float>& pointsX,
 
 } // namespace
 
-void Polygon2D::addPoint(float x, float y) {
+void Polygon2D::addPoint(Vector2 point) {
     TARNWICK_LOCATION("Polygon2D::addPoint");
     for (std::size_t i = pointsX.size(); i-- > 0;) {
-        if (pointsX[i] == x && pointsY[i] == y) { // exactly
+        if (pointsX[i] == point.x && pointsY[i] == point.y) { // exactly
             return;
         }
     }
-    pointsX.push_back(x);
-    pointsY.push_back(y);
+    pointsX.push_back(point.x);
+    pointsY.push_back(point.y);
     triangulate(true);
 }
 
@@ -310,7 +310,7 @@ bool Polygon2D::triangleCoversPolyPoint(const float* triangle, const std::vector
                 return false;
             }
         }
-        return pointInConvexPolygon(point.x, point.y, triangle, 3);
+        return pointInConvexPolygon(point, triangle, 3);
     };
     return std::any_of(edges.begin(), edges.end(),
                        [&covers](const Edge& edge) { return covers(edge.start); }) ||

@@ -55,7 +55,8 @@ public:
     std::uint32_t pointCount() const { return static_cast<std::uint32_t>(pointsX.size()); }
 
     /// Appends a point and triangulates; does nothing when the outline holds exactly this point already.
-    void addPoint(float x, float y);
+    void addPoint(Vector2 point);
+    void addPoint(float x, float y) { addPoint({x, y}); }
     /// The same as `addPoint` for each of `points` in turn, to the last bit of every field, but triangulates
     /// as seldom as that allows.
     void addPoints(std::span<const Vector2> points);

@@ -32,11 +32,10 @@ void ForceManager::shutdown() {
     CommandRegistry::remove(commands);
 }
 
-void ForceManager::addForce(std::int32_t id, float x, float y, float dirX, float dirY, float strength) {
+void ForceManager::addForce(std::int32_t id, Vector2 position, Vector2 direction, float strength) {
     TARNWICK_LOCATION("ForceManager::addForce");
-    Vector2 direction{dirX, dirY};
     normaliseVector(direction);
-    forces.push_back({.id = id, .position = {x, y}, .direction = direction, .strength = strength});
+    forces.push_back({.id = id, .position = position, .direction = direction, .strength = strength});
 }
 
 std::int32_t ForceManager::conCmdForceCount() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Vector2.h"
 #include "mechanisms/Force.h"
 
 #include <cstdint>
@@ -26,7 +27,10 @@ public:
 
     /// Appends an enabled force. The direction is made unit length; (0, 0) becomes (1, 0). Triggers already
     /// there do not pick it up: they look for their targets when they are made.
-    static void addForce(std::int32_t id, float x, float y, float dirX, float dirY, float strength);
+    static void addForce(std::int32_t id, Vector2 position, Vector2 direction, float strength);
+    static void addForce(std::int32_t id, float x, float y, float dirX, float dirY, float strength) {
+        addForce(id, {x, y}, {dirX, dirY}, strength);
+    }
 
     /// Draws every force with its id and strength, if the command asks for it: green while it is enabled,
     /// else red. Leaves the GL as it was.

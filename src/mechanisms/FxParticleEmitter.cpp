@@ -43,10 +43,10 @@ bool loadRange(const ConfigFile& config, const std::string& name, float& first, 
 
 } // namespace
 
-void FxParticleEmitter::setDirection(float x, float y) {
+void FxParticleEmitter::setDirection(Vector2 newDirection) {
     TARNWICK_LOCATION("ForceManager::setDirection");
-    direction = {x, y};
-    if (x == 0.0f && y == 0.0f) { // exactly: the level's way to ask for a random one
+    direction = newDirection;
+    if (newDirection == Vector2{}) { // exactly: the level's way to ask for a random one
         direction.x = randomFloat() - 0.5f;
         direction.y = randomFloat() - 0.5f;
     }

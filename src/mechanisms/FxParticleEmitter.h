@@ -52,7 +52,8 @@ public:
 
     /// Takes the direction (x, y), made unit length. Exactly (0, 0) stands for a random one, for which it
     /// draws `randomFloat` twice, x first.
-    void setDirection(float x, float y);
+    void setDirection(Vector2 newDirection);
+    void setDirection(float x, float y) { setDirection({x, y}); }
     /// The setters hold their values in the ranges given at the fields.
     void setFrequency(float seconds);
     void setColors(Colour newColor1, Colour newColor2);

@@ -79,7 +79,7 @@ void FxParticleManager::drawBatch(bool& alphaBlending) {
         }
         Colour colour = particle.color;
         colour.alpha = colour.alpha * particle.timeLeft / particle.lifeTime;
-        state.quads.addSquare(particle.position.x, particle.position.y, particle.size * 0.5f, colour);
+        state.quads.addSquare(particle.position, particle.size * 0.5f, colour);
     }
     state.quads.draw();
 }

@@ -19,15 +19,15 @@ void Mover::reset() {
     state = MoverIdle;
 }
 
-void Mover::setStartPoint(float x, float y) {
+void Mover::setStartPoint(Vector2 point) {
     TARNWICK_LOCATION("Mover::setStartPoint");
-    startPoint = {x, y};
+    startPoint = point;
     measure();
 }
 
-void Mover::setEndPoint(float x, float y) {
+void Mover::setEndPoint(Vector2 point) {
     TARNWICK_LOCATION("Mover::setEndPoint");
-    endPoint = {x, y};
+    endPoint = point;
     measure();
 }
 

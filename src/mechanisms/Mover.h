@@ -30,8 +30,10 @@ struct Mover {
     /// Back to the start of the track, idle.
     void reset();
     /// Both measure the track anew.
-    void setStartPoint(float x, float y);
-    void setEndPoint(float x, float y);
+    void setStartPoint(Vector2 point);
+    void setStartPoint(float x, float y) { setStartPoint({x, y}); }
+    void setEndPoint(Vector2 point);
+    void setEndPoint(float x, float y) { setEndPoint({x, y}); }
 
     /// One tick of `dt` seconds; a shorter one than a ten millionth counts as that. What is left of the way
     /// at an end is dropped. To land exactly on an end is not to pass it: the mover turns a tick later.

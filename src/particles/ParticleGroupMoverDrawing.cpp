@@ -22,7 +22,7 @@ void ParticleGroupMover::debugDraw() {
     glDisable(GL_BLEND);
     glColor3f(1.0f, 0.0f, 0.0f);
     for (const ParticleGroup& group : groups) {
-        GLWindow::glCircle(group.centre.x, group.centre.y, group.radius, circleSegments);
+        GLWindow::glCircle(group.centre, group.radius, circleSegments);
     }
     glPopAttrib();
 }

@@ -140,7 +140,7 @@ void ParticleManager::applyGravity(Vector2& velocity, float temperature, const V
     }
 }
 
-void ParticleManager::createParticles(float x, float y, float radius, std::int32_t count) {
+void ParticleManager::createParticles(Vector2 middle, float radius, std::int32_t count) {
     TARNWICK_LOCATION("ParticleManager::createParticles");
     for (std::int32_t i = 0; i < count; ++i) {
         const float r = randomFloat() * radius;
@@ -149,7 +149,7 @@ void ParticleManager::createParticles(float x, float y, float radius, std::int32
         direction.y = randomFloat() - 0.5f;
         normaliseVector(direction);
         Particle& particle = particles.emplace_front();
-        particle.position = Vector2{x, y} + direction * r;
+        particle.position = middle + direction * r;
         std::ranges::fill(particle.trail, particle.position);
         particle.temperature = state.roomTemperature;
     }

@@ -32,7 +32,10 @@ public:
     /// Adds `count` particles at rest, at room temperature, in a disc of `radius` world units about (x, y),
     /// each at the head of the list. Draws `randomFloat` three times for each: its share of the radius, then
     /// its direction. They enter the grid at the next tick.
-    static void createParticles(float x, float y, float radius, std::int32_t count);
+    static void createParticles(Vector2 middle, float radius, std::int32_t count);
+    static void createParticles(float x, float y, float radius, std::int32_t count) {
+        createParticles(Vector2{x, y}, radius, count);
+    }
     /// Starts the fade of a particle; does nothing to one already dying.
     static void killParticle(Particle& particle);
     /// Erases a particle at once and gives the next place in the list. The caller unlinks it from the grid

@@ -25,7 +25,7 @@ protected:
         glDisable(GL_TEXTURE_2D);
         QuadArray quads;
         quads.begin(1);
-        quads.addSquare(x, y, 10.0f, {1.0f, 1.0f, 1.0f, 1.0f});
+        quads.addSquare({x, y}, 10.0f, {1.0f, 1.0f, 1.0f, 1.0f});
         quads.draw();
     }
 };

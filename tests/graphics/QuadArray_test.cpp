@@ -19,7 +19,7 @@ TEST_F(QuadArrayTest, ASquareStandsWhereItShould) {
     withoutTexture();
     QuadArray quads;
     quads.begin(1);
-    quads.addSquare(20.0f, 30.0f, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
+    quads.addSquare({20.0f, 30.0f}, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
 
     quads.draw();
 
@@ -49,8 +49,8 @@ TEST_F(QuadArrayTest, LaterQuadsLieOverEarlierOnes) {
     withoutTexture();
     QuadArray quads;
     quads.begin(2);
-    quads.addSquare(20.0f, 20.0f, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
-    quads.addSquare(22.0f, 20.0f, 5.0f, {0.0f, 1.0f, 0.0f, 1.0f});
+    quads.addSquare({20.0f, 20.0f}, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
+    quads.addSquare({22.0f, 20.0f}, 5.0f, {0.0f, 1.0f, 0.0f, 1.0f});
 
     quads.draw();
 
@@ -62,8 +62,8 @@ TEST_F(QuadArrayTest, TheColourOfTheLastQuadStaysCurrentAndNoArrayStaysOn) {
     withoutTexture();
     QuadArray quads;
     quads.begin(2);
-    quads.addSquare(20.0f, 20.0f, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
-    quads.addSquare(40.0f, 20.0f, 5.0f, {0.25f, 0.5f, 0.75f, 0.125f});
+    quads.addSquare({20.0f, 20.0f}, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
+    quads.addSquare({40.0f, 20.0f}, 5.0f, {0.25f, 0.5f, 0.75f, 0.125f});
 
     quads.draw();
 
@@ -93,10 +93,10 @@ TEST_F(QuadArrayTest, BeginForgetsWhatWasDrawnBefore) {
     withoutTexture();
     QuadArray quads;
     quads.begin(2);
-    quads.addSquare(20.0f, 20.0f, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
-    quads.addSquare(40.0f, 20.0f, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
+    quads.addSquare({20.0f, 20.0f}, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
+    quads.addSquare({40.0f, 20.0f}, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
     quads.begin(1);
-    quads.addSquare(60.0f, 20.0f, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
+    quads.addSquare({60.0f, 20.0f}, 5.0f, {1.0f, 0.0f, 0.0f, 1.0f});
 
     quads.draw();
 
