@@ -40,6 +40,12 @@ void GameSfx_Ice::shutdown() {
     state.disturbance.deleteSounds();
 }
 
+void GameSfx_Ice::silence() {
+    TARNWICK_LOCATION("GameSfx_Ice::silence");
+    state.freeze.silence();
+    state.friction.silence();
+}
+
 void GameSfx_Ice::update(float dt) {
     TARNWICK_LOCATION("GameSfx_Ice::update");
     const std::uint32_t count = getIceParticleCount();

@@ -27,6 +27,9 @@ public:
 
     /// Once a tick of `dt` seconds. Draws `randomInt` once, then `randomFloat` twice.
     static void update(float dt);
+    /// Stops the loops; what was struck rings out. For the finish, after which no tick follows. Draws
+    /// nothing.
+    static void silence();
 
     /// Members of all groups.
     static std::uint32_t getIceParticleCount();

@@ -34,6 +34,13 @@ void GameSfx_Loop::follow(float level, Order order) {
     }
 }
 
+void GameSfx_Loop::silence() {
+    TARNWICK_LOCATION("GameSfx_Loop::silence");
+    if (sound != nullptr) {
+        sound->stop();
+    }
+}
+
 bool GameSfx_Loop::gameSounds() {
     TARNWICK_LOCATION("GameSfx_Loop::gameSounds");
     return !GameRules::gameIsFinished() && GameMenus::getCurrentMenu() == menu::none && !Game::paused();

@@ -21,6 +21,8 @@ public:
 
     /// Once a tick: starts the sound, sets its volume to `level`, or stops it.
     void follow(float level, Order order = Order::volumeFirst);
+    /// Stops it, until a tick starts it again.
+    void silence();
 
 private:
     friend class GameSfxSoundsTest;

@@ -36,6 +36,12 @@ void GameSfx_Steam::shutdown() {
     state.ambient.deleteSound();
 }
 
+void GameSfx_Steam::silence() {
+    TARNWICK_LOCATION("GameSfx_Steam::silence");
+    state.evaporate.silence();
+    state.ambient.silence();
+}
+
 void GameSfx_Steam::update(float dt) {
     TARNWICK_LOCATION("GameSfx_Steam::update");
     const std::uint32_t count = getSteamParticleCount();

@@ -20,6 +20,8 @@ public:
 
     /// Once a tick of `dt` seconds.
     static void update(float dt);
+    /// Stops the loops. For the finish, after which no tick follows. Draws nothing.
+    static void silence();
 
     /// Free particles of 100 degrees and more.
     static std::uint32_t getSteamParticleCount();

@@ -34,6 +34,11 @@ void GameSfx_Water::shutdown() {
     state.disturbance.deleteSounds();
 }
 
+void GameSfx_Water::silence() {
+    TARNWICK_LOCATION("GameSfx_Water::silence");
+    state.ambient.silence();
+}
+
 void GameSfx_Water::update(float /*dt*/) {
     TARNWICK_LOCATION("GameSfx_Water::update");
     float speed = 0.0f;

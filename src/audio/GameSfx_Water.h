@@ -26,6 +26,8 @@ public:
     /// Once a tick of `dt` seconds, which it has no use for. Draws `randomInt` once, then `randomFloat`
     /// twice.
     static void update(float dt);
+    /// Stops the loop; what was struck rings out. For the finish, after which no tick follows. Draws nothing.
+    static void silence();
 
     /// Free particles that are neither frozen nor steam.
     static std::uint32_t getWaterParticleCount();

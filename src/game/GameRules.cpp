@@ -1,5 +1,8 @@
 #include "game/GameRules.h"
 
+#include "audio/GameSfx_Ice.h"
+#include "audio/GameSfx_Steam.h"
+#include "audio/GameSfx_Water.h"
 #include "audio/MusicSystem.h"
 #include "audio/SoundSourceManager.h"
 #include "core/CommandRegistry.h"
@@ -150,6 +153,9 @@ void GameRules::runFinish(float dt) {
     state.finishTimeLeft -= dt;
     if (state.finishTimeLeft <= 0.0f) {
         SoundSourceManager::pauseAllSounds();
+        GameSfx_Ice::silence(); // the ticks from here on have no sound that could
+        GameSfx_Water::silence();
+        GameSfx_Steam::silence();
         MusicSystem::stop();
         GameMenus::setCurrentMenu(menu::levelFinished);
     }

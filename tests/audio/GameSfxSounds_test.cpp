@@ -93,12 +93,14 @@ protected:
     /// A running game on an empty level, with its camera on the water.
     void play() const {
         data.write("maps/empty.rivl", LevelFileBuilder::write({}));
+        GLWindow::close();
         GLWindow::createHeadless(800, 600);
         GLConsole::initialise();
         Game::initialise("maps\\empty.rivl");
         GameMenus::setCurrentMenu(menu::none);
         Camera::setState(Camera::normal);
         ParticleManager::particles.clear();
+        ParticleGroupMover::groups.clear();
         addAllMatter();
     }
 
@@ -259,21 +261,47 @@ TEST_F(GameSfxSoundsTest, AMenuSilencesAllLoopsAndTheirLevelsGoOn) {
     EXPECT_EQ(loopsPlaying(), 5u);
 }
 
-TEST_F(GameSfxSoundsTest, TheFinishSilencesAllLoops) {
+TEST_F(GameSfxSoundsTest, TheTickThatFinishesALevelSilencesTheLoopsForGood) {
     play();
     update();
     const std::size_t before = loopsPlaying();
     GameRules::incrementEndOfLevelTriggerParticleCount(1000);
-    GameRules::update(dt);
-    update();
+    Game::tick(dt); // the finish, of a millisecond, begins
     const std::size_t whileFinishing = loopsPlaying();
-    GameRules::update(1000.0f);
 
-    update();
+    Game::tick(dt);
+    const bool finished = GameRules::gameIsFinished();
+    const std::size_t atTheFinish = loopsPlaying();
+    Game::tick(dt);
 
     EXPECT_EQ(before, 5u);
-    EXPECT_EQ(whileFinishing, 5u);
+    EXPECT_GE(whileFinishing, 3u); // of water and steam; the ice has moved
+    EXPECT_TRUE(finished);
+    EXPECT_EQ(atTheFinish, 0u);
     EXPECT_EQ(loopsPlaying(), 0u);
+}
+
+TEST_F(GameSfxSoundsTest, TheFinishDrawsNoRandomNumberAndNothingIsDrawnAfterIt) {
+    const auto statesOfTwoTicks = [&](float waterVolume) {
+        data.write("cfg/game.cfg", "finishWaterVolume = " + std::to_string(waterVolume));
+        play();
+        seedRandom(0);
+        GameRules::incrementEndOfLevelTriggerParticleCount(1000);
+        Game::tick(dt);
+        Game::tick(dt);
+        return getRandomState();
+    };
+    const std::uint32_t unfinished = statesOfTwoTicks(100.0f);
+    const bool goesOn = !GameRules::gameIsFinished();
+
+    const std::uint32_t finished = statesOfTwoTicks(0.5f);
+    const bool over = GameRules::gameIsFinished();
+    Game::tick(dt);
+
+    EXPECT_TRUE(goesOn);
+    EXPECT_TRUE(over);
+    EXPECT_EQ(finished, unfinished);
+    EXPECT_EQ(getRandomState(), finished);
 }
 
 TEST_F(GameSfxSoundsTest, AFallOfTheSpeedSplashes) {
