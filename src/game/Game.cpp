@@ -294,6 +294,7 @@ void Game::tick(float dt) {
     if (!GameRules::gameIsFinished()) {
         soundUpdate(dt);
     }
+    watchMouse();
     if (!menuUp() && state.freeCamera.enabled) {
         Camera::doMovements(false, dt);
         checkFreeCameraInput();
@@ -306,6 +307,19 @@ void Game::tick(float dt) {
     } else {
         GameRules::unpauseLevelTimer();
     }
+}
+
+/// Where the pointer stood while it steered nothing is no movement: it is centred before it steers.
+void Game::watchMouse() {
+    TARNWICK_LOCATION("Game::watchMouse");
+    Mouse now = Mouse::free;
+    if (!menuUp() && !state.consoleOpen && !state.freeCamera.enabled && GLWindow::hasFocus()) {
+        now = state.paused ? Mouse::steers : Mouse::plays;
+    }
+    if (now > state.mouse) {
+        GLWindow::centerMouse();
+    }
+    state.mouse = now;
 }
 
 bool Game::menuUp() {
@@ -398,6 +412,11 @@ void Game::windowFocusLost() {
     if (!menuUp()) {
         setPaused(true);
     }
+}
+
+void Game::unpause() {
+    TARNWICK_LOCATION("Game::unpause");
+    setPaused(false);
 }
 
 void Game::setPaused(bool paused) {

@@ -41,6 +41,8 @@ public:
     /// From `initialise` to `shutdown`, also when the loop was told to end.
     static bool begun() { return state.begun; }
     static bool paused() { return state.paused; }
+    /// Goes on, and the music with it, if it is paused.
+    static void unpause();
     /// The level file now loaded, as it was asked for.
     static const std::string& currentMap() { return state.currentMapName; }
     /// The music of play, which the menus start together with a level. Empty before the first level.
@@ -78,6 +80,13 @@ public:
     static void windowFocusLost();
 
 private:
+    /// What the pointer does to the view. More than before, in a tick, is play taking the mouse back.
+    enum class Mouse : std::uint8_t {
+        free,   ///< Nothing: a menu, the console, the free camera or another program has it.
+        steers, ///< Turns the view of a paused game.
+        plays,  ///< Turns the world.
+    };
+
     friend class ModuleReset;
     friend class SimulationState; // tools: dump and restore
     friend class GameTest;
@@ -90,6 +99,7 @@ private:
         bool restartRequested = false;
         bool paused = false;
         bool consoleOpen = false; ///< The console has the keyboard.
+        Mouse mouse = Mouse::plays;
         std::string currentMapName;
         std::string nextMapName;
         std::string musicFileName;  ///< Of play.
@@ -112,6 +122,7 @@ private:
     static void startRules();
     static void clearRequests();
     static bool menuUp();
+    static void watchMouse();
     static void keyPressedInPlay(std::uint32_t key);
     static void escapeFromMenu();
     static void updateFrameSpeed();

@@ -30,6 +30,7 @@ Menu_Main::Menu_Main() {
 void Menu_Main::start(GuiWidget& /*button*/) {
     TARNWICK_LOCATION("Menu_Main::start");
     GameMenus::setCurrentMenu(menu::none);
+    Game::unpause(); // of the level before
     MusicSystem::play(Game::musicFileName(), true);
     GLWindow::centerMouse();
 }

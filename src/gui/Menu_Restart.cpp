@@ -20,6 +20,7 @@ Menu_Restart::Menu_Restart() {
 
 void Menu_Restart::restart(GuiWidget& /*button*/) {
     TARNWICK_LOCATION("Menu_Restart::restart");
+    Game::unpause();
     MusicSystem::play(Game::musicFileName(), true);
     Game::restart();
     GameMenus::setCurrentMenu(menu::none);

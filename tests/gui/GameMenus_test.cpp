@@ -2,6 +2,7 @@
 
 #include "audio/MusicSystem.h"
 #include "audio/SoundSystem.h"
+#include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "game/Camera.h"
 #include "game/Game.h"
@@ -11,9 +12,11 @@
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
 #include "gui/GuiAnimatedButton.h"
+#include "gui/GuiLabel.h"
 #include "gui/GuiOptionChooser.h"
 #include "gui/GuiScoreLabel.h"
 #include "gui/GuiScreen.h"
+#include "gui/GuiTextBox.h"
 #include "particles/ParticleManager.h"
 #include "support/DataFolder.h"
 #include "support/Keyboard.h"
@@ -21,9 +24,12 @@
 #include "support/ModuleTest.h"
 
 #include <SDL.h>
+#include <SDL_mixer.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
+#include <map>
 
 namespace tarnwick {
 
@@ -475,6 +481,145 @@ TEST_F(GameMenusTest, MusicGoesOffAndOn) {
     EXPECT_EQ(offVolume, 0);
 }
 
+TEST_F(GameMenusTest, SoundGoesOffAndOn) {
+    GameMenus::setCurrentMenu(menu::options);
+    choosers()[2]->setCurrentOption(0);
+    click(0);
+    const float offVolume = SoundSystem::getVolume();
+    GameMenus::setCurrentMenu(menu::options);
+    choosers()[2]->setCurrentOption(1);
+    click(0);
+
+    EXPECT_EQ(offVolume, 0.0f);
+    EXPECT_EQ(SoundSystem::getVolume(), 1.0f);
+}
+
+/// With a device that nobody hears, and music of play.
+class MenuMusicTest : public GameMenusTest {
+protected:
+    MenuMusicTest() {
+        SDL_SetHintWithPriority(SDL_HINT_AUDIODRIVER, "dummy", SDL_HINT_OVERRIDE);
+        std::filesystem::create_directory(data.path() / "music");
+        std::filesystem::copy_file(TARNWICK_SOURCE_DIR "/data/music/play.ogg",
+                                   data.path() / "music/play.ogg");
+        data.write("cfg/game.cfg", "music = music\\play.ogg");
+        GLConsole::initialise();
+        MusicSystem::initialise();
+        Game::initialise("maps\\first.rivl");
+    }
+    ~MenuMusicTest() override { SDL_ResetHint(SDL_HINT_AUDIODRIVER); }
+
+    static bool sounds() { return Mix_PlayingMusic() != 0; }
+};
+
+TEST_F(MenuMusicTest, StartPlaysTheMusicOfPlayForEver) {
+    const bool before = sounds();
+
+    click(0);
+
+    EXPECT_FALSE(before);
+    EXPECT_TRUE(sounds());
+    EXPECT_TRUE(MusicSystem::stop());
+    GameMenus::setCurrentMenu(menu::inGame);
+    click(0);
+    EXPECT_FALSE(sounds()) << "to continue starts none";
+}
+
+TEST_F(MenuMusicTest, RestartPlaysTheMusicOfPlay) {
+    GameMenus::setCurrentMenu(menu::restart);
+    click(1);
+    const bool afterNo = sounds();
+    GameMenus::setCurrentMenu(menu::restart);
+
+    click(0);
+
+    EXPECT_FALSE(afterNo);
+    EXPECT_TRUE(sounds());
+}
+
+TEST_F(MenuMusicTest, RestartEndsAPause) {
+    leaveTheGame();
+    Game::keyboardPressed(key::pause);
+    GameMenus::setCurrentMenu(menu::restart);
+
+    click(0);
+    Game::serveRequests();
+
+    EXPECT_FALSE(Game::paused());
+    EXPECT_TRUE(sounds());
+    Game::keyboardPressed(key::pause);
+    EXPECT_TRUE(Game::paused()) << "the next one is a pause again";
+    EXPECT_FALSE(sounds());
+}
+
+TEST_F(MenuMusicTest, StartEndsAPauseOfTheLevelBefore) {
+    leaveTheGame();
+    Game::keyboardPressed(key::pause);
+    Game::initialise("maps\\second.rivl"); // chosen in the menus
+
+    click(0);
+
+    EXPECT_EQ(GameMenus::getCurrentMenu(), menu::none);
+    EXPECT_FALSE(Game::paused());
+    EXPECT_TRUE(sounds());
+}
+
+TEST_F(MenuMusicTest, ContinueLeavesAPauseAsItIs) {
+    leaveTheGame();
+    Game::keyboardPressed(key::pause);
+    GameMenus::setCurrentMenu(menu::inGame);
+
+    click(0);
+
+    EXPECT_EQ(GameMenus::getCurrentMenu(), menu::none);
+    EXPECT_TRUE(Game::paused());
+    EXPECT_FALSE(sounds());
+}
+
+TEST_F(GameMenusTest, TheLabelsOfAllMenus) {
+    using Texts = std::vector<std::string>;
+    std::map<std::uint32_t, Texts> labels;
+    for (std::uint32_t number = menu::main; number <= menu::last; ++number) {
+        GameMenus::setCurrentMenu(number);
+        for (const GuiLabel* const label : all<GuiLabel>()) {
+            labels[number].push_back(label->text);
+        }
+    }
+
+    EXPECT_EQ(labels, (std::map<std::uint32_t, Texts>{
+                          {menu::options, {"Fullscreen", "Music", "Sound", "Graphic quality"}},
+                          {menu::loadMap, {"Choose Map to load"}},
+                          {menu::quitGame, {"Quit game: are you sure?"}},
+                          {menu::restart, {"Restart game: are you sure?"}},
+                          {menu::levelFinished, {"Water score:", "Time  score:", "Total score:"}}}));
+}
+
+TEST_F(GameMenusTest, TheOptionsOfTheChoosers) {
+    GameMenus::setCurrentMenu(menu::options);
+    const std::vector<std::string> offOn = {"off", "on"};
+
+    EXPECT_EQ(choosers()[0]->getOptions(), offOn);
+    EXPECT_EQ(choosers()[1]->getOptions(), offOn);
+    EXPECT_EQ(choosers()[2]->getOptions(), offOn);
+    EXPECT_EQ(choosers()[3]->getOptions(),
+              (std::vector<std::string>{"very low", "low", "normal", "high", "very high", "best"}));
+}
+
+TEST_F(GameMenusTest, TheLongTextsAreThoseOfTheConfiguration) {
+    Game::shutdown();
+    data.write("cfg/menu_credits.cfg", "creditsText_text = us creditsText_w = 400");
+    data.write("cfg/menu_instructions.cfg", "instructionsText_text = turn instructionsText_w = 400");
+    Game::initialise("maps\\first.rivl");
+
+    GameMenus::setCurrentMenu(menu::credits);
+    const std::string credits = all<GuiTextBox>()[0]->text;
+    GameMenus::setCurrentMenu(menu::instructions);
+
+    EXPECT_EQ(credits, "us");
+    EXPECT_EQ(all<GuiTextBox>()[0]->text, "turn");
+    EXPECT_TRUE(all<GuiTextBox>()[0]->centered);
+}
+
 TEST_F(GameMenusTest, QualityIsReadFromDetailLevelAndSamples) {
     std::vector<std::string> shown;
 
@@ -529,6 +674,22 @@ TEST_F(GameMenusTest, TheWaterIsCountedInProportionToItsAmount) {
     EXPECT_EQ(counts[2]->previousScoreLabel, counts[1]);
 }
 
+TEST_F(GameMenusTest, TheCountsShowWaterThenTimeThenTheirSum) {
+    Camera::setState(Camera::normal);
+    GameRules::update(0.01f);
+    Clock::drive(320'000); // half way from the best time to the worst
+    GameRules::update(0.01f);
+    ParticleManager::particles.resize(64);
+
+    GameMenus::setCurrentMenu(menu::levelFinished);
+    const auto counts = all<GuiScoreLabel>();
+
+    ASSERT_EQ(counts.size(), 3u);
+    EXPECT_EQ(counts[0]->valueFunction(), 32'000u);
+    EXPECT_EQ(counts[1]->valueFunction(), 218'500u);
+    EXPECT_EQ(counts[2]->valueFunction(), 250'500u);
+}
+
 TEST_F(GameMenusTest, AfterTheScoresTheTableIsShownAndTheLevelStartsAgain) {
     HighScoreEntry unbeaten;
     unbeaten.score = 0xFFFFFFFF;
@@ -562,6 +723,26 @@ TEST_F(GameMenusTest, AGoodScoreAsksForANameFirst) {
     EXPECT_EQ(HighScores::nameOf(HighScores::table().front()), "a");
     EXPECT_EQ(HighScores::table().front().score, score);
     EXPECT_EQ(HighScores::nameOf(HighScores::table()[1]), "NO NAME") << "asked once";
+}
+
+TEST_F(GameMenusTest, ASecondContinueDoesNothingUntilTheMenuOpensAgain) {
+    HighScores::setDefaultScores();
+    GameMenus::setCurrentMenu(menu::levelFinished);
+    GuiAnimatedButton& button = *buttons()[0];
+    sendWindowEvent(SDL_WINDOWEVENT_CLOSE); // ends the entry at once
+    const auto asked = [] {
+        return std::ranges::count_if(HighScores::table(), [](const auto& entry) { return entry.score != 0; });
+    };
+
+    button.onMousePressed(button, 0, 0, 1);
+    button.onMousePressed(button, 0, 0, 1);
+    button.onKeyboardPressed(button, key::enter);
+    const auto once = asked();
+    screenOf(menu::levelFinished).reset();
+    button.onMousePressed(button, 0, 0, 1);
+
+    EXPECT_EQ(once, 1);
+    EXPECT_EQ(asked(), 2);
 }
 
 } // namespace tarnwick
