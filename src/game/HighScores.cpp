@@ -1,15 +1,17 @@
 #include "game/HighScores.h"
 
 #include "core/DataFiles.h"
+#include "core/FileReplacement.h"
 #include "core/LocationStack.h"
 #include "core/MemoryFile.h"
 #include "game/NameEntry.h"
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <string_view>
 #include <tuple>
 
@@ -19,7 +21,35 @@ namespace {
 
 constexpr const char* folderName = "sav";
 constexpr const char* fileName = "sav\\scores.sav";
+constexpr const char* plainFileName = "scores.sav";        ///< In a folder that has no such file yet.
 static_assert(std::endian::native == std::endian::little); // entries are written as they stand in memory
+
+/// The bytes of a file of the table.
+std::string bytesOf(const HighScores::Table& table) {
+    TARNWICK_LOCATION("HighScores::bytesOf");
+    std::string bytes(sizeof HighScores::fileMagic + sizeof table, '\0');
+    std::memcpy(bytes.data(), &HighScores::fileMagic, sizeof HighScores::fileMagic);
+    std::memcpy(bytes.data() + sizeof HighScores::fileMagic, table.data(), sizeof table);
+    return bytes;
+}
+
+/// Where the file is, or where it is to be made; behind a link, which stays one. Empty if something stands
+/// there that is no file or may not be written.
+std::filesystem::path placeToWrite() {
+    TARNWICK_LOCATION("HighScores::placeToWrite");
+    namespace fs = std::filesystem;
+    std::error_code error;
+    const fs::path found = DataFiles::find(fileName);
+    const fs::file_status status = fs::status(found, error);
+    if (!fs::exists(status)) {
+        return fs::path(DataFiles::find(folderName)) / plainFileName;
+    }
+    if (!fs::is_regular_file(status) || access(found.c_str(), W_OK) != 0) {
+        return {};
+    }
+    const fs::path real = fs::canonical(found, error);
+    return error ? found : real;
+}
 
 } // namespace
 
@@ -36,51 +66,67 @@ void HighScores::setDefaultScores() {
     HighScoreEntry entry;
     std::copy(noName.begin(), noName.end(), entry.name.begin());
     state.highScoreTable.fill(entry);
+    state.entered.clear();
 }
 
 void HighScores::loadScores() {
     TARNWICK_LOCATION("HighScores::loadScores");
     setDefaultScores();
+    if (const std::optional<Table> read = readTable(); read.has_value()) {
+        state.highScoreTable = *read;
+    }
+}
+
+/// What stands in the file; nothing if it is missing, short or of another magic number.
+std::optional<HighScores::Table> HighScores::readTable() {
+    TARNWICK_LOCATION("HighScores::readTable");
     MemoryFile file(fileName);
     std::uint32_t magic = 0;
     file.read(&magic, sizeof magic);
     if (file.error() || magic != fileMagic) {
-        return;
+        return std::nullopt;
     }
     Table read;
     file.read(read.data(), sizeof read);
-    if (!file.error()) {
-        state.highScoreTable = read;
-    }
+    return file.error() ? std::nullopt : std::optional(read);
 }
 
 void HighScores::saveScores() {
     TARNWICK_LOCATION("HighScores::saveScores");
-    std::error_code ignored; // that the folder is there already is no error, and the open tells the rest
-    std::filesystem::create_directory(DataFiles::find(folderName), ignored);
-    std::ofstream file(DataFiles::find(fileName), std::ios::binary | std::ios::trunc);
-    if (!file) {
-        return;
+    std::error_code ignored; // that the folder is there already is no error, and the write tells the rest
+    const std::string folder = DataFiles::find(folderName);
+    std::filesystem::create_directory(folder, ignored);
+    const FolderLock lock(folder);
+    const std::filesystem::path place = placeToWrite();
+    const Table table = tableToSave();
+    if (!place.empty() && replaceFile(place, bytesOf(table))) {
+        state.highScoreTable = table;
+        state.entered.clear();
     }
-    char bytes[sizeof fileMagic + sizeof(Table)];
-    std::memcpy(bytes, &fileMagic, sizeof fileMagic);
-    std::memcpy(bytes + sizeof fileMagic, state.highScoreTable.data(), sizeof(Table));
-    file.write(bytes, sizeof bytes);
-    file.flush();
+}
+
+HighScores::Table HighScores::tableToSave() {
+    TARNWICK_LOCATION("HighScores::tableToSave");
+    std::optional<Table> table = readTable();
+    if (!table.has_value()) {
+        return state.highScoreTable;
+    }
+    for (const HighScoreEntry& entry : state.entered) {
+        insert(*table, entry);
+    }
+    return *table;
 }
 
 /// The first entry whose score is below `score`; behind the last if there is none.
-HighScoreEntry* HighScores::placeOf(std::uint32_t score) {
+HighScoreEntry* HighScores::placeOf(Table& table, std::uint32_t score) {
     TARNWICK_LOCATION("HighScores::placeOf");
-    Table& table = state.highScoreTable;
     return std::find_if(table.begin(), table.end(),
                         [&](const HighScoreEntry& entry) { return entry.score < score; });
 }
 
-void HighScores::addHighScore(const HighScoreEntry& entry) {
-    TARNWICK_LOCATION("HighScores::addHighScore");
-    Table& table = state.highScoreTable;
-    HighScoreEntry* const place = placeOf(entry.score);
+void HighScores::insert(Table& table, const HighScoreEntry& entry) {
+    TARNWICK_LOCATION("HighScores::insert");
+    HighScoreEntry* const place = placeOf(table, entry.score);
     if (place == table.end()) {
         return;
     }
@@ -88,9 +134,15 @@ void HighScores::addHighScore(const HighScoreEntry& entry) {
     *place = entry;
 }
 
+void HighScores::addHighScore(const HighScoreEntry& entry) {
+    TARNWICK_LOCATION("HighScores::addHighScore");
+    insert(state.highScoreTable, entry);
+    state.entered.push_back(entry);
+}
+
 void HighScores::checkScore(std::uint32_t score, GuiScreen* background) {
     TARNWICK_LOCATION("HighScores::checkScore");
-    if (placeOf(score) == state.highScoreTable.end()) {
+    if (placeOf(state.highScoreTable, score) == state.highScoreTable.end()) {
         return;
     }
     HighScoreEntry entry;

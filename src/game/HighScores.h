@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace tarnwick {
 
@@ -18,7 +20,8 @@ static_assert(sizeof(HighScoreEntry) == 28);
 /// The table of the ten best scores. `NameEntry` is the screen on which a player enters a name for it.
 ///
 /// The table is in memory from the program's start to its end and on disk only at these two moments:
-/// `sav\scores.sav` is a magic number and the ten entries, 284 bytes, little-endian.
+/// `sav\scores.sav` is a magic number and the ten entries, 284 bytes, little-endian. Two games may run at
+/// once: what each of them has entered is put into the file that it finds at its end.
 class HighScores {
 public:
     HighScores() = delete;
@@ -37,7 +40,10 @@ public:
     /// Reads the file. If it is missing, short or of another magic number the default table stands; nothing
     /// is reported.
     static void loadScores();
-    /// Writes the file, and makes its folder if need be. Nothing is reported when that fails.
+    /// Puts what was entered since the load into the table of the file as it is now, which is the table from
+    /// here on, and writes it; a missing or broken file takes the table as it stands. Makes the folder if
+    /// need be. The old file stays whole until the new one is. Nothing is reported when that fails, and what
+    /// was entered is kept for another try.
     static void saveScores();
     /// Puts an entry behind all whose score is not below its own; the last falls out. Does nothing if its
     /// score is above none.
@@ -49,13 +55,18 @@ public:
 
 private:
     friend class ModuleReset;
+    friend class HighScoresAccess;
 
     struct State {
         Table highScoreTable{};
+        std::vector<HighScoreEntry> entered; ///< Since the table was read or written, in their order.
     };
     static State state;
 
-    static HighScoreEntry* placeOf(std::uint32_t score);
+    static std::optional<Table> readTable();
+    static Table tableToSave();
+    static HighScoreEntry* placeOf(Table& table, std::uint32_t score);
+    static void insert(Table& table, const HighScoreEntry& entry);
 };
 
 } // namespace tarnwick

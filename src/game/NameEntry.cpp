@@ -58,6 +58,9 @@ NameEntry::NameEntry(GuiScreen* background)
     , continueButton(std::make_unique<GuiAnimatedButton>()) {
     TARNWICK_LOCATION("NameEntry::NameEntry");
     readConfiguration();
+    for (std::uint32_t key = 0; key < keyNumbers; ++key) {
+        heldAtOpening[key] = GLWindow::keyboardKeyPressed(key);
+    }
     highScoreSound->play();
 }
 
@@ -116,7 +119,7 @@ void NameEntry::mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t /*b
 
 void NameEntry::keyboardPressed(std::uint32_t key) {
     TARNWICK_LOCATION("NameEntry::keyboardPressed");
-    if (closing) {
+    if (closing || (key < keyNumbers && heldAtOpening[key])) {
         return;
     }
     if (key == key::enter || key == key::escape) {
@@ -130,6 +133,13 @@ void NameEntry::keyboardPressed(std::uint32_t key) {
         if (canBeEntered(character)) {
             enteredName[enteredLength++] = static_cast<char>(character);
         }
+    }
+}
+
+void NameEntry::keyboardReleased(std::uint32_t key) {
+    TARNWICK_LOCATION("NameEntry::keyboardReleased");
+    if (key < keyNumbers) {
+        heldAtOpening.reset(key);
     }
 }
 

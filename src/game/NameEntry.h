@@ -6,6 +6,7 @@
 #include "graphics/GLWindowEventListener.h"
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -41,12 +42,17 @@ public:
 
     void mouseMoved(std::uint32_t x, std::uint32_t y) override;
     void mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t button) override;
-    /// Enter and Escape accept, Backspace takes a character back; letters, digits and blanks are entered.
+    /// Enter and Escape accept, Backspace takes a character back; letters, digits and blanks are entered. A
+    /// key that was held when the screen opened counts only after its release: it was meant for what led
+    /// here, and the keyboard repeats it.
     void keyboardPressed(std::uint32_t key) override;
+    void keyboardReleased(std::uint32_t key) override;
     void windowClosing() override;
     void windowRedrawing() override;
 
 private:
+    static constexpr std::size_t keyNumbers = 256; ///< Above all that keys have.
+
     std::array<char, longestName + 1> enteredName{}; ///< Zero-filled behind the name.
     std::uint32_t enteredLength = 0;                 ///< 0 to 20.
     GuiScreen* backgroundScreen = nullptr;           ///< Not owned; may be null.
@@ -58,8 +64,9 @@ private:
     Colour textColour;
     Vector2 dropShadowOffset; ///< Virtual units.
     Colour dropShadowColour;
-    bool closing = false;       ///< The name was accepted; input is ignored.
-    float closeTimeLeft = 0.8f; ///< Seconds from then until `active` falls.
+    std::bitset<keyNumbers> heldAtOpening; ///< Keys that have not been seen released yet.
+    bool closing = false;                  ///< The name was accepted; input is ignored.
+    float closeTimeLeft = 0.8f;            ///< Seconds from then until `active` falls.
     FrameTimer timer;
 
     void readConfiguration();

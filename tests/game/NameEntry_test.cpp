@@ -144,6 +144,39 @@ TEST_F(NameEntryTest, EscapeAcceptsToo) {
     EXPECT_EQ(screen.name(), "");
 }
 
+TEST_F(NameEntryTest, AKeyThatIsHeldWhenTheScreenOpensCountsOnlyAfterItsRelease) {
+    pressKey(SDL_SCANCODE_RETURN, SDLK_RETURN); // on the button that leads here
+    GLWindow::run();
+    NameEntry screen(nullptr);
+    GLWindow::setEventListener(&screen);
+
+    pressKey(SDL_SCANCODE_RETURN, SDLK_RETURN); // the keyboard repeats it
+    GLWindow::run();
+    type(screen, "a");
+    GLWindow::setEventListener(&screen);
+    releaseKey(SDL_SCANCODE_RETURN, SDLK_RETURN);
+    pressKey(SDL_SCANCODE_RETURN, SDLK_RETURN);
+    GLWindow::run();
+    type(screen, "b");
+
+    EXPECT_EQ(screen.name(), "a") << "accepted by the second press, and not by the first";
+}
+
+TEST_F(NameEntryTest, ALetterThatIsHeldWhenTheScreenOpensIsNotEntered) {
+    pressKey(SDL_SCANCODE_A, SDLK_a, "a");
+    GLWindow::run();
+    NameEntry screen(nullptr);
+    GLWindow::setEventListener(&screen);
+
+    pressKey(SDL_SCANCODE_A, SDLK_a, "a");
+    GLWindow::run();
+    releaseKey(SDL_SCANCODE_A, SDLK_a);
+    GLWindow::run();
+    type(screen, "ba");
+
+    EXPECT_EQ(screen.name(), "ba");
+}
+
 TEST_F(NameEntryTest, WithoutAnEndTheScreenStays) {
     NameEntry screen(nullptr);
 
