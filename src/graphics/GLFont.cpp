@@ -57,22 +57,20 @@ private:
 
 } // namespace
 
-GLFont::GLFont(const GLTexture& source) {
+// Not as the default picture first: without another user it would be read and uploaded for each of them.
+GLFont::GLFont(const GLTexture& source)
+    : GLTexture(source) {
     TARNWICK_LOCATION("GLFont::GLFont");
-    *this = source;
 }
 
-// Like the others it starts as the default picture and takes its source by assignment; g++ wants the base
-// named. NOLINTNEXTLINE(bugprone-copy-constructor-init)
 GLFont::GLFont(const GLFont& source)
-    : GLTexture() { // NOLINT(readability-redundant-member-init)
+    : GLTexture(source) {
     TARNWICK_LOCATION("GLFont::GLFont");
-    *this = source;
 }
 
-GLFont::GLFont(const std::string& fileName) {
+GLFont::GLFont(const std::string& fileName)
+    : GLTexture(fileName) {
     TARNWICK_LOCATION("GLFont::GLFont");
-    *this = fileName;
 }
 
 GLFont& GLFont::operator=(const GLTexture& source) {
@@ -100,6 +98,11 @@ void GLFont::drawString(std::string_view text, Vector2 place, float size, Colour
     if (text.data() == nullptr || !(size > 0.0f)) {
         return;
     }
+    glBindTexture(GL_TEXTURE_2D, textureId);
+    const std::string_view shown = slUpToNul(text);
+    if (shown.find_first_not_of('\n') == std::string_view::npos) { // nothing to be seen
+        return;
+    }
     glPushAttrib(GL_ENABLE_BIT);
     glEnable(GL_BLEND);
     glEnable(GL_TEXTURE_2D);
@@ -108,11 +111,7 @@ void GLFont::drawString(std::string_view text, Vector2 place, float size, Colour
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_ALPHA_TEST);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glBindTexture(GL_TEXTURE_2D, textureId);
-    const std::string_view shown = slUpToNul(text);
-    if (!shown.empty()) {
-        glColor4f(colour.red, colour.green, colour.blue, colour.alpha);
-    }
+    glColor4f(colour.red, colour.green, colour.blue, colour.alpha);
     CharacterQuads quads;
     Vector2 pen = place;
     for (const char character : shown) {

@@ -32,8 +32,8 @@ public:
     /// goes back to the left and down by `size`. Nothing is drawn for a view of nothing or for a size not
     /// above 0.
     ///
-    /// Leaves the texture bound, the blend function set and, if there was anything to draw, the colour; all
-    /// else stays as it was.
+    /// Leaves the texture bound and, if there is a character to draw, blend function and colour set; all else
+    /// stays as it was.
     void drawString(std::string_view text, Vector2 place, float size, Colour colour) const;
     void drawString(const char* text,
                     float x,

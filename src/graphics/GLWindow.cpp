@@ -364,6 +364,9 @@ bool GLWindow::recreate(std::uint32_t samples) {
     const std::int32_t height = getClientHeight();
     const std::int32_t x = getX();
     const std::int32_t y = getY();
+    if (state.endLending != nullptr) {
+        state.endLending(); // before the listener is kept: who has the window on loan gives it back with it
+    }
     GLWindowEventListener* const listener = state.eventListener;
     state.eventListener = nullptr; // nothing hears the destruction
     SDL_InitSubSystem(SDL_INIT_VIDEO);

@@ -3,9 +3,37 @@
 #include "support/GLTest.h"
 #include "support/TgaFile.h"
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstddef>
+#include <filesystem>
 #include <string>
 
 namespace tarnwick {
+
+/// Counts how often a file has been opened.
+class FileOpens {
+public:
+    explicit FileOpens(const std::filesystem::path& file)
+        : watch(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+        inotify_add_watch(watch, file.c_str(), IN_OPEN);
+    }
+    ~FileOpens() { close(watch); }
+    FileOpens(const FileOpens&) = delete;
+    FileOpens& operator=(const FileOpens&) = delete;
+
+    /// Since the last call.
+    std::size_t count() const {
+        alignas(inotify_event) char events[4096];
+        const ssize_t bytes = read(watch, events, sizeof events);
+        return bytes > 0 ? static_cast<std::size_t>(bytes) / sizeof(inotify_event) : 0;
+    }
+
+private:
+    int watch;
+};
 
 class GLFontTest : public GLTest {
 protected:
@@ -196,6 +224,42 @@ TEST_F(GLFontTest, AFontIsMadeOfATextureAFontOrAName) {
     EXPECT_EQ(fromFont.name, "A.TGA");
     EXPECT_EQ(fromName.name, "A.TGA");
     EXPECT_EQ(fromNothing.name, "GFX\\DEFAULT.TGA");
+}
+
+TEST_F(GLFontTest, AFontOfAnotherPictureDoesNotReadTheDefaultOne) {
+    data.write("gfx/default.tga", "");
+    data.write("a.tga", "");
+    const FileOpens opens(data.path() / "gfx/default.tga");
+    const GLTexture texture("a.tga");
+
+    const GLFont fromTexture(texture);
+    const GLFont fromFont(fromTexture); // NOLINT(performance-unnecessary-copy-initialization): what is tested
+    const GLFont fromName("a.tga");
+    const std::size_t before = opens.count();
+    const GLFont fromNothing;
+
+    EXPECT_EQ(before, 0u);
+    EXPECT_GT(opens.count(), 0u);
+}
+
+TEST_F(GLFontTest, ATextWithoutCharactersChangesNothingButTheBoundTexture) {
+    const GLFont font("font.tga");
+    for (const char* const text : {"", "\n", "\n\n"}) {
+        glBindTexture(GL_TEXTURE_2D, 0);
+        glBlendFunc(GL_ONE, GL_ZERO);
+        glColor4f(0.25f, 0.5f, 0.75f, 1.0f);
+
+        font.drawString(text, 0.0f, 0.0f, size, 1.0f, 1.0f, 1.0f, 1.0f);
+
+        std::array<GLint, 3> values{};
+        glGetIntegerv(GL_BLEND_SRC, &values[0]);
+        glGetIntegerv(GL_BLEND_DST, &values[1]);
+        glGetIntegerv(GL_TEXTURE_BINDING_2D, &values[2]);
+        std::array<GLfloat, 4> colour{};
+        glGetFloatv(GL_CURRENT_COLOR, colour.data());
+        EXPECT_EQ(values, (std::array<GLint, 3>{GL_ONE, GL_ZERO, static_cast<GLint>(font.textureId)}));
+        EXPECT_EQ(colour, (std::array<GLfloat, 4>{0.25f, 0.5f, 0.75f, 1.0f}));
+    }
 }
 
 TEST_F(GLFontTest, AssigningTheSameTextureDoesNothing) {

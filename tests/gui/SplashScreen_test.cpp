@@ -45,6 +45,10 @@ protected:
         return {texels[0], texels[1], texels[2]};
     }
 
+    struct ClosingListener final : GLWindowEventListener {
+        void windowClosed() override { ++closed; }
+        int closed = 0;
+    };
     struct Listener final : GLWindowEventListener {};
     Listener listener;
 };
@@ -132,6 +136,22 @@ TEST_F(SplashScreenTest, AWindowThatGoesInTheMiddleTakesTheSplashWithIt) {
     SplashScreen::stop();
     SplashScreen::run(); // nothing to show it on
     EXPECT_FALSE(SplashScreen::isRunning());
+}
+
+TEST_F(SplashScreenTest, ANewNumberOfSamplesEndsTheSplashAndKeepsTheListener) {
+    ClosingListener hears;
+    GLWindow::setEventListener(&hears);
+    SplashScreen::run();
+
+    ASSERT_TRUE(GLWindow::setAntiAliasingMode(2));
+    const bool running = SplashScreen::isRunning();
+    SplashScreen::stop();
+
+    EXPECT_FALSE(running);
+    EXPECT_TRUE(GLWindow::exists());
+    EXPECT_EQ(GLWindow::getEventListener(), &hears);
+    EXPECT_EQ(hears.closed, 0) << "the window is the same for who listens";
+    GLWindow::setEventListener(nullptr);
 }
 
 TEST_F(SplashScreenTest, ALevelThatFailsToLoadEndsTheSplashAsWell) {
