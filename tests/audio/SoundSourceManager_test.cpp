@@ -56,6 +56,29 @@ protected:
     }
 };
 
+TEST_F(SoundSourceManagerTest, ALevelsSourcesLieWhereItsFileSaysAndReachAsFar) {
+    LevelFile file;
+    file.soundSources.push_back({7, {100, -200}, 400, 1, "snd\\wind.wav"});
+    file.soundSources.push_back({8, {-30, 40}, 250, 0, "snd\\drip.wav"});
+    data.write("maps/sounds.rivl", LevelFileBuilder::write(file));
+    GLWindow::createHeadless(800, 600);
+
+    Level::load("maps\\sounds.rivl");
+
+    const SoundSource& looping = newest(7);
+    EXPECT_EQ(looping.x, 100.0f);
+    EXPECT_EQ(looping.y, -200.0f);
+    EXPECT_EQ(looping.strenght, 400.0f);
+    EXPECT_TRUE(looping.looping);
+    EXPECT_EQ(looping.sound.getName(), "snd\\wind.wav");
+    const SoundSource& once = newest(8);
+    EXPECT_EQ(once.x, -30.0f);
+    EXPECT_EQ(once.y, 40.0f);
+    EXPECT_EQ(once.strenght, 250.0f);
+    EXPECT_FALSE(once.looping);
+    EXPECT_EQ(once.sound.getName(), "snd\\drip.wav");
+}
+
 TEST_F(SoundSourceManagerTest, ASourceOfValuesIsStoppedAndTheDefaultOneIsNot) {
     const SoundSource made(Sound("snd\\wind.wav"), 3.0f, 4.0f, true, 9, -2.0f);
     const SoundSource plain;

@@ -52,12 +52,37 @@ protected:
 
 TEST_F(CameraTest, InitialisingPutsEverythingAtItsStart) {
     Camera::initialise();
+    Camera::setState(Camera::normal);
+    Camera::setPosition(50.0f, 60.0f);
+    Camera::zoomOut();
+    Camera::shake();
+    pressKey(SDL_SCANCODE_LEFT, SDLK_LEFT);
+    GLWindow::run();
+    Camera::doMovements(true, 0.01f); // turns, zooms and shakes now
+    state().zoomTimeLeft = 0.25f;
+    state().waypointTimeLeft = 0.0f;
+    moveMouse(123, 456);
+    GLWindow::run();
+    ASSERT_NE(Camera::shakeOffset(), Vector2{});
+    ASSERT_NE(Camera::zoom(), 1.0f);
+    ASSERT_NE(state().cameraTurnSpeed, 0.0f);
+
+    Camera::initialise();
 
     EXPECT_EQ(Camera::position(), (Vector2{-1000.0f, 0.0f}));
     EXPECT_EQ(Camera::zoom(), 1.0f);
     EXPECT_EQ(Camera::angle(), 0.0f);
     EXPECT_TRUE(Camera::movingTowardsWaypoint());
+    EXPECT_EQ(Camera::shakeOffset(), Vector2{});
+    EXPECT_EQ(state().shakeTargetX, 0.0f);
+    EXPECT_EQ(state().shakeTargetY, 0.0f);
+    EXPECT_FALSE(state().shaking);
+    EXPECT_EQ(state().shakeTimeLeft, 0.0f);
+    EXPECT_EQ(state().zoomTimeLeft, 0.0f);
+    EXPECT_EQ(state().cameraTurnSpeed, 0.0f);
     EXPECT_EQ(state().waypointTimeLeft, 3.0f);
+    EXPECT_EQ(state().lastMouseX, 123);
+    EXPECT_EQ(state().lastMouseY, 456);
 }
 
 TEST_F(CameraTest, SettingsAreClamped) {

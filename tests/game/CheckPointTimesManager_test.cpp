@@ -120,6 +120,75 @@ TEST_F(CheckPointTimesManagerTest, ALaterVisitShowsTheDifferenceInTheColourOfSlo
     EXPECT_GT(pixel(200, 54).red, 250);
 }
 
+/// Letters that tell which they are: cell c has the shade of its column in red and of its row in green.
+class CheckPointTextTest : public CheckPointTimesManagerTest {
+protected:
+    CheckPointTextTest() {
+        writePicture("gfx/coded.tga", 16 * 8, [](std::int32_t x, std::int32_t y) {
+            return Texel{{shadeOf(x / 8), shadeOf(y / 8), 255}};
+        });
+        data.write("cfg/checkPoints.cfg",
+                   "font = gfx\\coded.tga fontSize = 16 y_position = 100 fadeTime = 1 "
+                   "fontColor_r = 1 fontColor_g = 1 fontColor_b = 1 fontColor_a = 1 "
+                   "slowerFontColor_r = 1 slowerFontColor_g = 1 slowerFontColor_b = 1 slowerFontColor_a = 1 "
+                   "fasterFontColor_r = 1 fasterFontColor_g = 1 fasterFontColor_b = 1 fasterFontColor_a = 1");
+        CheckPointTimesManager::initialise();
+    }
+
+    static std::uint8_t shadeOf(std::int32_t place) { return static_cast<std::uint8_t>(place * 16 + 8); }
+    /// What stands there once it has faded in: letters of 8 pixels about the middle of 400.
+    static std::string shownText() {
+        draw(999);
+        draw(0);
+        std::string text;
+        for (std::int32_t x = 200 - litWidth() / 2 + 4; x < 200 + litWidth() / 2; x += 8) {
+            const FramePicture::Pixel letter = pixel(x, 54);
+            text += static_cast<char>(letter.green / 16 * 16 + letter.red / 16);
+        }
+        return text;
+    }
+};
+
+TEST_F(CheckPointTextTest, AFirstVisitShowsTheTimeOfTheLevelAsItRuns) {
+    GameRules::initialise();
+    Camera::setState(Camera::normal);
+    Manager::recordTime(&checkPoint, 5000);
+    Clock::drive(Clock::milliseconds() + 83'450);
+    GameRules::update(0.01f);
+
+    EXPECT_EQ(shownText(), "01:23:45");
+}
+
+TEST_F(CheckPointTextTest, ASlowerVisitShowsByHowMuch) {
+    Manager::recordTime(&checkPoint, 5000);
+    Manager::recordTime(&checkPoint, 66'230);
+
+    EXPECT_EQ(shownText(), "+ 01:01:23");
+}
+
+TEST_F(CheckPointTextTest, AFasterVisitShowsByHowMuch) {
+    Manager::recordTime(&checkPoint, 66'230);
+    Manager::recordTime(&checkPoint, 5000);
+
+    EXPECT_EQ(shownText(), "- 01:01:23");
+}
+
+TEST_F(CheckPointTextTest, TheSameTimeIsADifferenceOfNothing) {
+    Manager::recordTime(&checkPoint, 5000);
+    Manager::recordTime(&checkPoint, 5000);
+
+    EXPECT_EQ(shownText(), "+ 00:00:00");
+}
+
+TEST_F(CheckPointTextTest, TheDifferenceIsFromTheLastVisitOfTheSameCheckPoint) {
+    Manager::recordTime(&checkPoint, 1000);
+    Manager::recordTime(&other, 50'000);
+    Manager::recordTime(&checkPoint, 9000);
+    Manager::recordTime(&checkPoint, 8500);
+
+    EXPECT_EQ(shownText(), "- 00:00:50");
+}
+
 TEST_F(CheckPointTimesManagerTest, AFasterVisitShowsInTheOtherColour) {
     Manager::recordTime(&checkPoint, 6000);
 

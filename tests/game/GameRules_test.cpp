@@ -85,6 +85,23 @@ TEST_F(GameRulesTest, ARestartPutsEverythingBack) {
     EXPECT_EQ(GameRules::getLevelTime(), 0);
 }
 
+TEST_F(GameRulesTest, ARestartPutsTheTimeToZeroAndCountsFromThere) {
+    Clock::drive(4000);
+    GameRules::update(0.01f);
+    const std::int32_t before = GameRules::getLevelTime();
+    Clock::drive(5000);
+
+    Game::resetLevel();
+    Camera::setState(Camera::normal);
+    const std::int32_t after = GameRules::getLevelTime();
+    Clock::drive(5250);
+    GameRules::update(0.01f);
+
+    EXPECT_EQ(before, 4000);
+    EXPECT_EQ(after, 0);
+    EXPECT_EQ(GameRules::getLevelTime(), 250);
+}
+
 TEST_F(GameRulesTest, TheTimeIsThatOfTheTicks) {
     Clock::drive(400);
     GameRules::update(0.4f);

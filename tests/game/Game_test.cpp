@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "core/Random.h"
+#include "core/VectorMaths2D.h"
 #include "game/Camera.h"
 #include "game/GameRules.h"
 #include "graphics/GLWindow.h"
@@ -351,6 +352,60 @@ TEST_F(GameTest, ARestartPutsTheWaterBackWithoutReadingTheFile) {
     EXPECT_TRUE(ParticleGroupMover::groups.empty());
     EXPECT_EQ(Camera::position(), (Vector2{cameraX, cameraY}));
     EXPECT_TRUE(Camera::movingTowardsWaypoint());
+}
+
+TEST_F(GameTest, ARestartPutsTheCameraBack) {
+    start();
+    pressKey(SDL_SCANCODE_LEFT, SDLK_LEFT);
+    GLWindow::run();
+    Camera::zoomOut();
+    Camera::shake();
+    Game::tick(0.5f);
+    ASSERT_NE(Camera::angle(), 0.0f);
+
+    Game::resetLevel();
+    releaseKey(SDL_SCANCODE_LEFT, SDLK_LEFT);
+    GLWindow::run();
+    const float angle = Camera::angle();
+    Camera::doMovements(true, 0.0f); // nothing of the turn goes on
+
+    EXPECT_EQ(angle, 0.0f);
+    EXPECT_EQ(Camera::angle(), 0.0f);
+    EXPECT_EQ(Camera::zoom(), 1.0f);
+    EXPECT_EQ(Camera::shakeOffset(), Vector2{});
+}
+
+TEST_F(GameTest, ZoomCameraShowsMoreAndComesBack) {
+    data.write("cfg/camera.cfg", "zoomSpeed = 1.5 zoomWait = 0.5 movementInterpolateSpeed = 1");
+    start();
+
+    GLConsole::runLine("ZoomCamera");
+    Game::tick(0.5f);
+    const float onTheWay = Camera::zoom();
+    for (int i = 0; i < 6; ++i) {
+        Game::tick(0.5f);
+    }
+
+    EXPECT_EQ(onTheWay, 1.0f + 0.5f * 1.5f);
+    EXPECT_EQ(Camera::zoom(), 1.0f);
+    EXPECT_EQ(Camera::getState(), Camera::normal);
+}
+
+TEST_F(GameTest, ShakeCameraMovesTheViewAndNotTheCamera) {
+    data.write("cfg/camera.cfg",
+               "shakeTime = 1 shakeStrenght = 10 shakeSpeed = 100 movementInterpolateSpeed = 1");
+    start();
+    const Vector2 before = Camera::position();
+    Game::tick(0.01f);
+    const Vector2 unshaken = Camera::shakeOffset();
+
+    GLConsole::runLine("ShakeCamera");
+    Game::tick(0.01f);
+
+    constexpr float rounding = 1e-5f;
+    EXPECT_EQ(unshaken, Vector2{});
+    EXPECT_NEAR(vectorLength(Camera::shakeOffset()), 1.0f, rounding); // 100 units a second
+    EXPECT_EQ(Camera::position(), before);
 }
 
 TEST_F(GameTest, AStartOfTheLevelForgetsWhatWasAskedFor) {
