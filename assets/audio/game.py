@@ -59,7 +59,7 @@ def default():
 
 
 if __name__ == "__main__":
-    wav.save_once("check_point.wav", check_point(), peak=-7.0)
+    wav.save_once("check_point.wav", check_point(), peak=-4.0)
     wav.save_once("water_lost.wav", water_lost(), peak=-6.0, rate=wav.HALF_RATE)
     wav.save_once("level_finished.wav", level_finished(), peak=-4.0)
     wav.save_once("default.wav", default(), peak=-18.0)

@@ -10,6 +10,7 @@ from audio import performance
 from lib import loudness, midi, sound, wav
 
 LENGTH = 12.0
+SILENT = 11.6  # from here on: the screen on which the film is shortest ends it here, and the sound with it
 MOUTH, FLUME, ARCH, TARN = 3.6, 4.35, 6.45, 7.95  # the water comes out, and falls on each in turn
 NAME = 8.7
 RATE = wav.RATE
@@ -61,14 +62,14 @@ def envelope(*points):
 
 def wind(seed):
     gusts = sound.noise(LENGTH, 140, 900, seed, slope=-0.5) * sound.swell(LENGTH, seed + 1, lowest=0.35)
-    return 0.020 * gusts * envelope((0, 0), (0.8, 1), (4, 0.7), (8, 0.35), (11.2, 0.3), (LENGTH, 0))
+    return 0.020 * gusts * envelope((0, 0), (0.8, 1), (4, 0.7), (8, 0.35), (10.8, 0.3), (SILENT, 0), (LENGTH, 0))
 
 
 def water(seed):
     """The rush along the way, swelling at each fall, and at last the lapping of a full tarn."""
     way = envelope((0, 0), (MOUTH - 0.3, 0), (MOUTH + 0.3, 0.55), (FLUME, 0.6), (FLUME + 0.1, 0.95), (5.4, 0.6),
                    (ARCH, 0.55), (ARCH + 0.1, 1.0), (7.2, 0.6), (TARN - 0.1, 0.45), (TARN, 1.3), (8.5, 0.6), (9.5, 0.3),
-                   (11.0, 0.22), (LENGTH, 0))
+                   (11.0, 0.22), (SILENT, 0), (LENGTH, 0))
     rush = 0.55 * sound.bubbles(LENGTH, 420, 420, 4200, seed, envelope=way)
     rush += way * (0.030 * sound.noise(LENGTH, 350, 1800, seed + 1) + 0.022 * sound.noise(LENGTH, 1800, 6500, seed + 2))
     for place, tone, height in ((FLUME, 300, 0.25), (ARCH, 260, 0.3), (TARN, 190, 0.5), (TARN + 0.12, 240, 0.3),
@@ -81,7 +82,7 @@ def mixed():
     played = performance.play(compose())[: round(LENGTH * RATE)]
     nature = np.stack([wind(310) + water(320), wind(330) + water(340)], axis=1)
     whole = played * 1.0 + nature * 0.42
-    whole *= envelope((0, 1), (11.2, 1), (LENGTH, 0))[:, None] ** 2
+    whole *= envelope((0, 1), (10.7, 1), (SILENT, 0), (LENGTH, 0))[:, None] ** 2
     gain = performance.LEVEL - loudness.integrated(whole, RATE)
     return performance.bend_peaks(whole * 10 ** (gain / 20))
 

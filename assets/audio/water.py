@@ -4,10 +4,10 @@ import numpy as np
 
 from lib import sound, wav
 
-# Level to its strength from 0 to 1 and its peak in decibels.
-LEVELS = {1: (0.12, -12.0), 2: (0.50, -7.0), 3: (1.00, -3.0)}
+# Level to its strength from 0 to 1 and its loudness in LUFS: even the weakest has to be heard over the water's own loop.
+LEVELS = {1: (0.12, -24.0), 2: (0.50, -21.5), 3: (1.00, -19.0)}
 VARIANTS = 4
-AMBIENT_LENGTH, AMBIENT_LEVEL = 5.0, -22.0
+AMBIENT_LENGTH, AMBIENT_LEVEL = 21.0, -20.0  # as loud as the music
 
 
 def splash(strength, seed):
@@ -30,25 +30,31 @@ def splash(strength, seed):
     for _ in range(int(2 + 7 * strength)):
         drop = sound.bubble(random.uniform(800, 2300), 0.16 * random.uniform(0.4, 1), rise=0.25, purity=1.8)
         sound.add(splashed, random.uniform(0.12, 0.28 + 0.8 * strength), drop)
-    return sound.close(splashed, fade=0.06)
+    return sound.close(sound.limited(splashed, 4.0), fade=0.06)
+
+
+def bed(seed):
+    """Water that moves a little: bubbles of three sizes and a breath of noise.
+
+    The middle of its spectrum lies near 1800 Hz; below 1000 it would be mud. Each part comes and goes for itself, once in
+    a few seconds, so that no two moments are alike.
+    """
+    length = AMBIENT_LENGTH
+    moving = sound.bubbles(length, 300, 420, 2600, seed) * sound.swell(length, seed + 1, waves=30, lowest=0.65)
+    moving += 0.7 * sound.bubbles(length, 14, 230, 520, seed + 2)
+    moving += 1.1 * sound.bubbles(length, 420, 2600, 7000, seed + 3) * sound.swell(length, seed + 4, waves=40, lowest=0.55)
+    low = sound.noise(length, 300, 1400, seed + 5) * sound.swell(length, seed + 6, waves=24)
+    high = sound.noise(length, 1800, 6500, seed + 7) * sound.swell(length, seed + 8, waves=24)
+    return 0.35 * moving + 0.03 * (low + high)
 
 
 def ambient():
-    """Water that moves a little in its bed: bubbles of three sizes and a breath of noise, gently limited.
-
-    The middle of its spectrum lies near 1800 Hz; below 1000 it would be mud.
-    """
-    length = AMBIENT_LENGTH
-    moving = sound.bubbles(length, 300, 420, 2600, seed=1)
-    moving += 0.7 * sound.bubbles(length, 14, 230, 520, seed=2)
-    moving += 1.1 * sound.bubbles(length, 420, 2600, 7000, seed=3)
-    low = sound.noise(length, 300, 1400, seed=4) * sound.swell(length, seed=5)
-    high = sound.noise(length, 1800, 6500, seed=6) * sound.swell(length, seed=7)
-    return sound.limited(0.35 * moving + 0.03 * (low + high), 3.2)
+    """Water about the listener, gently limited."""
+    return sound.limited(sound.wide(bed(1), bed(101), bed(201), width=0.65), 3.2)
 
 
 if __name__ == "__main__":
-    for level, (strength, peak) in LEVELS.items():
+    for level, (strength, loudness) in LEVELS.items():
         for variant in range(1, VARIANTS + 1):
-            wav.save_once(f"splash_{level}_{variant}.wav", splash(strength, seed=1000 * level + 10 * variant), peak)
-    wav.save_loop("water_ambient.wav", ambient(), AMBIENT_LEVEL)
+            wav.save_level(f"splash_{level}_{variant}.wav", splash(strength, seed=1000 * level + 10 * variant), loudness)
+    wav.save_loop("water_ambient.wav", ambient(), AMBIENT_LEVEL, rate=wav.HALF_RATE)

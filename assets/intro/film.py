@@ -25,15 +25,24 @@ WORK = ROOT / "build" / "intro"
 VIDEO = ROOT / "data" / "vid" / "intro.avi"
 
 COLUMNS, ROWS = 1280, 720  # pixels of the film
-RATE = 25  # pictures a second
 SCALE = COLUMNS / 800  # pixels of the film for a unit: the game's view is 800 wide in a tall window
 FINER = 1.25  # pixels that the game draws for each of the film: its off-screen edges are hard
 TALL = round(1000 * SCALE * FINER), round(800 * SCALE * FINER)  # rows and columns of the game's pictures
 
-SECONDS = 12.0
+SECONDS = 12.0  # of the film's own time, as of its sound
+PICTURES = 147
+RATE = PICTURES / SECONDS
+# The game goes on to the next picture with the first pass of the screen that lies more than this many milliseconds behind
+# the last, and drops the rest. A whole number of passes is then 79 to 84 milliseconds long at 50, 59.94, 60, 75, 100, 120,
+# 144 and 240 hertz, so that the film stays within 3 % of its sound at each. With the 25 pictures a second of an earlier
+# film it took a quarter longer than its sound at 60 hertz, and half as long again at 50.
+DURATION = 77
 PAN = 0.5, 3.2  # seconds: the way from the tarn to the spring
-TICKS_PER_PICTURE = 3  # 75 a second, 25 pictures a second
-FIRST_TICK = 75  # just before the water comes to the mouth
+TICKS_PER_PICTURE = 6
+TICKS_PER_SHOT = 2  # the shutter stays open for some shots of each picture, so that few pictures move softly
+SHOTS = 3
+TICK = 1 / (RATE * TICKS_PER_PICTURE)  # seconds
+FIRST_TICK = 72  # just before the water comes to the mouth
 FOLLOW = 4.6, 8.2  # seconds: the view goes from the water's height to that of the first picture
 NAME = 8.1, 9.3  # seconds: the name appears
 RISE = 8.6, 10.9  # seconds: it fills
@@ -43,6 +52,7 @@ LOGO_SCALE = 1.72  # pixels for a unit of the logo
 LOGO_MIDDLE = 0.255  # of the film's height
 DUSK = 0.42  # how much the sky behind the name darkens
 SPLASH_LOWER = 50  # units that the splash looks below the film
+LIGHT = 2.2  # exponent from a picture's values to light
 QUALITY = "21.5"  # of x264: smaller is better
 
 # More water than a level has: what waits in the tower, as commands of the console.
@@ -80,9 +90,10 @@ def pictures_of_the_game():
     (WORK / "water.txt").write_text("\n".join(WATER) + "\n", encoding="utf-8")
     run(PROGRAMS / "tarnwick-level", "compile", WORK / "scene.tmj", WORK / "scene.rivl")
     flight = play("flight", 170, 10)
-    last_tick = FIRST_TICK + round((SECONDS - PAN[1]) * RATE) * TICKS_PER_PICTURE
-    water = play("water", last_tick, TICKS_PER_PICTURE, "--no-flight", "--console", WORK / "water.txt")
-    return flight, water[FIRST_TICK // TICKS_PER_PICTURE :]
+    last_tick = FIRST_TICK + (round((SECONDS - PAN[1]) * RATE) + 1) * TICKS_PER_PICTURE
+    water = play("water", last_tick, TICKS_PER_SHOT, "--no-flight", "--dt", f"{TICK:.9f}", "--console",
+                 WORK / "water.txt")
+    return flight, water[FIRST_TICK // TICKS_PER_SHOT :]
 
 
 def load(path):
@@ -111,7 +122,8 @@ class Panorama:
 def view(picture, column, row):
     """A picture of the film with its middle at a place of a larger one, between pixels too."""
     wide, high = COLUMNS * FINER, ROWS * FINER
-    box = (column - wide / 2, row - high / 2, column + wide / 2, row + high / 2)
+    left = min(max(column - wide / 2, 0), picture.shape[1] - wide)  # a shot's own place is rounded to whole pixels
+    box = (left, row - high / 2, left + wide, row + high / 2)
     image = Image.fromarray(picture).resize((COLUMNS, ROWS), Image.LANCZOS, box=box)
     return np.asarray(image).astype(float) / 255
 
@@ -143,26 +155,31 @@ def finish(picture, time):
 
 
 def film(flight, water):
-    """The pictures of the film, one after the other."""
+    """The pictures of the film, one after the other. Each is the mean of what its shots saw, in light and not in values."""
     panorama = Panorama(flight + water[:1])
     first = np.array(scene.TARN, float)
     spring = np.array(water[0][1])
-    for number in range(round(SECONDS * RATE)):
-        time = number / RATE
-        shot = round((time - PAN[1]) * RATE)
-        if shot < 0:
-            yield time, panorama.view(*(first + (spring - first) * smooth(PAN, time)))
-            continue
-        path, (_, height) = water[shot]
+
+    def shot_at(time):
+        """What the camera sees at a moment."""
+        number = round((time - PAN[1]) / (TICK * TICKS_PER_SHOT))
+        if number < 0:
+            return panorama.view(*(first + (spring - first) * smooth(PAN, time)))
+        path, (_, height) = water[number]
         lift = (scene.TARN[1] - height) * smooth(FOLLOW, time)
-        yield time, view(load(path), TALL[1] / 2, TALL[0] / 2 + lift * SCALE * FINER)
+        return view(load(path), TALL[1] / 2, TALL[0] / 2 + lift * SCALE * FINER)
+
+    for number in range(PICTURES):
+        time = number / RATE
+        shots = [shot_at(time + shot * TICKS_PER_SHOT * TICK) for shot in range(SHOTS)]
+        yield time, np.mean([shot**LIGHT for shot in shots], axis=0) ** (1 / LIGHT)
 
 
 def encode(pictures):
     VIDEO.parent.mkdir(parents=True, exist_ok=True)
     # Without pictures that refer to later ones: the n-th picture of the file is then the n-th that is shown.
     words = ["ffmpeg", "-y", "-v", "error", "-f", "rawvideo", "-pix_fmt", "rgb24", "-s", f"{COLUMNS}x{ROWS}", "-r",
-             str(RATE), "-i", "-", "-an", "-c:v", "libx264", "-preset", "slow", "-crf", QUALITY, "-bf", "0",
+             f"1000/{DURATION}", "-i", "-", "-an", "-c:v", "libx264", "-preset", "slow", "-crf", QUALITY, "-bf", "0",
              "-pix_fmt", "yuv420p", "-threads", "1", "-fflags", "+bitexact", "-flags:v", "+bitexact",
              "-map_metadata", "-1", str(VIDEO)]
     with subprocess.Popen(words, stdin=subprocess.PIPE) as process:

@@ -126,6 +126,22 @@ def room(sound, seed, fall=0.35, share=0.25, wrap=False):
     return sound + signal.fftconvolve(sound, tail)[: len(sound)]
 
 
+def wide(middle, left, right, width=0.6):
+    """Two channels of three sounds that have nothing in common: what all hear, and what lies to either side.
+
+    The louder, the wider; at 0.6 both channels are as loud as `middle` alone, and their sum on one loudspeaker is 3 dB
+    above that.
+    """
+    common = np.sqrt(1 - width**2)
+    return np.stack([common * middle + width * left, common * middle + width * right], axis=1)
+
+
+def placed(sound, side):
+    """Two channels with a sound at `side`, -1 left to 1 right, of the same power everywhere."""
+    angle = (side + 1) * np.pi / 4
+    return np.stack([np.cos(angle) * sound, np.sin(angle) * sound], axis=1)
+
+
 def limited(sound, ceiling):
     """Softly bent so that nothing rises above `ceiling` times the mean height (root of the mean square)."""
     limit = ceiling * sound.std()

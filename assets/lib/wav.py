@@ -1,6 +1,6 @@
-"""Writes and reads the sounds of the game: WAV, 16 bit, one channel.
+"""Writes and reads the sounds of the game: WAV, 16 bit, one channel or two.
 
-A sound is an array of floats, full scale 1, made at 44.1 kHz. One whose highest tones lie below 10 kHz is stored at
+A sound is an array of floats, full scale 1, made at 44.1 kHz: (samples), or (samples, 2) for one that lies around. One whose highest tones lie below 10 kHz is stored at
 half that rate. The level is set last: a sound that is heard once by its peak, one that goes round by its loudness.
 """
 
@@ -31,15 +31,25 @@ def save_once(name, sound, peak, rate=RATE):
 
 
 def save_loop(name, sound, level, rate=RATE):
-    """A sound that follows its own end. `level` is its loudness in LUFS, measured over three rounds."""
+    """A sound that follows its own end. `level` is its loudness in LUFS, measured over two rounds."""
     sound = at_rate(sound, rate)
-    sound = sound * 10 ** ((level - loudness.integrated(np.tile(sound, 3), rate)) / 20)
+    sound = sound * 10 ** ((level - loudness.integrated(rounds(sound, 2), rate)) / 20)
     write(name, sound, rate)
+
+
+def save_level(name, sound, level, rate=RATE):
+    """A sound with a beginning and an end that is set by its loudness."""
+    sound = at_rate(sound, rate)
+    write(name, sound * 10 ** ((level - loudness.integrated(sound, rate)) / 20), rate)
+
+
+def rounds(sound, count):
+    return np.concatenate([sound] * count)
 
 
 def at_rate(sound, rate):
     """Resampled as a period of an endless sound: right for a loop, and for one that is silent at both ends."""
-    return sound if rate == RATE else signal.resample(sound, len(sound) * rate // RATE)
+    return sound if rate == RATE else signal.resample(sound, len(sound) * rate // RATE, axis=0)
 
 
 def write(name, sound, rate):
@@ -53,7 +63,7 @@ def write(name, sound, rate):
     path = SOUNDS / name
     path.parent.mkdir(parents=True, exist_ok=True)
     with wave.open(str(path), "wb") as file:
-        file.setnchannels(1)
+        file.setnchannels(sound.ndim)
         file.setsampwidth(2)
         file.setframerate(rate)
         file.writeframes(samples.tobytes())
@@ -61,7 +71,9 @@ def write(name, sound, rate):
 
 
 def load(path):
-    """A file written by `write`: samples from -1 to 1, and their rate."""
+    """A file written by `write`: samples from -1 to 1, (samples) or (samples, 2), and their rate."""
     with wave.open(str(path), "rb") as file:
         samples = np.frombuffer(file.readframes(file.getnframes()), "<i2")
-        return samples / (FULL_SCALE + 1), file.getframerate()
+        channels = file.getnchannels()
+        whole = samples / (FULL_SCALE + 1)
+        return (whole if channels == 1 else whole.reshape(-1, channels)), file.getframerate()

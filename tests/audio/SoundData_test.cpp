@@ -1,4 +1,8 @@
 #include "audio/WavFile.h"
+#include "core/ConfigFile.h"
+#include "level/LevelFile.h"
+#include "support/Loudness.h"
+#include "support/ModuleTest.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -24,6 +28,10 @@ constexpr double quietEnd = 0.001;      ///< -60 dB: what is heard once begins a
 constexpr double ordinaryStep = 0.99;   ///< Share of all steps that stay below one that is still ordinary.
 constexpr double musicPeak = 0.447;     ///< -7 dB.
 constexpr double shortestMusic = 120.0; ///< Seconds.
+constexpr double musicLoudness = -20.0; ///< LUFS.
+constexpr double alike = 3.0;           ///< LU within which sounds are about equally loud.
+constexpr double shortestLoop = 20.0;   ///< Seconds: in a shorter one the ear finds the pattern.
+constexpr double shrill = 4'000.0;      ///< Hertz.
 
 const std::filesystem::path dataFolder = std::filesystem::path(TARNWICK_SOURCE_DIR) / "data";
 
@@ -66,16 +74,99 @@ double seamOf(const std::vector<double>& levels, std::size_t channels) {
     return seam / steps[static_cast<std::size_t>(rank)];
 }
 
+/// A file of the game, by its name in settings and levels.
+WavFile readWav(std::string name) {
+    std::ranges::replace(name, '\\', '/');
+    const std::string bytes = contentOf(dataFolder / name);
+    WavFile wav;
+    EXPECT_TRUE(WavFile::read(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(), wav))
+        << name;
+    return wav;
+}
+
+double secondsOf(const WavFile& wav) {
+    return static_cast<double>(wav.samples.size()) / wav.blockAlign / wav.sampleRate;
+}
+
+std::vector<float> samplesOf(const WavFile& wav) {
+    const std::vector<double> levels = levelsOf(wav.samples.data(), wav.samples.size());
+    return {levels.begin(), levels.end()};
+}
+
+/// LUFS; of one that goes round over two rounds.
+double loudnessOf(const WavFile& wav, bool goesRound) {
+    std::vector<float> samples = samplesOf(wav);
+    if (goesRound) {
+        const std::vector<float> round = samples;
+        samples.insert(samples.end(), round.begin(), round.end());
+    }
+    return Loudness::integrated(samples, wav.channels, wav.sampleRate);
+}
+
+/// Reads settings of the game.
+class SettingsDataTest : public ModuleTest {
+protected:
+    SettingsDataTest() { std::filesystem::current_path(dataFolder); }
+    ~SettingsDataTest() override { std::filesystem::current_path(before); }
+
+    const std::filesystem::path before = std::filesystem::current_path();
+};
+
 } // namespace
+
+TEST_F(SettingsDataTest, ACountLastsAsLongAsItsSoundOrATenthOfASecondMore) {
+    const ConfigFile settings("cfg\\menu_levelFinished.cfg");
+    for (const std::string count : {"water", "time", "total"}) {
+        const WavFile wav = readWav(settings.getVarAsString(count + "RampUpSound"));
+        const auto seconds = static_cast<double>(settings.getVarAsFloat(count + "RampUpTime"));
+
+        EXPECT_LE(secondsOf(wav), seconds + 0.001) << count << ": the end of the sound is never heard";
+        EXPECT_GE(secondsOf(wav), seconds - 0.1) << count << ": the count goes on in silence";
+        EXPECT_NEAR(loudnessOf(wav, false), musicLoudness, alike) << count;
+    }
+}
+
+TEST_F(SettingsDataTest, WhatGoesRoundTakesTwentySecondsAndIsAboutAsLoudAsTheMusic) {
+    const ConfigFile water("cfg\\game_sfx.cfg");
+    const ConfigFile menus("cfg\\menu_general.cfg");
+    std::set<std::string> names = {menus.getVarAsString("menuBgSound")};
+    for (const char* const key :
+         {"waterSound_ambient", "iceSound_freeze", "iceSound_friction", "steamEvaporate", "steamAmbient"}) {
+        names.insert(water.getVarAsString(key));
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(dataFolder / "maps")) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        LevelFile level;
+        ASSERT_EQ(LevelFile::read(file, level), nullptr) << entry.path();
+        for (const LevelFile::SoundSourceRecord& source : level.soundSources) {
+            if (source.looping != 0) {
+                names.insert(source.soundName);
+            }
+        }
+    }
+    EXPECT_GE(names.size(), 10u);
+    for (const std::string& name : names) {
+        const WavFile wav = readWav(name);
+        EXPECT_TRUE(loops.contains(std::filesystem::path(name.substr(name.find('\\') + 1)).stem())) << name;
+        EXPECT_GE(secondsOf(wav), shortestLoop) << name;
+        const double sparse = name == "snd\\drip.wav" ? 3.0 : 0.0; // mostly silence
+        EXPECT_NEAR(loudnessOf(wav, true), musicLoudness - sparse, alike) << name;
+    }
+    EXPECT_NEAR(loudnessOf(readWav(water.getVarAsString("waterSound_ambient")), true), musicLoudness, 1.0);
+    EXPECT_NEAR(loudnessOf(readWav(menus.getVarAsString("menuBgSound")), true), musicLoudness, 1.0);
+}
+
+TEST_F(SettingsDataTest, FreezingIsNotShrill) {
+    const WavFile wav = readWav(ConfigFile("cfg\\game_sfx.cfg").getVarAsString("iceSound_freeze"));
+
+    EXPECT_LT(Loudness::shareAbove(samplesOf(wav), wav.sampleRate, shrill), 0.1);
+}
 
 TEST(SoundDataTest, EverySoundIsReadAndBelowClippingAndEndsWithoutAClick) {
     int files = 0;
     for (const auto& entry : std::filesystem::directory_iterator(dataFolder / "snd")) {
         const std::string name = entry.path().stem();
-        const std::string bytes = contentOf(entry.path());
-        WavFile wav;
-        ASSERT_TRUE(WavFile::read(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(), wav))
-            << name;
+        const WavFile wav = readWav("snd/" + name + ".wav");
         ASSERT_EQ(wav.bitsPerSample, 16) << name;
         ASSERT_EQ(wav.samples.size() % wav.blockAlign, 0u) << name;
         const std::vector<double> levels = levelsOf(wav.samples.data(), wav.samples.size());
@@ -117,6 +208,9 @@ TEST(SoundDataTest, MusicIsLongEnoughAndLeavesRoomForTheWaterAndLoopsWithoutASea
         ASSERT_NE(piece, nullptr) << name;
         const std::vector<double> levels = levelsOf(piece->abuf, piece->alen);
         Mix_FreeChunk(piece);
+        const std::vector<float> samples(levels.begin(), levels.end());
+
+        EXPECT_NEAR(Loudness::integrated(samples, 2, 44'100.0), musicLoudness, 0.7) << name;
 
         EXPECT_GT(static_cast<double>(levels.size()) / 2.0 / 44'100.0, shortestMusic) << name;
         EXPECT_LT(peakOf(levels), musicPeak) << name;
