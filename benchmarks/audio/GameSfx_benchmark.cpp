@@ -5,6 +5,7 @@
 #include "audio/GameSfx_Ice.h"
 #include "audio/GameSfx_Steam.h"
 #include "audio/GameSfx_Water.h"
+#include "game/Game.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "support/ModuleReset.h"
@@ -26,9 +27,9 @@ static void ambience_update(benchmark::State& state) {
         group.colliding = true;
     }
     for (auto _ : state) {
-        GameSfx_Ice::update(dt);
-        GameSfx_Water::update(dt);
-        GameSfx_Steam::update(dt);
+        GameSfx_Ice::update(dt, Game::levelIsHeard());
+        GameSfx_Water::update(dt, Game::levelIsHeard());
+        GameSfx_Steam::update(dt, Game::levelIsHeard());
     }
     ModuleReset::all();
 }

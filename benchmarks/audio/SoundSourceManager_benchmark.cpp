@@ -8,6 +8,8 @@
 
 #include "audio/SoundManager.h"
 #include "audio/SoundSystem.h"
+#include "game/Camera.h"
+#include "game/Game.h"
 #include "support/DataFolder.h"
 #include "support/ModuleReset.h"
 #include "support/SceneAccess.h"
@@ -35,7 +37,7 @@ static void sources_update(benchmark::State& state) {
     float x = 0.0f;
     for (auto _ : state) {
         SceneAccess::placeCamera({x, 0.0f}, {0.0f, 0.0f}, 0.0f, 1.0f);
-        SoundSourceManager::updateAllSounds();
+        SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
         x = x < 100.0f ? x + 1.0f : 0.0f;
     }
     ModuleReset::all();

@@ -6,6 +6,7 @@
 
 #include "mechanisms/FxParticleManager.h"
 
+#include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "particles/ParticleManager.h"
@@ -46,11 +47,11 @@ double waterTick() {
     SceneAccess::buildBowl(600.0f, 200.0f, 0.25f);
     ParticleManager::createParticles(0.0f, 100.0f, 77.0f, waterCount);
     for (int tick = 0; tick < settlingTicks; ++tick) {
-        ParticleManager::runSimulation(dt);
+        ParticleManager::runSimulation(dt, Camera::view());
     }
     const double begin = now();
     for (int tick = 0; tick < waterTicks; ++tick) {
-        ParticleManager::runSimulation(dt);
+        ParticleManager::runSimulation(dt, Camera::view());
     }
     return (now() - begin) / waterTicks;
 }
@@ -68,7 +69,7 @@ void addEmitters(std::int64_t particles) {
         FxParticleManager::addEmitter(emitter);
     }
     for (int tick = 0; tick < settlingTicks; ++tick) {
-        FxParticleManager::run(dt);
+        FxParticleManager::run(dt, Camera::view());
     }
 }
 
@@ -79,7 +80,7 @@ void effects_run(benchmark::State& run) {
     double total = 0.0;
     for ([[maybe_unused]] auto iteration : run) {
         const double begin = now();
-        FxParticleManager::run(dt);
+        FxParticleManager::run(dt, Camera::view());
         const double taken = now() - begin;
         run.SetIterationTime(taken);
         total += taken;

@@ -11,6 +11,7 @@
 #include "mechanisms/MoverManager.h"
 
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "level/LevelBspTree.h"
@@ -58,7 +59,7 @@ public:
         CircleCollision::prepare();
         ParticleManager::createParticles(0.0f, 100.0f, 77.0f, waterCount);
         for (int i = 0; i < settlingTicks; ++i) {
-            ParticleManager::runSimulation(dt);
+            ParticleManager::runSimulation(dt, Camera::view());
         }
         water = ParticleManager::particles;
         for (const Particle& particle : water) {
@@ -110,7 +111,7 @@ void compare(benchmark::State& run, const Start& start, const Tick& tickWith) {
         run.SetIterationTime(taken / stretchTicks);
         with += taken;
         start(false);
-        without += stretch([] { ParticleManager::runSimulation(dt); });
+        without += stretch([] { ParticleManager::runSimulation(dt, Camera::view()); });
     }
     run.counters["share"] = (with - without) / without;
     run.counters["without"] = without / static_cast<double>(run.iterations() * stretchTicks) * 1e6;
@@ -147,11 +148,11 @@ void runMovers(benchmark::State& run, const Pool& pool) {
             }
         },
         [] {
-            MoverManager::updateCollideableNodes();
-            MoverManager::runMovers(dt);
-            ParticleManager::runSimulation(dt);
+            MoverManager::updateCollideableNodes(Camera::view());
+            MoverManager::runMovers(dt, Camera::view());
+            ParticleManager::runSimulation(dt, Camera::view());
         });
-    MoverManager::updateCollideableNodes();
+    MoverManager::updateCollideableNodes(Camera::view());
     run.counters["edges"] = static_cast<double>(MoverManager::collideableNodes.size());
 }
 
@@ -201,7 +202,7 @@ void ice_groups(benchmark::State& run) {
             pool.restore();
             addGroups(with ? run.range(0) : 0, pool.low.y);
         },
-        [] { ParticleManager::runSimulation(dt); });
+        [] { ParticleManager::runSimulation(dt, Camera::view()); });
 }
 
 } // namespace

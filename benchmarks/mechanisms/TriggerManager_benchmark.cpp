@@ -11,6 +11,7 @@
 #include "mechanisms/TriggerManager.h"
 
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
@@ -54,7 +55,7 @@ void startScene() {
     CircleCollision::prepare();
     ParticleManager::createParticles(0.0f, 100.0f, 77.0f, waterCount);
     for (int tick = 0; tick < settlingTicks; ++tick) {
-        ParticleManager::runSimulation(dt);
+        ParticleManager::runSimulation(dt, Camera::view());
     }
     ForceManager::addForce(1, 0.0f, 0.0f, 1.0f, 0.0f, 1e-6f);
     TriggerManager::initialise();
@@ -63,7 +64,7 @@ void startScene() {
 double waterTick() {
     const double begin = now();
     for (int tick = 0; tick < waterTicks; ++tick) {
-        ParticleManager::runSimulation(dt);
+        ParticleManager::runSimulation(dt, Camera::view());
     }
     return (now() - begin) / waterTicks;
 }
@@ -78,7 +79,7 @@ void measure(benchmark::State& run) {
     double total = 0.0;
     for ([[maybe_unused]] auto iteration : run) {
         const double begin = now();
-        TriggerManager::runTriggers(dt);
+        TriggerManager::runTriggers(dt, Camera::view());
         const double taken = now() - begin;
         run.SetIterationTime(taken);
         total += taken;

@@ -14,6 +14,7 @@
 // Counters: nanoseconds per particle, and per visited pair (everybody in the seven cells, in reach or not).
 
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
@@ -88,7 +89,7 @@ const ParticleList& settledPool(int count) {
     buildBowl();
     ParticleManager::createParticles(0.0f, 100.0f, 1.2f * std::sqrt(static_cast<float>(count)), count);
     for (int tick = 0; tick < settlingTicks; ++tick) {
-        ParticleManager::runSimulation(dt);
+        ParticleManager::runSimulation(dt, Camera::view());
     }
     return pools[count] = ParticleManager::particles;
 }
@@ -162,13 +163,13 @@ private:
 
 double timedTick() {
     const double begin = now();
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
     return now() - begin;
 }
 
 /// The visits of one tick, on the present state, which stays as it is.
 double timedVisits(NeighbourField& field) {
-    ParticleMover::rebuildGrid(ParticleManager::particles);
+    ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
     field.load(ParticleManager::particles);
     const double begin = now();
     std::size_t index = 0;
@@ -213,7 +214,8 @@ void tick_floor(benchmark::State& state) {
     NeighbourField field;
     Tally tally;
     for ([[maybe_unused]] auto iteration : state) {
-        ParticleManager::runSimulation(dt); // another state each time: no branch is known by heart
+        ParticleManager::runSimulation(
+            dt, Camera::view()); // another state each time: no branch is known by heart
         tally.add(state, timedVisits(field));
     }
     tally.report(state);
@@ -229,7 +231,7 @@ void tick_floor_falling(benchmark::State& state) {
             startFalling(static_cast<int>(state.range(0)));
             tick = 0;
         }
-        ParticleManager::runSimulation(dt);
+        ParticleManager::runSimulation(dt, Camera::view());
         tally.add(state, timedVisits(field));
     }
     tally.report(state);
@@ -293,7 +295,7 @@ void tick_splash(benchmark::State& state) {
 void freeze(benchmark::State& state) {
     for ([[maybe_unused]] auto iteration : state) {
         startSettled(static_cast<int>(state.range(0)));
-        ParticleMover::rebuildGrid(ParticleManager::particles);
+        ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
         ParticleManager::particles.front().temperature = -10.0f;
         const double begin = now();
         ParticleGroupMover::doParticleGrouping(ParticleManager::particles);

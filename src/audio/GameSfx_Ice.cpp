@@ -46,7 +46,7 @@ void GameSfx_Ice::silence() {
     state.friction.silence();
 }
 
-void GameSfx_Ice::update(float dt) {
+void GameSfx_Ice::update(float dt, bool heard) {
     TARNWICK_LOCATION("GameSfx_Ice::update");
     const std::uint32_t count = getIceParticleCount();
     if (count > state.previousCount) {
@@ -66,8 +66,8 @@ void GameSfx_Ice::update(float dt) {
 
     state.disturbance.playDisturbanceSounds(fall, static_cast<float>(count) / smallBody);
     calculateFrictionLevel(dt);
-    state.freeze.follow(state.freezeLevel);
-    state.friction.follow(state.frictionLevel);
+    state.freeze.follow(state.freezeLevel, heard);
+    state.friction.follow(state.frictionLevel, heard);
 }
 
 std::uint32_t GameSfx_Ice::getIceParticleCount() {

@@ -26,7 +26,7 @@ public:
     static void shutdown();
 
     /// Once a tick of `dt` seconds. Draws `randomInt` once, then `randomFloat` twice.
-    static void update(float dt);
+    static void update(float dt, bool heard);
     /// Stops the loops; what was struck rings out. For the finish, after which no tick follows. Draws
     /// nothing.
     static void silence();

@@ -1,9 +1,6 @@
 #include "audio/GameSfx_Loop.h"
 
 #include "core/LocationStack.h"
-#include "game/Game.h"
-#include "game/GameRules.h"
-#include "gui/GameMenus.h"
 
 namespace tarnwick {
 
@@ -14,12 +11,12 @@ void GameSfx_Loop::makeSound(const std::string& fileName) {
     }
 }
 
-void GameSfx_Loop::follow(float level, Order order) {
+void GameSfx_Loop::follow(float level, bool heard, Order order) {
     TARNWICK_LOCATION("GameSfx_Loop::follow");
     if (sound == nullptr) {
         return;
     }
-    if (level < smallestLevel || !gameSounds()) {
+    if (level < smallestLevel || !heard) {
         if (sound->isPlaying()) {
             sound->stop();
         }
@@ -39,11 +36,6 @@ void GameSfx_Loop::silence() {
     if (sound != nullptr) {
         sound->stop();
     }
-}
-
-bool GameSfx_Loop::gameSounds() {
-    TARNWICK_LOCATION("GameSfx_Loop::gameSounds");
-    return !GameRules::gameIsFinished() && GameMenus::getCurrentMenu() == menu::none && !Game::paused();
 }
 
 } // namespace tarnwick

@@ -19,8 +19,9 @@ public:
     void makeSound(const std::string& fileName);
     void deleteSound() { sound.reset(); }
 
-    /// Once a tick: starts the sound, sets its volume to `level`, or stops it.
-    void follow(float level, Order order = Order::volumeFirst);
+    /// Once a tick: starts the sound, sets its volume to `level`, or stops it. It is silent while the
+    /// level is not `heard`.
+    void follow(float level, bool heard, Order order = Order::volumeFirst);
     /// Stops it, until a tick starts it again.
     void silence();
 
@@ -28,8 +29,6 @@ private:
     friend class GameSfxSoundsTest;
 
     std::unique_ptr<Sound> sound; ///< Null until made.
-
-    static bool gameSounds();
 };
 
 } // namespace tarnwick

@@ -42,7 +42,7 @@ void GameSfx_Steam::silence() {
     state.ambient.silence();
 }
 
-void GameSfx_Steam::update(float dt) {
+void GameSfx_Steam::update(float dt, bool heard) {
     TARNWICK_LOCATION("GameSfx_Steam::update");
     const std::uint32_t count = getSteamParticleCount();
     if (count > state.previousCount) {
@@ -59,8 +59,8 @@ void GameSfx_Steam::update(float dt) {
     state.ambientLevel =
         (1.0f - kept) * static_cast<float>(count) * ambientVolume + kept * state.ambientLevel;
 
-    state.evaporate.follow(state.evaporationLevel);
-    state.ambient.follow(state.ambientLevel);
+    state.evaporate.follow(state.evaporationLevel, heard);
+    state.ambient.follow(state.ambientLevel, heard);
 }
 
 std::uint32_t GameSfx_Steam::getSteamParticleCount() {

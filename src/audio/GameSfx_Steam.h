@@ -19,7 +19,7 @@ public:
     static void shutdown();
 
     /// Once a tick of `dt` seconds.
-    static void update(float dt);
+    static void update(float dt, bool heard);
     /// Stops the loops. For the finish, after which no tick follows. Draws nothing.
     static void silence();
 

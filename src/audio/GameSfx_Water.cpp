@@ -39,7 +39,7 @@ void GameSfx_Water::silence() {
     state.ambient.silence();
 }
 
-void GameSfx_Water::update(float /*dt*/) {
+void GameSfx_Water::update(float /*dt*/, bool heard) {
     TARNWICK_LOCATION("GameSfx_Water::update");
     float speed = 0.0f;
     getAverageWaterVelocity(speed);
@@ -47,7 +47,7 @@ void GameSfx_Water::update(float /*dt*/) {
     state.previousAverageSpeed = speed;
     const float share = static_cast<float>(getWaterParticleCount()) / smallBody;
     state.ambientLevel = std::sqrt(share) * state.ambientVolume;
-    state.ambient.follow(state.ambientLevel, GameSfx_Loop::Order::startFirst);
+    state.ambient.follow(state.ambientLevel, heard, GameSfx_Loop::Order::startFirst);
     state.disturbance.playDisturbanceSounds(fall, share);
 }
 

@@ -25,7 +25,7 @@ public:
 
     /// Once a tick of `dt` seconds, which it has no use for. Draws `randomInt` once, then `randomFloat`
     /// twice.
-    static void update(float dt);
+    static void update(float dt, bool heard);
     /// Stops the loop; what was struck rings out. For the finish, after which no tick follows. Draws nothing.
     static void silence();
 

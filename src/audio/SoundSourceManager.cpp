@@ -5,22 +5,12 @@
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "game/Camera.h"
-#include "game/Game.h"
-#include "game/GameRules.h"
-#include "gui/GameMenus.h"
 
 namespace tarnwick {
 
 namespace {
 
 constexpr float smallestVolume = 0.0001f; ///< A source below it is stopped.
-
-/// Whether looping sources may be heard at all.
-bool levelIsHeard() {
-    TARNWICK_LOCATION("SoundSourceManager::levelIsHeard");
-    return !Game::paused() && !GameRules::gameIsFinished() && GameMenus::getCurrentMenu() == menu::none;
-}
 
 } // namespace
 
@@ -106,16 +96,17 @@ void SoundSourceManager::playExcludedSounds(const std::set<std::int32_t>& ids) {
     }
 }
 
-void SoundSourceManager::updateAllSounds() {
+void SoundSourceManager::updateAllSounds(const View& view, bool heard) {
     TARNWICK_LOCATION("SoundSourceManager::updateAllSounds");
-    const Vector2 view = Camera::position() + Camera::shakeOffset();
-    const bool heard = levelIsHeard();
+    state.view = view;
+    state.heard = heard;
+    const Vector2 ear = view.centre();
     for (auto& [id, sources] : state.loopingSources) {
         for (SoundSource& source : sources) {
             if (source.stopped) {
                 continue;
             }
-            const float distance = vectorLength(view - Vector2{source.x, source.y});
+            const float distance = vectorLength(ear - Vector2{source.x, source.y});
             const float volume = 1.0f - distance / source.strenght;
             if (volume < smallestVolume || !heard) {
                 if (source.sound.isPlaying()) {
@@ -206,7 +197,7 @@ void SoundSourceManager::conCmdSoundSourceCreate(const std::string& typed) {
     const Sound sound(arguments.text(5));
     addSoundSource(SoundSource(sound, arguments.number(0), arguments.number(1), arguments.boolean(3),
                                arguments.integer(4), arguments.number(2)));
-    updateAllSounds();
+    updateAllSounds(state.view, state.heard);
 }
 
 std::int32_t SoundSourceManager::conCmdSoundSourceCount() {

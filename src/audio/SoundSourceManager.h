@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/SoundSource.h"
+#include "core/View.h"
 
 #include <cstdint>
 #include <list>
@@ -40,9 +41,10 @@ public:
     static void playExcludedSounds(const std::set<std::int32_t>& ids);
 
     /// Once a tick, also under a menu. A looping source that is not stopped gets 1 less its distance from the
-    /// view over its reach for a volume; it is silent where that is nothing, while a menu is up, while the
-    /// game is paused, and when the level is finished. Ids ascend, the newest source of an id comes first.
-    static void updateAllSounds();
+    /// middle of the view over its reach for a volume; it is silent where that is nothing, and while the
+    /// level is not `heard`: in menus, in pauses and after the finish. Ids ascend, the newest source of an id
+    /// comes first.
+    static void updateAllSounds(const View& view, bool heard);
     /// Brings a source in step with the others of its sound, compared by name and case; the last of them in
     /// the order of the update counts.
     /// Kept: the first silent source that it meets ends the search, also one of another sound.
@@ -68,6 +70,8 @@ private:
         Sources onceSources;
         Sources loopingSources;
         bool soundSourceDraw = false; ///< Draw the sources.
+        View view;                    ///< As the last update had it: a new source is heard by it at once.
+        bool heard = false;           ///< The same.
     };
     static State state;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Vector2.h"
+#include "core/View.h"
 
 #include <cstdint>
 
@@ -50,6 +51,9 @@ public:
     static float angle() { return state.cameraAngle; }
     /// 1 is normal, larger shows more: the view's world size is multiplied by it.
     static float zoom() { return state.cameraZoom; }
+    /// What is seen at this moment, with the view area of the window: what the simulation, the sounds and the
+    /// drawing take.
+    static View view();
 
 private:
     friend class ModuleReset;

@@ -7,6 +7,16 @@
 
 namespace tarnwick {
 
+View Camera::view() {
+    TARNWICK_LOCATION("Camera::view");
+    return {.position = position(),
+            .shakeOffset = shakeOffset(),
+            .angle = state.cameraAngle,
+            .zoom = state.cameraZoom,
+            .areaX = Game::getViewAreaX(),
+            .areaY = Game::getViewAreaY()};
+}
+
 void Camera::viewFrom() {
     TARNWICK_LOCATION("Camera::viewFrom");
     const float viewX = Game::getViewAreaX();

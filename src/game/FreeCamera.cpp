@@ -30,13 +30,14 @@ constexpr float markTextSize = 8.0f;
 /// The outline of what the camera of play sees, in the world.
 void drawCameraFrame() {
     TARNWICK_LOCATION("FreeCamera::drawCameraFrame");
-    const Vector2 centre = Camera::position() + Camera::shakeOffset();
-    const float halfX = Game::getViewAreaX() * Camera::zoom() / 2.0f;
-    const float halfY = Game::getViewAreaY() * Camera::zoom() / 2.0f;
+    const View view = Camera::view();
+    const Vector2 centre = view.centre();
+    const float halfX = view.areaX * view.zoom / 2.0f;
+    const float halfY = view.areaY * view.zoom / 2.0f;
     glColor3f(0.0f, 1.0f, 0.0f);
     glPushMatrix();
     glTranslatef(centre.x, centre.y, 0.0f);
-    glRotatef(Camera::angle(), 0.0f, 0.0f, 1.0f);
+    glRotatef(view.angle, 0.0f, 0.0f, 1.0f);
     glBegin(GL_LINE_LOOP);
     glVertex2f(-halfX, -halfY);
     glVertex2f(halfX, -halfY);

@@ -322,6 +322,11 @@ void Game::watchMouse() {
     state.mouse = now;
 }
 
+bool Game::levelIsHeard() {
+    TARNWICK_LOCATION("Game::levelIsHeard");
+    return !state.paused && !GameRules::gameIsFinished() && !menuUp();
+}
+
 bool Game::menuUp() {
     TARNWICK_LOCATION("Game::menuUp");
     return GameMenus::getCurrentMenu() != menu::none;
@@ -336,11 +341,12 @@ void Game::runSimulation(float dt) {
     TARNWICK_LOCATION("Game::runSimulation");
     const std::uint64_t before = Clock::performanceCounter();
     const float step = std::min(dt, longestStep);
-    MoverManager::updateCollideableNodes(); // the edges that every later collision of the tick reads
-    MoverManager::runMovers(step);
-    FxParticleManager::run(step);
-    ParticleManager::runSimulation(step);
-    TriggerManager::runTriggers(step); // after the water has moved
+    const View view = Camera::view();           // of the whole simulation: the camera moves later
+    MoverManager::updateCollideableNodes(view); // the edges that every later collision of the tick reads
+    MoverManager::runMovers(step, view);
+    FxParticleManager::run(step, view);
+    ParticleManager::runSimulation(step, view);
+    TriggerManager::runTriggers(step, view); // after the water has moved
     LevelObjectsManager::runAnimations(step);
     state.simTicks.add(Clock::performanceCounter() - before);
 }
@@ -348,10 +354,11 @@ void Game::runSimulation(float dt) {
 /// Also while the simulation stands still. Draws random numbers in every tick.
 void Game::soundUpdate(float dt) {
     TARNWICK_LOCATION("Game::soundUpdate");
-    SoundSourceManager::updateAllSounds();
-    GameSfx_Ice::update(dt);
-    GameSfx_Water::update(dt);
-    GameSfx_Steam::update(dt);
+    const bool heard = levelIsHeard();
+    SoundSourceManager::updateAllSounds(Camera::view(), heard);
+    GameSfx_Ice::update(dt, heard);
+    GameSfx_Water::update(dt, heard);
+    GameSfx_Steam::update(dt, heard);
 }
 
 /// While the console has the keyboard, its keys are typed.

@@ -43,6 +43,8 @@ public:
     static bool paused() { return state.paused; }
     /// Goes on, and the music with it, if it is paused.
     static void unpause();
+    /// Whether what sounds for ever in a level may be heard: not in menus, in pauses and after the finish.
+    static bool levelIsHeard();
     /// The level file now loaded, as it was asked for.
     static const std::string& currentMap() { return state.currentMapName; }
     /// The music of play, which the menus start together with a level. Empty before the first level.

@@ -86,8 +86,9 @@ void Game::drawLevel() {
     glDisable(GL_CULL_FACE);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
-    LevelObjectsManager::prepareDraw();
-    DynamicPolygonRenderer::prepareDraw();
+    const View view = Camera::view();
+    LevelObjectsManager::prepareDraw(view);
+    DynamicPolygonRenderer::prepareDraw(view);
     drawLayer(0, LevelGeometryRenderer::drawLayer0);
     drawLayer(1, LevelGeometryRenderer::drawLayer1);
     ParticleRenderer::draw();
@@ -99,7 +100,7 @@ void Game::drawLevel() {
     Level::debugDraw();
     ForceManager::debugDraw();
     ParticleGroupMover::debugDraw();
-    TriggerManager::debugDraw();
+    TriggerManager::debugDraw(view);
     LevelObjectsManager::debugDraw();
     SoundSourceManager::debugDraw();
     MoverManager::debugDraw();

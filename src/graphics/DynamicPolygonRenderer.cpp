@@ -2,8 +2,6 @@
 
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "game/Camera.h"
-#include "game/Game.h"
 #include "graphics/GLTexture.h"
 #include "level/Level.h"
 
@@ -14,9 +12,6 @@
 namespace tarnwick {
 
 namespace {
-
-/// Half the side of the square that is drawn, in sides of the view: its half diagonal at 4:3 is 0.625.
-constexpr float reachOfView = 0.65f;
 
 /// True for a polygon that can move or vanish. One with a degenerate outline has no triangles.
 bool isDynamic(const Polygon2D& polygon) {
@@ -58,17 +53,14 @@ void DynamicPolygonRenderer::findPolygonBounds(DynamicPolygonEntry& entry) {
     entry.maxY = *bottom;
 }
 
-void DynamicPolygonRenderer::prepareDraw() {
+void DynamicPolygonRenderer::prepareDraw(const View& view) {
     TARNWICK_LOCATION("DynamicPolygonRenderer::prepareDraw");
-    const Vector2 centre = Camera::position() + Camera::shakeOffset();
-    const float halfSize =
-        std::max(Game::getViewAreaX(), Game::getViewAreaY()) * reachOfView * Camera::zoom();
+    const Box near = view.polygonSquare();
     for (const DynamicPolygonEntry& entry : state.dynamicPolygons) {
         const Polygon2D& polygon = *entry.polygon;
-        const bool inReach = entry.maxX + polygon.offsetX >= centre.x - halfSize &&
-                             entry.minX + polygon.offsetX <= centre.x + halfSize &&
-                             entry.maxY + polygon.offsetY >= centre.y - halfSize &&
-                             entry.minY + polygon.offsetY <= centre.y + halfSize;
+        const bool inReach =
+            entry.maxX + polygon.offsetX >= near.minX && entry.minX + polygon.offsetX <= near.maxX &&
+            entry.maxY + polygon.offsetY >= near.minY && entry.minY + polygon.offsetY <= near.maxY;
         if (polygon.visible && inReach) {
             state.layerQueues[polygon.layer < layerCount ? polygon.layer : 0].push(polygon);
         }

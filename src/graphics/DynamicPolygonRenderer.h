@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/View.h"
 #include "graphics/PolygonQueue.h"
 #include "level/Polygon2D.h"
 
@@ -34,7 +35,7 @@ public:
 
     /// Fills the layers' queues for this frame with the visible polygons that reach into a square about the
     /// camera, which holds the view at any angle.
-    static void prepareDraw();
+    static void prepareDraw(const View& view);
     /// Draws a layer, 0 to 4, texture by texture, and empties its queue.
     static void drawLayer(std::uint32_t layer);
 

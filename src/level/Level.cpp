@@ -4,7 +4,9 @@
 #include "core/CommandRegistry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
+#include "game/Camera.h"
 #include "game/CheckPointTimesManager.h"
+#include "game/Game.h"
 #include "graphics/DynamicPolygonRenderer.h"
 #include "graphics/LevelGeometryRenderer.h"
 #include "level/LevelBspNode.h"
@@ -156,7 +158,7 @@ void Level::playUntargetedSounds() {
         }
     }
     SoundSourceManager::playExcludedSounds(targeted);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
 }
 
 } // namespace tarnwick

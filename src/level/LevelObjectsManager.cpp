@@ -6,8 +6,6 @@
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "game/Camera.h"
-#include "game/Game.h"
 #include "graphics/GLFont.h"
 
 #include <GL/gl.h>
@@ -19,8 +17,6 @@ namespace tarnwick {
 
 namespace {
 
-/// Half the side of the square that is drawn, in widths of the view: its half diagonal at 4:3 is 0.625.
-constexpr float reachOfView = 0.65f;
 constexpr float idTextSize = 8.0f;    ///< World units.
 constexpr float idTextOffset = 12.0f; ///< World units: an id stands this much above its object.
 
@@ -35,7 +31,7 @@ float halfHeightOf(const GLTexture& picture) {
 }
 
 /// Whether the object is on and its picture meets the square, edges included.
-bool inReach(const LevelObject& object, Vector2 centre, float halfSize) {
+bool inReach(const LevelObject& object, const Box& near) {
     TARNWICK_LOCATION("LevelObjectsManager::inReach");
     const GLTexture* const picture = object.frame();
     if (!object.enabled || picture == nullptr) {
@@ -45,8 +41,8 @@ bool inReach(const LevelObject& object, Vector2 centre, float halfSize) {
     const float y = object.y + object.offsetY;
     const float halfWidth = halfWidthOf(*picture);
     const float halfHeight = halfHeightOf(*picture);
-    return x + halfWidth >= centre.x - halfSize && x - halfWidth <= centre.x + halfSize &&
-           y + halfHeight >= centre.y - halfSize && y - halfHeight <= centre.y + halfSize;
+    return x + halfWidth >= near.minX && x - halfWidth <= near.maxX && y + halfHeight >= near.minY &&
+           y - halfHeight <= near.maxY;
 }
 
 void drawIds(const GLFont& font, const std::list<LevelObject>& objects) {
@@ -141,22 +137,23 @@ void LevelObjectsManager::resetObjects() {
     }
 }
 
-void LevelObjectsManager::prepareDraw() {
+void LevelObjectsManager::prepareDraw(const View& view) {
     TARNWICK_LOCATION("LevelObjectsManager::prepareDraw");
     if (!state.objectsDraw) {
         return;
     }
+    const Box near = view.objectSquare();
     std::uint32_t turn = 0;
-    queueObjects(staticObjects, turn);
-    queueObjects(animatedObjects, turn);
+    queueObjects(staticObjects, near, turn);
+    queueObjects(animatedObjects, near, turn);
 }
 
-void LevelObjectsManager::queueObjects(const std::list<LevelObject>& objects, std::uint32_t& turn) {
+void LevelObjectsManager::queueObjects(const std::list<LevelObject>& objects,
+                                       const Box& near,
+                                       std::uint32_t& turn) {
     TARNWICK_LOCATION("LevelObjectsManager::queueObjects");
-    const Vector2 centre = Camera::position() + Camera::shakeOffset();
-    const float halfSize = Game::getViewAreaX() * reachOfView * Camera::zoom();
     for (const LevelObject& object : objects) {
-        if (!state.objectsCull || inReach(object, centre, halfSize)) {
+        if (!state.objectsCull || inReach(object, near)) {
             state.layerQueues[object.layer < layerCount ? object.layer : 0].push({{&object}, turn});
             ++turn;
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/View.h"
 #include "graphics/QuadArray.h"
 #include "level/LevelObject.h"
 #include "level/Polygon2D.h"
@@ -77,7 +78,7 @@ public:
     /// Fills the layers' queues for this frame with the objects that are on and reach into a square about the
     /// camera. Kept: unlike that for polygons the square is as large as the view's width tells, also where
     /// the view is higher than wide.
-    static void prepareDraw();
+    static void prepareDraw(const View& view);
     /// Draws a layer, 0 to 4, texture by texture, in white, and empties its queue. Objects of one texture are
     /// drawn in the order in which they were added, static before animated.
     static void drawLayer(std::uint32_t layer);
@@ -109,7 +110,7 @@ private:
     };
     static State state;
 
-    static void queueObjects(const std::list<LevelObject>& objects, std::uint32_t& turn);
+    static void queueObjects(const std::list<LevelObject>& objects, const Box& near, std::uint32_t& turn);
     static void drawBatch(LayerQueue& queue);
     static void addQuad(const LevelObject& object, float halfWidth, float halfHeight);
 

@@ -4,9 +4,9 @@
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Random.h"
+#include "core/View.h"
 #include "mechanisms/FxParticle.h"
 #include "mechanisms/FxParticleManager.h"
-#include "particles/ViewRectangle.h"
 
 #include <algorithm>
 

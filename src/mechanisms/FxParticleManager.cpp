@@ -5,18 +5,9 @@
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "game/Camera.h"
-#include "game/Game.h"
 #include "particles/ParticleManager.h"
-#include "particles/ViewRectangle.h"
 
 namespace tarnwick {
-
-namespace {
-
-constexpr float reachOfView = 0.5f; ///< Of the view's width, from its middle: where emitters run.
-
-} // namespace
 
 std::list<FxParticleEmitter> FxParticleManager::emitters;
 std::list<FxParticle> FxParticleManager::particles;
@@ -55,31 +46,27 @@ void FxParticleManager::addParticle(const FxParticle& particle) {
     particles.push_back(particle);
 }
 
-void FxParticleManager::run(float dt) {
+void FxParticleManager::run(float dt, const View& view) {
     TARNWICK_LOCATION("FxParticleManager::run");
-    runEmitters(dt);
-    runParticles(dt);
+    runEmitters(dt, view);
+    runParticles(dt, view);
 }
 
-void FxParticleManager::runEmitters(float dt) {
+void FxParticleManager::runEmitters(float dt, const View& view) {
     TARNWICK_LOCATION("FxParticleManager::runEmitters");
-    const Vector2 view = Camera::position() + Camera::shakeOffset();
-    // Kept: a square as wide as the view; how high the view is does not count.
-    const float reach = Game::getViewAreaX() * reachOfView * Camera::zoom();
+    const Box near = view.emitterSquare();
     for (FxParticleEmitter& emitter : emitters) {
         const Vector2 place = emitter.position;
-        if (place.x >= view.x - reach && place.x <= view.x + reach && place.y >= view.y - reach &&
-            place.y <= view.y + reach) {
+        if (place.x >= near.minX && place.x <= near.maxX && place.y >= near.minY && place.y <= near.maxY) {
             emitter.run(dt);
         }
     }
 }
 
-void FxParticleManager::runParticles(float dt) {
+void FxParticleManager::runParticles(float dt, const View& view) {
     TARNWICK_LOCATION("FxParticleManager::runParticles");
-    Vector2 gravityStep{0.0f, 1.0f}; // falls the way the water falls
-    rotateVector(gravityStep, Camera::angle() * radiansPerDegree);
-    gravityStep = gravityStep * ParticleManager::gravity() * dt;
+    const Vector2 gravityStep =
+        view.down() * ParticleManager::gravity() * dt; // falls the way the water falls
     for (auto place = particles.begin(); place != particles.end();) {
         FxParticle& particle = *place;
         particle.timeLeft -= dt;

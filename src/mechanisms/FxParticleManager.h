@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/View.h"
 #include "graphics/QuadArray.h"
 #include "mechanisms/FxParticle.h"
 #include "mechanisms/FxParticleEmitter.h"
@@ -40,7 +41,7 @@ public:
     /// One tick of `dt` seconds, already capped at 1/30. The emitters near the view run, in order, those on
     /// its edge too; the others neither give off particles nor gather time. Then every particle flies on,
     /// wherever it is, the new ones with the rest.
-    static void run(float dt);
+    static void run(float dt, const View& view);
 
     /// Draws all particles, those of one texture together, with alpha fading over their life. Leaves the GL
     /// as it was but for the bound texture.
@@ -60,8 +61,8 @@ private:
     };
     static State state;
 
-    static void runEmitters(float dt);
-    static void runParticles(float dt);
+    static void runEmitters(float dt, const View& view);
+    static void runParticles(float dt, const View& view);
     static void fillDrawQueue();
     static const FxParticle& takeTop();
     static void drawBatch(bool& alphaBlending);

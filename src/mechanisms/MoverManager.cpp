@@ -4,8 +4,6 @@
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "game/Camera.h"
-#include "game/Game.h"
 #include "level/Level.h"
 #include "level/LevelObject.h"
 #include "level/LevelObjectsManager.h"
@@ -18,7 +16,6 @@ namespace tarnwick {
 namespace {
 
 constexpr float shortestEdge = 0.01f; ///< World units: an edge must be longer to be kept.
-constexpr float reachOfView = 0.7f;   ///< Half the side of the square that counts, in widths of the view.
 
 /// Adds a side of `polygon` that runs from `start` to `end`, unless it is too short.
 void addEdge(std::vector<LevelBspNode>& edges, Polygon2D& polygon, Vector2 start, Vector2 end) {
@@ -157,16 +154,14 @@ void MoverManager::addDynamicPolygon(Polygon2D& polygon) {
     std::ranges::reverse(dynamic.edges); // each new one goes before the others
 }
 
-void MoverManager::updateCollideableNodes() {
+void MoverManager::updateCollideableNodes(const View& view) {
     TARNWICK_LOCATION("MoverManager::updateCollideableNodes");
     collideableNodes.clear();
-    const Vector2 view = Camera::position() + Camera::shakeOffset();
-    // Kept: the width alone counts, however high the view is, and nothing is too high up in the level.
-    const float reach = Game::getViewAreaX() * reachOfView * Camera::zoom();
+    const Box near = view.solidSquare(); // Kept: but nothing is too high up in the level
     for (const DynamicPolygon& dynamic : state.dynamicPolygons) {
         const Vector2 offset{dynamic.polygon->offsetX, dynamic.polygon->offsetY};
-        if (!dynamic.polygon->collideable || !(dynamic.minX + offset.x <= view.x + reach) ||
-            !(dynamic.maxX + offset.x >= view.x - reach) || !(dynamic.minY + offset.y <= view.y + reach) ||
+        if (!dynamic.polygon->collideable || !(dynamic.minX + offset.x <= near.maxX) ||
+            !(dynamic.maxX + offset.x >= near.minX) || !(dynamic.minY + offset.y <= near.maxY) ||
             !(dynamic.maxY + offset.y >= offset.y)) {
             continue;
         }
@@ -177,10 +172,10 @@ void MoverManager::updateCollideableNodes() {
         }
     }
     std::ranges::reverse(collideableNodes); // each new one goes before the others
-    CircleCollision::prepareMovingEdges(view, reach);
+    CircleCollision::takeMovingEdges(collideableNodes, view.centre(), view.solidReach());
 }
 
-void MoverManager::runMovers(float dt) {
+void MoverManager::runMovers(float dt, const View& view) {
     TARNWICK_LOCATION("MoverManager::runMovers");
     for (Mover& mover : movers) {
         mover.run(dt);
@@ -188,7 +183,7 @@ void MoverManager::runMovers(float dt) {
     sumDisplacements();
     moveMoverObjects();
     moveMoverPolygons();
-    pushPolygonParticles(dt);
+    pushPolygonParticles(dt, view);
 }
 
 void MoverManager::sumDisplacements() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Box.h"
+#include "core/View.h"
 #include "level/LevelBspNode.h"
 #include "mechanisms/Mover.h"
 #include "mechanisms/PushField.h"
@@ -51,10 +52,10 @@ public:
     static void addDynamicPolygon(Polygon2D& polygon);
 
     /// Gathers `collideableNodes` anew. Before `runMovers` in a tick.
-    static void updateCollideableNodes();
+    static void updateCollideableNodes(const View& view);
     /// One tick of `dt` seconds, already capped at 1/30: runs the movers in order, then moves what they
     /// carry, then shoves what the moved polygons meet.
-    static void runMovers(float dt);
+    static void runMovers(float dt, const View& view);
 
     /// Draws what the two commands ask for: the tracks with id and speed, and the edges of moving polygons
     /// with their normals, where they are now. Leaves the GL as it was.
@@ -108,7 +109,7 @@ private:
     static void sumDisplacements();
     static void moveMoverObjects();
     static void moveMoverPolygons();
-    static void pushPolygonParticles(float dt);
+    static void pushPolygonParticles(float dt, const View& view);
     static void loadCandidates();
     static void pushBodies(const DynamicPolygon& pusher, float dt);
     static void moveTouching(Vector2 step);

@@ -2,7 +2,6 @@
 
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
-#include "game/Camera.h"
 #include "level/Polygon2D.h"
 #include "mechanisms/MoverManager.h"
 #include "particles/CircleCollision.h"
@@ -20,8 +19,6 @@ constexpr float longestStep = 1.7f; ///< World units that a polygon moves betwee
 static_assert(longestStep == 0.85f * particleRadius);
 constexpr float touchMargin = 0.25f;   ///< World units between a body and an edge that it touches already.
 constexpr float nearbyDistance = 6.0f; ///< World units: how far a step hands the push on from one particle.
-constexpr float viewSize = 800.0f;     ///< World units: the longer side of the view at zoom 1, at 4:3.
-constexpr float reachOfView = 0.65f;   ///< Half the side of the square that counts, in sides of the view.
 
 /// How much further than an edge a body on its corner may be on either axis, in radii: the root of 2, and
 /// more than that by what rounding can make of it.
@@ -82,10 +79,9 @@ bool insideTriangles(const Polygon2D& polygon, Vector2 point) {
 
 } // namespace
 
-void MoverManager::pushPolygonParticles(float dt) {
+void MoverManager::pushPolygonParticles(float dt, const View& view) {
     TARNWICK_LOCATION("MoverManager::pushPolygonParticles");
-    const Vector2 view = Camera::position() + Camera::shakeOffset();
-    const float reach = viewSize * reachOfView * Camera::zoom();
+    const Box near = view.pushSquare();
     bool loaded = false;
     for (const DynamicPolygon& dynamic : state.dynamicPolygons) {
         Polygon2D& polygon = *dynamic.polygon;
@@ -93,9 +89,8 @@ void MoverManager::pushPolygonParticles(float dt) {
         const bool moved = offset != Vector2{polygon.previousOffsetX, polygon.previousOffsetY};
         // Kept: nothing is too high up in the level; only a box that lies above the polygon's own origin is
         // left out.
-        const bool outside = dynamic.minX + offset.x > view.x + reach ||
-                             dynamic.maxX + offset.x < view.x - reach ||
-                             dynamic.minY + offset.y > view.y + reach || dynamic.maxY + offset.y < offset.y;
+        const bool outside = dynamic.minX + offset.x > near.maxX || dynamic.maxX + offset.x < near.minX ||
+                             dynamic.minY + offset.y > near.maxY || dynamic.maxY + offset.y < offset.y;
         if (moved && polygon.collideable && !outside) {
             if (!loaded) {
                 loadCandidates();

@@ -5,8 +5,6 @@
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "game/Camera.h"
-#include "game/Game.h"
 #include "level/Level.h"
 #include "level/LevelObjectsManager.h"
 #include "mechanisms/ForceManager.h"
@@ -22,8 +20,6 @@
 namespace tarnwick {
 
 namespace {
-
-constexpr float reachOfView = 0.55f; ///< Of the view's larger side, from its middle: where triggers live.
 
 static_assert(TriggerTypes::find(TriggerManager::soundPlayType)->handler == trigFuncSoundPlay);
 static_assert(TriggerTypes::find(TriggerManager::entityRemoveType)->handler == trigFuncEntityRemove);
@@ -189,10 +185,10 @@ bool TriggerManager::pointInTrigger(Vector2 point, const Trigger& trigger) {
     return holds(trigger.triangleA, trigger.normalsA) || holds(trigger.triangleB, trigger.normalsB);
 }
 
-void TriggerManager::runTriggers(float dt) {
+void TriggerManager::runTriggers(float dt, const View& view) {
     TARNWICK_LOCATION("TriggerManager::runTriggers");
     checkDelayedTriggerEvents(dt);
-    gatherLiveTriggers(dt);
+    gatherLiveTriggers(dt, view);
     if (!state.liveTriggers.empty()) {
         for (Particle& particle : ParticleManager::particles) {
             fireAt(particle.position, &particle, triggerBodyParticle, dt);
@@ -204,22 +200,14 @@ void TriggerManager::runTriggers(float dt) {
     state.liveTriggers.clear();
 }
 
-/// The square about the view that a trigger's box has to meet. Kept: the camera's zoom does not enter.
-Box TriggerManager::viewSquare() {
-    TARNWICK_LOCATION("TriggerManager::viewSquare");
-    const float reach = reachOfView * std::max(Game::getViewAreaX(), Game::getViewAreaY());
-    const Vector2 view = Camera::position() + Camera::shakeOffset();
-    return {view.x - reach, view.y - reach, view.x + reach, view.y + reach};
-}
-
 /// Fills the live triggers in the order of creation. One near the view that rests goes on resting; the rest
 /// of those far away does not run down.
-void TriggerManager::gatherLiveTriggers(float dt) {
+void TriggerManager::gatherLiveTriggers(float dt, const View& view) {
     TARNWICK_LOCATION("TriggerManager::gatherLiveTriggers");
-    const Box view = viewSquare();
+    const Box near = view.triggerSquare();
     for (auto place = triggers.rbegin(); place != triggers.rend(); ++place) {
         Trigger& trigger = *place;
-        if (trigger.spent() || !boxOf(trigger).touches(view)) {
+        if (trigger.spent() || !boxOf(trigger).touches(near)) {
             continue;
         }
         if (trigger.cooldownLeft <= 0.0f) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/View.h"
 #include "mechanisms/LiveTriggers.h"
 #include "mechanisms/Trigger.h"
 
@@ -63,7 +64,7 @@ public:
     /// One tick of `dt` seconds: the pending events, then every particle and then every ice group, in the
     /// order of their lists, against the live triggers in the order of their creation. A group is tested by
     /// its centre. Dying bodies fire as well.
-    static void runTriggers(float dt);
+    static void runTriggers(float dt, const View& view);
     /// Calls the handlers whose delay is over, oldest event first, with the tick length of the moment of
     /// firing and without a body.
     static void checkDelayedTriggerEvents(float dt);
@@ -73,7 +74,7 @@ public:
 
     /// Draws the triangles of every trigger, with normals, target id and type, if the command asks for it:
     /// green near the view, where it can fire, else grey. Leaves the GL as it was.
-    static void debugDraw();
+    static void debugDraw(const View& view);
 
 private:
     friend class ModuleReset;
@@ -100,8 +101,7 @@ private:
 
     static void createTriggerTypeMap();
     static const TargetIndex& targetIndex();
-    static Box viewSquare();
-    static void gatherLiveTriggers(float dt);
+    static void gatherLiveTriggers(float dt, const View& view);
     static void fireAt(Vector2 place, void* body, std::int32_t bodyKind, float dt);
     static void fire(Trigger& trigger, void* body, std::int32_t bodyKind, float dt);
 

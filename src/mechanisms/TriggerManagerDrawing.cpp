@@ -52,16 +52,16 @@ void drawLabel(const GLFont& font, const Trigger& trigger) {
 
 } // namespace
 
-void TriggerManager::debugDraw() {
+void TriggerManager::debugDraw(const View& view) {
     TARNWICK_LOCATION("TriggerManager::debugDraw");
     if (!state.triggerDraw) {
         return;
     }
     glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_COLOR_BUFFER_BIT | GL_TEXTURE_BIT);
     const GLFont font(GLConsole::getFontTexture());
-    const Box view = viewSquare();
+    const Box square = view.triggerSquare();
     for (const Trigger& trigger : triggers) {
-        const bool near = Box{trigger.minX, trigger.minY, trigger.maxX, trigger.maxY}.touches(view);
+        const bool near = Box{trigger.minX, trigger.minY, trigger.maxX, trigger.maxY}.touches(square);
         glDisable(GL_TEXTURE_2D);
         glDisable(GL_BLEND);
         glColor3f(near ? 0.0f : 0.5f, near ? 1.0f : 0.5f, near ? 0.0f : 0.5f);

@@ -4,7 +4,6 @@
 #include "core/LocationStack.h"
 #include "level/LevelBspNode.h"
 #include "level/LevelBspTree.h"
-#include "mechanisms/MoverManager.h"
 #include "particles/Particle.h"
 
 #include <cmath>
@@ -34,15 +33,16 @@ void CircleCollision::prepare() {
     state.fieldGeneration = LevelBspTree::generation();
 }
 
-void CircleCollision::prepareMovingEdges(Vector2 view, float reach) {
-    TARNWICK_LOCATION("CircleCollision::prepareMovingEdges");
+void CircleCollision::takeMovingEdges(const std::vector<LevelBspNode>& edges, Vector2 middle, float reach) {
+    TARNWICK_LOCATION("CircleCollision::takeMovingEdges");
+    state.edges = &edges;
     makeRoom();
-    state.movingEdges.build(MoverManager::collideableNodes, view, reach);
+    state.movingEdges.build(edges, middle, reach);
 }
 
 void CircleCollision::makeRoom() {
     TARNWICK_LOCATION("CircleCollision::makeRoom");
-    const std::size_t edgeCount = state.treeSize + MoverManager::collideableNodes.size();
+    const std::size_t edgeCount = state.treeSize + (state.edges != nullptr ? state.edges->size() : 0);
     state.collisionPoints.resize(edgeCount);
     state.collisionNodes.resize(edgeCount);
 }
@@ -51,7 +51,7 @@ bool CircleCollision::collisionTest(Vector2& centre, float radius) {
     TARNWICK_LOCATION("CircleCollision::collisionTest");
     state.pointCount = 0;
     state.nodeCount = 0;
-    if (!MoverManager::collideableNodes.empty()) {
+    if (state.edges != nullptr && !state.edges->empty()) {
         buildDynamicPointsAndNodesList(centre, radius);
     }
     return testAgainstTree(centre, radius);
@@ -92,7 +92,7 @@ void CircleCollision::buildDynamicPointsAndNodesList(const Vector2& collisionCen
             state.collisionPoints[state.pointCount++] = {corner, edge.friction};
         }
     };
-    const std::vector<LevelBspNode>& edges = MoverManager::collideableNodes;
+    const std::vector<LevelBspNode>& edges = *state.edges;
     if (collisionRadius == particleRadius && state.movingEdges.covers(collisionCentre)) { // exactly
         for (const std::uint32_t edge : state.movingEdges.edgesAt(collisionCentre)) {
             consider(edges[edge]);

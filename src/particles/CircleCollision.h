@@ -22,8 +22,8 @@ struct CollisionPoint {
 ///
 /// A test pushes the position out of every edge and edge end in reach and leaves behind the mean contact
 /// normal and the mean surface friction; it changes no velocity, that is the caller's part. The edges near
-/// the circle come from the level's tree and from the flat list of moving edges of `MoverManager`, which tell
-/// nothing of their motion: what a moving polygon meets is pushed before. One test at a time: results hold
+/// the circle come from the level's tree and from a flat list of moving edges, which tell nothing of their
+/// motion: what a moving polygon meets is pushed before. One test at a time: results hold
 /// until the next one.
 class CircleCollision {
 public:
@@ -44,19 +44,20 @@ public:
 
     /// Gets ready for the level's tree, which the first test after a change of the level would do else.
     static void prepare();
-    /// Takes the moving edges as they stand in `MoverManager::collideableNodes` until the next call; most of
-    /// the water is within `reach` world units of `view` on each axis. Once a tick.
-    static void prepareMovingEdges(Vector2 view, float reach);
+    /// Takes the list of the moving edges, which stand still until the next call and stay where they are;
+    /// most of the water is within `reach` world units of `middle` on each axis. Once a tick.
+    static void takeMovingEdges(const std::vector<LevelBspNode>& edges, Vector2 middle, float reach);
 
 private:
     friend class ModuleReset;
     friend class SimulationState;
 
     struct State {
-        CollisionField field;              ///< Of the tree of `fieldGeneration`.
-        std::uint32_t fieldGeneration = 0; ///< Of `LevelBspTree`; 0 for none.
-        std::size_t treeSize = 0;          ///< Nodes of that tree.
-        MovingEdgeField movingEdges;       ///< Of `MoverManager::collideableNodes`.
+        CollisionField field;                             ///< Of the tree of `fieldGeneration`.
+        std::uint32_t fieldGeneration = 0;                ///< Of `LevelBspTree`; 0 for none.
+        std::size_t treeSize = 0;                         ///< Nodes of that tree.
+        const std::vector<LevelBspNode>* edges = nullptr; ///< That move. Not owned; null until taken.
+        MovingEdgeField movingEdges;                      ///< Of them.
         /// Candidates of the test that runs, in the order found; they are resolved from the last to the
         /// first. There is always room for every edge of the level, and those that move.
         std::vector<CollisionPoint> collisionPoints;

@@ -6,12 +6,10 @@
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "core/ShareLeft.h"
-#include "game/Camera.h"
 #include "particles/CircleCollision.h"
 #include "particles/FreezeField.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
-#include "particles/ViewRectangle.h"
 
 #include <algorithm>
 #include <cmath>
@@ -120,17 +118,15 @@ void ParticleGroupMover::particleGroupRecursive(Particle& from,
     FreezeField(frozen, particles).gather(from, group);
 }
 
-void ParticleGroupMover::runSimulation(float dt, ParticleList& particles) {
+void ParticleGroupMover::runSimulation(float dt, const View& view, ParticleList& particles) {
     TARNWICK_LOCATION("ParticleGroupMover::runSimulation");
-    Vector2 down{0.0f, 1.0f};
-    rotateVector(down, Camera::angle() * radiansPerDegree);
     const Tick tick{
         .dt = dt,
-        .gravity = down * ParticleManager::gravity(),
+        .gravity = view.down() * ParticleManager::gravity(),
         .warming = 1.0f - shareLeft(1.0f - ParticleManager::heatTransferRate(), dt),
         .placeLeft = shareLeft(state.particleGroupInterpolation, dt),
         .radiusLeft = shareLeft(state.groupExpandSpeed, dt),
-        .view = ViewRectangle::ofCamera(),
+        .view = view.rectangle(),
     };
     for (auto group = groups.begin(); group != groups.end();) {
         if (!stepGroup(*group, tick)) {

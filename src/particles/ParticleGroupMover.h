@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/View.h"
 #include "particles/ParticleGroup.h"
 #include "particles/ParticleList.h"
-#include "particles/ViewRectangle.h"
 
 #include <cstdint>
 #include <list>
@@ -38,7 +38,7 @@ public:
                                        ParticleList& particles);
     /// Moves, warms, melts and removes the groups and merges those that touch. Melted members go to the front
     /// of `particles`, one after the other.
-    static void runSimulation(float dt, ParticleList& particles);
+    static void runSimulation(float dt, const View& view, ParticleList& particles);
     /// Moves the disc along its velocity in steps of three quarters of its radius, with a collision test
     /// after each.
     static void moveGroup(ParticleGroup& group, float dt);

@@ -67,18 +67,16 @@ void ParticleManager::shutdown() {
     CommandRegistry::remove(commands);
 }
 
-void ParticleManager::runSimulation(float dt) {
+void ParticleManager::runSimulation(float dt, const View& view) {
     TARNWICK_LOCATION("ParticleManager::runSimulation");
     ParticleMover::updateSimulationVars(dt);
-    Vector2 down{0.0f, 1.0f};
-    rotateVector(down, Camera::angle() * radiansPerDegree);
     const Tick tick{
         .dt = dt,
-        .gravityStep = down * dt * state.gravity,
+        .gravityStep = view.down() * dt * state.gravity,
         .heatKept = shareLeft(1.0f - state.heatTransferRate, dt),
-        .view = ViewRectangle::ofCamera(),
+        .view = view.rectangle(),
     };
-    ParticleMover::rebuildGrid(particles);
+    ParticleMover::rebuildGrid(particles, view);
     NeighbourField& field = state.field;
     field.load(particles);
     std::size_t index = 0;
@@ -93,7 +91,7 @@ void ParticleManager::runSimulation(float dt) {
     field.unload(particles);
     ParticleMover::runParticleAttractions(dt);
     ParticleGroupMover::doParticleGrouping(particles);
-    ParticleGroupMover::runSimulation(dt, particles);
+    ParticleGroupMover::runSimulation(dt, view, particles);
 }
 
 bool ParticleManager::stepParticle(Particle& particle, std::uint32_t slot, const Tick& tick) {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "core/Vector2.h"
+#include "core/View.h"
 #include "particles/NeighbourField.h"
 #include "particles/ParticleList.h"
-#include "particles/ViewRectangle.h"
 
 #include <cstdint>
 #include <string>
@@ -26,8 +26,9 @@ public:
     static void initialise();
     static void shutdown();
 
-    /// Runs one tick of `dt` seconds, already capped at 1/30.
-    static void runSimulation(float dt);
+    /// Runs one tick of `dt` seconds, already capped at 1/30. Water falls toward the view's down and is lost
+    /// well outside of the view.
+    static void runSimulation(float dt, const View& view);
 
     /// Adds `count` particles at rest, at room temperature, in a disc of `radius` world units about (x, y),
     /// each at the head of the list. Draws `randomFloat` three times for each: its share of the radius, then

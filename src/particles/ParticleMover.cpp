@@ -5,7 +5,6 @@
 #include "core/Log.h"
 #include "core/Random.h"
 #include "core/ShareLeft.h"
-#include "game/Camera.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleManager.h"
 
@@ -28,8 +27,6 @@ constexpr float attractionJitter = 0.1f;    ///< World units: full width of the 
 constexpr float onTheMiddle = 0.0001f;      ///< World units: below this there is no direction to the middle.
 /// 2^32 by the golden ratio: spreads the bits of a float.
 constexpr std::uint32_t keptSpeedHash = 0x9E3779B1u;
-/// World units the grid reaches left of and above the camera; kept lopsided.
-constexpr float gridReach = 512.0f;
 static_assert(interactionDistance == 2.0f * particleRadius);
 static_assert(largestStep < particleRadius); // or a particle could step through a wall
 
@@ -68,12 +65,7 @@ void ParticleMover::addGridParticle(Particle& particle) {
     if (particle.inGrid) {
         return;
     }
-    link(particle, gridOrigin());
-}
-
-Vector2 ParticleMover::gridOrigin() {
-    TARNWICK_LOCATION("ParticleMover::gridOrigin");
-    return Camera::position() + Camera::shakeOffset() - Vector2{gridReach, gridReach};
+    link(particle, state.gridOrigin);
 }
 
 void ParticleMover::link(Particle& particle, const Vector2& origin) {
@@ -119,7 +111,7 @@ void ParticleMover::removeGridParticle(Particle& particle) {
     particle.inGrid = false;
 }
 
-void ParticleMover::rebuildGrid(ParticleList& particles) {
+void ParticleMover::rebuildGrid(ParticleList& particles, const View& view) {
     TARNWICK_LOCATION("ParticleMover::rebuildGrid");
     // Nobody stays where he is: instead of mending the chains one particle at a time, all are dropped first.
     for (Particle& particle : particles) {
@@ -130,7 +122,8 @@ void ParticleMover::rebuildGrid(ParticleList& particles) {
         particle.gridPrev = nullptr;
         particle.inGrid = false;
     }
-    const Vector2 origin = gridOrigin();
+    const Vector2 origin = view.centre() - Vector2{gridReach, gridReach};
+    state.gridOrigin = origin;
     for (Particle& particle : particles) {
         link(particle, origin);
     }

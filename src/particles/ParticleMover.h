@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Vector2.h"
+#include "core/View.h"
 #include "particles/ClusterSweep.h"
 #include "particles/Particle.h"
 #include "particles/ParticleList.h"
@@ -72,7 +73,8 @@ public:
     /// `amount`.
     static void pushOut(Vector2& position, const Vector2& direction, float amount, float dt);
     /// Links every particle anew, in list order, as `removeGridParticle` and `addGridParticle` of each would.
-    static void rebuildGrid(ParticleList& particles);
+    /// The grid lies about the view's middle until the next call.
+    static void rebuildGrid(ParticleList& particles, const View& view);
 
 private:
     friend class ModuleReset;
@@ -86,17 +88,18 @@ private:
         float kept = 1.0f;
     };
     static constexpr std::uint32_t keptSpeedBits = 6;
+    /// World units the grid reaches left of and above the middle of the view; kept lopsided.
+    static constexpr float gridReach = 512.0f;
 
     struct State {
-        float decayBase = 0.5f;       ///< Share left after 1 s.
+        Vector2 gridOrigin{-gridReach, -gridReach}; ///< World units: the corner of cell (0, 0).
+        float decayBase = 0.5f;                     ///< Share left after 1 s.
         float simulationDecay = 0.0f; ///< Share lost in a tick. Kept: computed each tick, read by nothing.
         std::array<KeptSpeed, 1u << keptSpeedBits> keptSpeeds{}; ///< By a hash of the friction.
         ClusterSweep sweep;                                      ///< Filled only within an attraction pass.
     };
     static State state;
 
-    /// World units: the corner of cell (0, 0).
-    static Vector2 gridOrigin();
     static void link(Particle& particle, const Vector2& origin);
 
     /// Share of speed left after `dt` seconds on a surface of `friction`.

@@ -70,9 +70,9 @@ protected:
         GameSfx_Steam::initialise();
     }
     static void update() {
-        GameSfx_Ice::update(dt);
-        GameSfx_Water::update(dt);
-        GameSfx_Steam::update(dt);
+        GameSfx_Ice::update(dt, Game::levelIsHeard());
+        GameSfx_Water::update(dt, Game::levelIsHeard());
+        GameSfx_Steam::update(dt, Game::levelIsHeard());
     }
     static void addParticles(std::size_t count, float temperature, float speed) {
         for (std::size_t i = 0; i < count; ++i) {
@@ -154,7 +154,7 @@ TEST_F(GameSfxSoundsTest, TheLoopOfWaterIsAsLoudAsItsLevel) {
     initialise();
     addParticles(128, 20.0f, 0.0f);
 
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
 
     EXPECT_NEAR(loudest(), toneAt(0.5f), toneAt(0.5f) * tenthOfADecibel);
 }
@@ -163,10 +163,10 @@ TEST_F(GameSfxSoundsTest, TheLoopFollowsItsLevelAndGoesOnWithoutAGap) {
     initialise();
     addParticles(512, 20.0f, 0.0f); // a share of 4: the level of 1 is full
 
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
     const float full = loudest();
     ParticleManager::particles.resize(128);
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
     SoundSystem::renderLoopback(2 * secondOfFrames);
     const float half = loudest();
 
@@ -177,10 +177,10 @@ TEST_F(GameSfxSoundsTest, TheLoopFollowsItsLevelAndGoesOnWithoutAGap) {
 TEST_F(GameSfxSoundsTest, WithoutWaterTheLoopStops) {
     initialise();
     addParticles(128, 20.0f, 0.0f);
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
     ParticleManager::particles.clear();
 
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
 
     EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
     EXPECT_EQ(loudest(), 0.0f);
@@ -190,11 +190,11 @@ TEST_F(GameSfxSoundsTest, ALoopStartsAtAThousandth) {
     GameSfx_Loop loop;
     loop.makeSound("snd\\water.wav");
 
-    loop.follow(0.0009f);
+    loop.follow(0.0009f, Game::levelIsHeard());
     const bool below = plays(loop);
-    loop.follow(0.001f);
+    loop.follow(0.001f, Game::levelIsHeard());
     const bool at = plays(loop);
-    loop.follow(0.0009f);
+    loop.follow(0.0009f, Game::levelIsHeard());
 
     EXPECT_FALSE(below);
     EXPECT_TRUE(at);
@@ -204,7 +204,7 @@ TEST_F(GameSfxSoundsTest, ALoopStartsAtAThousandth) {
 TEST_F(GameSfxSoundsTest, ALoopWithoutASoundIsSilent) {
     GameSfx_Loop loop;
 
-    loop.follow(1.0f);
+    loop.follow(1.0f, Game::levelIsHeard());
 
     EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
 }
@@ -307,12 +307,12 @@ TEST_F(GameSfxSoundsTest, TheFinishDrawsNoRandomNumberAndNothingIsDrawnAfterIt) 
 TEST_F(GameSfxSoundsTest, AFallOfTheSpeedSplashes) {
     initialise();
     addParticles(128, 20.0f, 100.0f);
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
     const std::size_t whileItSpeedsUp = splashesPlaying(3);
     ParticleManager::particles.clear();
     addParticles(128, 20.0f, 40.0f);
 
-    GameSfx_Water::update(dt); // a fall of 60
+    GameSfx_Water::update(dt, Game::levelIsHeard()); // a fall of 60
 
     EXPECT_EQ(whileItSpeedsUp, 0u);
     EXPECT_EQ(splashesPlaying(3), 1u);
@@ -381,7 +381,7 @@ TEST_F(GameSfxSoundsTest, ADisturbanceIsHeardAlsoInAPause) {
 TEST_F(GameSfxSoundsTest, TheSoundsAreMadeOnceAndOutliveARestart) {
     initialise();
     addParticles(128, 20.0f, 0.0f);
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
     Sound* const before = soundOfWater();
 
     initialise();

@@ -3,6 +3,7 @@
 #include "audio/GameSfx_Steam.h"
 #include "audio/GameSfx_Water.h"
 #include "core/Random.h"
+#include "game/Game.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "support/DataFolder.h"
@@ -99,16 +100,16 @@ TEST_F(GameSfxTest, TheSpeedOfIceIsThatOfItsMembers) {
 
 TEST_F(GameSfxTest, WaterAndIceDrawThreeNumbersEachInEveryTickAndSteamNone) {
     const std::uint32_t afterThree = after(3);
-    GameSfx_Ice::update(dt); // no ice, and nothing configured
+    GameSfx_Ice::update(dt, Game::levelIsHeard()); // no ice, and nothing configured
     EXPECT_EQ(getRandomState(), afterThree);
 
     addParticles(128, 20.0f, 100.0f);
     const std::uint32_t afterThreeMore = after(3);
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
     EXPECT_EQ(getRandomState(), afterThreeMore);
 
     addParticles(10, 120.0f, 100.0f);
-    GameSfx_Steam::update(dt);
+    GameSfx_Steam::update(dt, Game::levelIsHeard());
     EXPECT_EQ(getRandomState(), afterThreeMore);
 }
 
@@ -188,10 +189,10 @@ TEST_F(GameSfxTest, TheLevelOfWaterGrowsWithTheRootOfItsShare) {
     configure("waterSound_ambient_volume = 0.7");
     addParticles(512, 20.0f, 0.0f);
 
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
     const float ofFour = water().ambientLevel;
     ParticleManager::particles.clear();
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
 
     EXPECT_EQ(ofFour, 2.0f * 0.7f); // a share of 4
     EXPECT_EQ(water().ambientLevel, 0.0f);
@@ -199,12 +200,12 @@ TEST_F(GameSfxTest, TheLevelOfWaterGrowsWithTheRootOfItsShare) {
 
 TEST_F(GameSfxTest, WaterRemembersItsSpeedFromTickToTick) {
     addParticles(128, 20.0f, 100.0f);
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
     EXPECT_EQ(water().previousAverageSpeed, 100.0f);
 
     ParticleManager::particles.clear();
     addParticles(128, 20.0f, 40.0f);
-    GameSfx_Water::update(dt);
+    GameSfx_Water::update(dt, Game::levelIsHeard());
 
     EXPECT_EQ(water().previousAverageSpeed, 40.0f);
 }
@@ -213,7 +214,7 @@ TEST_F(GameSfxTest, FreezingSwellsAndFades) {
     configure("ice_freezeEffectSpeed = 0.02 ice_freezeVolume = 0.015 ice_freezeVolumeFadeRate = 0.25");
     addGroup(100, 0.0f);
 
-    GameSfx_Ice::update(dt);
+    GameSfx_Ice::update(dt, Game::levelIsHeard());
 
     const float part = (1.0f - pow32(0.02f, dt)) * 100.0f;
     EXPECT_EQ(ice().pendingFreeze, 100.0f - part);
@@ -225,20 +226,20 @@ TEST_F(GameSfxTest, OnlyARiseOfTheWholeCountIsAFreeze) {
     configure("ice_freezeEffectSpeed = 1 ice_freezeVolume = 1 ice_freezeVolumeFadeRate = 1");
     addGroup(30, 0.0f);
     addGroup(20, 0.0f);
-    GameSfx_Ice::update(dt);
+    GameSfx_Ice::update(dt, Game::levelIsHeard());
     EXPECT_EQ(ice().pendingFreeze, 50.0f); // nothing drains at a share of 1
 
     ParticleGroupMover::groups.clear();
     addGroup(50, 0.0f); // the two have merged
-    GameSfx_Ice::update(dt);
+    GameSfx_Ice::update(dt, Game::levelIsHeard());
     EXPECT_EQ(ice().pendingFreeze, 50.0f);
 
     ParticleGroupMover::groups.front().members.resize(10); // and melt
-    GameSfx_Ice::update(dt);
+    GameSfx_Ice::update(dt, Game::levelIsHeard());
     EXPECT_EQ(ice().pendingFreeze, 50.0f);
 
     ParticleGroupMover::groups.front().members.resize(15);
-    GameSfx_Ice::update(dt);
+    GameSfx_Ice::update(dt, Game::levelIsHeard());
     EXPECT_EQ(ice().pendingFreeze, 55.0f);
 }
 
@@ -250,10 +251,10 @@ TEST_F(GameSfxTest, OnlyIceThatTouchesSomethingRubs) {
     const float kept = pow32(0.01f, dt);
     const float target = 200.0f * 0.003f * 1.0f + 100.0f * 0.003f * 0.5f;
 
-    GameSfx_Ice::update(dt);
+    GameSfx_Ice::update(dt, Game::levelIsHeard());
     const float first = (1.0f - kept) * target + kept * 0.0f;
     EXPECT_EQ(ice().frictionLevel, first);
-    GameSfx_Ice::update(dt);
+    GameSfx_Ice::update(dt, Game::levelIsHeard());
 
     EXPECT_EQ(ice().frictionLevel, (1.0f - kept) * target + kept * first);
 }
@@ -261,7 +262,7 @@ TEST_F(GameSfxTest, OnlyIceThatTouchesSomethingRubs) {
 TEST_F(GameSfxTest, EvaporationSwellsAndFades) {
     addParticles(50, 120.0f, 0.0f);
 
-    GameSfx_Steam::update(dt);
+    GameSfx_Steam::update(dt, Game::levelIsHeard());
 
     const float part = (1.0f - pow32(0.001f, dt)) * 50.0f;
     EXPECT_EQ(steam().pendingEvaporation, 50.0f - part);
@@ -272,11 +273,11 @@ TEST_F(GameSfxTest, TheLevelOfSteamFollowsItsCount) {
     addParticles(50, 120.0f, 0.0f);
     const float kept = pow32(0.05f, dt);
 
-    GameSfx_Steam::update(dt);
+    GameSfx_Steam::update(dt, Game::levelIsHeard());
     const float first = (1.0f - kept) * 50.0f * 0.02f + kept * 0.0f;
     EXPECT_EQ(steam().ambientLevel, first);
     ParticleManager::particles.clear();
-    GameSfx_Steam::update(dt);
+    GameSfx_Steam::update(dt, Game::levelIsHeard());
 
     EXPECT_EQ(steam().ambientLevel, (1.0f - kept) * 0.0f * 0.02f + kept * first);
 }
@@ -286,9 +287,9 @@ TEST_F(GameSfxTest, ARestartForgetsWhatWas) {
     addParticles(50, 120.0f, 100.0f);
     addGroup(50, 100.0f).colliding = true;
     configure("ice_freezeVolume = 1 ice_frictionSpeed = 1 waterSound_ambient_volume = 1");
-    GameSfx_Ice::update(dt);
-    GameSfx_Water::update(dt);
-    GameSfx_Steam::update(dt);
+    GameSfx_Ice::update(dt, Game::levelIsHeard());
+    GameSfx_Water::update(dt, Game::levelIsHeard());
+    GameSfx_Steam::update(dt, Game::levelIsHeard());
 
     configure("ice_freezeVolume = 1");
 

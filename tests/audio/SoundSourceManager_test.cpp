@@ -1,6 +1,7 @@
 #include "audio/SoundSourceManager.h"
 
 #include "audio/SoundSystem.h"
+#include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "gui/GameMenus.h"
@@ -155,19 +156,19 @@ TEST_F(SoundSourceManagerTest, LoudnessFallsWithTheDistanceOfTheViewAndEndsAtThe
     add("snd\\wind.wav", 0.0f, true, 1);
     SoundSourceManager::playExcludedSounds({});
 
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_EQ(newest(1).sound.getVolume(), 1.0f);
     EXPECT_EQ(level(), 0.5f);
     viewFrom(-250.0f);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_EQ(newest(1).sound.getVolume(), 0.5f);
     EXPECT_NEAR(level(), 0.5f * std::pow(10.0f, -0.647f), 1e-4f); // -12.94 dB
     viewFrom(500.0f);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_FALSE(newest(1).sound.isPlaying());
     EXPECT_FALSE(newest(1).stopped);
     viewFrom(499.0f);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_TRUE(newest(1).sound.isLooping());
 }
 
@@ -176,7 +177,7 @@ TEST_F(SoundSourceManagerTest, TheViewIsTheCameraWithItsShake) {
     SoundSourceManager::playExcludedSounds({});
     SceneAccess::placeCamera({60.0f, 30.0f}, {40.0f, -30.0f}, 0.0f, 1.0f);
 
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
 
     EXPECT_EQ(newest(1).sound.getVolume(), 1.0f);
 }
@@ -185,10 +186,10 @@ TEST_F(SoundSourceManagerTest, ASourceWithoutReachIsNoHarm) {
     SoundSourceManager::addSoundSource(SoundSource(Sound("snd\\wind.wav"), 0.0f, 0.0f, true, 1, 0.0f));
     SoundSourceManager::playExcludedSounds({});
 
-    SoundSourceManager::updateAllSounds(); // 0 over 0
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard()); // 0 over 0
     EXPECT_EQ(newest(1).sound.getVolume(), 0.0f);
     viewFrom(1.0f);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_FALSE(newest(1).sound.isPlaying());
 }
 
@@ -198,17 +199,17 @@ TEST_F(SoundSourceManagerTest, APauseSilencesLoopingSourcesAndTheyComeBackInStep
     GLWindow::createHeadless(800, 600);
     data.write("maps/empty.rivl", LevelFileBuilder::write({}));
     SoundSourceManager::playExcludedSounds({});
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     heard(1'000);
     GLConsole::runLine("Pause true"); // there is no game yet, and so no such command
     EXPECT_TRUE(newest(1).sound.isPlaying());
 
     Game::keyboardPressed(0x13);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
     EXPECT_EQ(heard(500), std::vector<float>(500));
     Game::keyboardPressed(0x13);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
 
     EXPECT_TRUE(newest(1).sound.isPlaying());
     Sound probe("snd\\wave.wav");
@@ -229,16 +230,16 @@ TEST_F(SoundSourceManagerTest, AMenuSilencesLoopingSourcesUntilItGoes) {
     GLWindow::createHeadless(800, 600);
     GameMenus::initialise();
     SoundSourceManager::playExcludedSounds({});
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     heard(1'000);
 
     GameMenus::setCurrentMenu(menu::inGame);
     EXPECT_TRUE(newest(1).sound.isPlaying()); // until the next update
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_FALSE(newest(1).sound.isPlaying());
     heard(500);
     GameMenus::setCurrentMenu(menu::none);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
 
     EXPECT_TRUE(newest(1).sound.isLooping());
     heard(rampFrames);
@@ -250,12 +251,12 @@ TEST_F(SoundSourceManagerTest, ASourceThatComesInRangeLaterStartsWhereTheOtherIs
     add("snd\\wave.wav", 0.0f, true, 1);
     add("snd\\wave.wav", 900.0f, true, 2);
     SoundSourceManager::playExcludedSounds({});
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     heard(1'234);
     EXPECT_FALSE(newest(2).sound.isPlaying());
     viewFrom(450.0f);
 
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     newest(1).sound.setVolume(1.0f);
     newest(2).sound.setVolume(1.0f);
     heard(rampFrames);
@@ -299,10 +300,10 @@ TEST_F(SoundSourceManagerTest, NamesOfAnotherCaseAreAnotherSound) {
 TEST_F(SoundSourceManagerTest, OnceSourcesPlayAtFullVolumeWhereverTheViewIs) {
     add("snd\\drip.wav", 9'000.0f, false, 1);
 
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_FALSE(newest(1).sound.isPlaying());
     SoundSourceManager::playSounds(1);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
 
     EXPECT_EQ(heard(500).back(), 0.25f);
     EXPECT_FALSE(newest(1).sound.isLooping());
@@ -318,11 +319,11 @@ TEST_F(SoundSourceManagerTest, StoppingAnIdStopsBothKindsUntilTheyArePlayed) {
     EXPECT_EQ(SoundSystem::voicesInUse(), 2u);
 
     SoundSourceManager::stopSounds(1);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
     EXPECT_TRUE(newest(1).stopped);
     SoundSourceManager::playSounds(1);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
 
     EXPECT_EQ(SoundSystem::voicesInUse(), 2u);
 }
@@ -336,7 +337,7 @@ TEST_F(SoundSourceManagerTest, PausingAllStopsBothKindsAndTheUpdateBringsBackThe
     SoundSourceManager::pauseAllSounds();
     EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
     EXPECT_FALSE(newest(1).stopped);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
 
     EXPECT_FALSE(newest(1).sound.isPlaying());
     EXPECT_TRUE(newest(2).sound.isLooping());
@@ -395,20 +396,20 @@ TEST_F(SoundSourceManagerTest, AtLevelStartALoopPlaysUnlessATriggerIsThereToStar
     EXPECT_FALSE(newest(2).sound.isPlaying());
     EXPECT_TRUE(newest(2).stopped);
     EXPECT_FALSE(newest(3).sound.isPlaying());
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_FALSE(newest(2).sound.isPlaying());
 
     Trigger trigger = TriggerManager::triggers.front();
     trigFuncSoundPlay(&trigger, nullptr, 0, 0.0f);
     EXPECT_TRUE(newest(2).sound.isLooping());
     viewFrom(1'000.0f);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_FALSE(newest(2).sound.isPlaying());
     viewFrom(0.0f);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_TRUE(newest(2).sound.isLooping());
     trigFuncSoundStop(&trigger, nullptr, 0, 0.0f);
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_FALSE(newest(2).sound.isPlaying());
 }
 
@@ -482,7 +483,7 @@ TEST_F(SoundSourceManagerTest, InertSourcesGoThroughAllTheMotions) {
     add("snd\\wind.wav", 0.0f, true, 2);
 
     SoundSourceManager::playExcludedSounds({2});
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     SoundSourceManager::playSounds(2);
     SoundSourceManager::pauseAllSounds();
     SoundSourceManager::resumeAllSounds();
@@ -499,11 +500,12 @@ TEST_F(SoundSourceManagerTest, MoreLoopsThanVoicesLeaveTheOldestHeard) {
     }
     SoundSourceManager::playExcludedSounds({});
 
-    SoundSourceManager::updateAllSounds();
+    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_EQ(SoundSystem::voicesInUse(), SoundSystem::largestVoiceCount);
     EXPECT_FALSE(newest(299).sound.isPlaying());
     SoundSourceManager::stopSounds(0);
-    SoundSourceManager::updateAllSounds(); // the first that waits takes the voice
+    SoundSourceManager::updateAllSounds(Camera::view(),
+                                        Game::levelIsHeard()); // the first that waits takes the voice
 
     EXPECT_EQ(SoundSystem::voicesInUse(), SoundSystem::largestVoiceCount);
     EXPECT_TRUE(newest(256).sound.isPlaying());

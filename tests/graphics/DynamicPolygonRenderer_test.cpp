@@ -23,7 +23,7 @@ protected:
     }
     static void draw() {
         beginPicture();
-        DynamicPolygonRenderer::prepareDraw();
+        DynamicPolygonRenderer::prepareDraw(Camera::view());
         for (std::uint32_t layer = 0; layer < layerCount; ++layer) {
             DynamicPolygonRenderer::drawLayer(layer);
         }
@@ -108,7 +108,7 @@ TEST_F(DynamicPolygonRendererTest, APolygonThatOnlyTouchesTheSquareIsDrawn) {
     addSquare(0.0f, -528.0f, 8.0f, "red").moveable = true;
     DynamicPolygonRenderer::initialise();
 
-    DynamicPolygonRenderer::prepareDraw();
+    DynamicPolygonRenderer::prepareDraw(Camera::view());
 
     EXPECT_TRUE(queued());
 }
@@ -118,7 +118,7 @@ TEST_F(DynamicPolygonRendererTest, APolygonOutsideTheSquareIsLeftOut) {
     addSquare(0.0f, -528.5f, 8.0f, "red").moveable = true;
     DynamicPolygonRenderer::initialise();
 
-    DynamicPolygonRenderer::prepareDraw();
+    DynamicPolygonRenderer::prepareDraw(Camera::view());
 
     EXPECT_FALSE(queued());
 }
@@ -128,14 +128,14 @@ TEST_F(DynamicPolygonRendererTest, TheSquareFollowsTheCameraAndTheOffsetThePolyg
     polygon.moveable = true;
     DynamicPolygonRenderer::initialise();
 
-    DynamicPolygonRenderer::prepareDraw();
+    DynamicPolygonRenderer::prepareDraw(Camera::view());
     const bool seenFromTheOrigin = queued();
     Camera::setPosition(2000.0f, 0.0f);
-    DynamicPolygonRenderer::prepareDraw();
+    DynamicPolygonRenderer::prepareDraw(Camera::view());
     const bool seenFromNearby = queued();
     draw();
     polygon.offsetX = -2000.0f;
-    DynamicPolygonRenderer::prepareDraw();
+    DynamicPolygonRenderer::prepareDraw(Camera::view());
 
     EXPECT_FALSE(seenFromTheOrigin);
     EXPECT_TRUE(seenFromNearby);

@@ -1,6 +1,7 @@
 #include "graphics/LevelGeometryRenderer.h"
 
 #include "console/GLConsole.h"
+#include "game/Camera.h"
 #include "graphics/DynamicPolygonRenderer.h"
 #include "graphics/GLWindow.h"
 #include "support/LevelDrawingTest.h"
@@ -89,7 +90,7 @@ TEST_F(LevelGeometryRendererTest, APolygonWithoutAPictureOfItsOwnIsInNeitherRend
     LevelGeometryRenderer::initialise();
     DynamicPolygonRenderer::initialise();
     drawAllLayers();
-    DynamicPolygonRenderer::prepareDraw();
+    DynamicPolygonRenderer::prepareDraw(Camera::view());
     DynamicPolygonRenderer::drawLayer(0);
 
     EXPECT_EQ(litPixels(), 0);
@@ -137,7 +138,7 @@ TEST_F(LevelGeometryRendererTest, TheCommandHidesWhatIsFixedAndLeavesTheRest) {
     GLConsole::runLine("DrawLevelGeometry false");
     drawAllLayers();
     beginPicture();
-    DynamicPolygonRenderer::prepareDraw();
+    DynamicPolygonRenderer::prepareDraw(Camera::view());
     DynamicPolygonRenderer::drawLayer(0);
     LevelGeometryRenderer::drawLayer0();
 

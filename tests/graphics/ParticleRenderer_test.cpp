@@ -1,6 +1,7 @@
 #include "graphics/ParticleRenderer.h"
 
 #include "console/GLConsole.h"
+#include "game/Camera.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "support/DrawingTest.h"
@@ -326,7 +327,7 @@ TEST_F(ParticleRendererTest, AfterAGroupMeltedTheFourQuadsCoincide) {
     group.centre = {20.0f, 20.0f};
     group.temperature = 5.0f;
     group.members.push_back(particleAt(20.0f, 20.0f));
-    ParticleGroupMover::runSimulation(0.0f, ParticleManager::particles);
+    ParticleGroupMover::runSimulation(0.0f, Camera::view(), ParticleManager::particles);
     ASSERT_EQ(ParticleManager::particles.size(), 1u);
     const Vector2 place = ParticleManager::particles.front().position;
 

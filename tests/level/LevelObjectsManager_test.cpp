@@ -56,7 +56,7 @@ protected:
     }
     static void draw() {
         beginPicture();
-        LevelObjectsManager::prepareDraw();
+        LevelObjectsManager::prepareDraw(Camera::view());
         drawLayers();
     }
     static void showTexels(const GLTexture& picture) {
@@ -179,7 +179,7 @@ TEST_F(LevelObjectsManagerTest, ObjectsOfOneTextureOnDifferentLayersAreDrawnWith
     add(40.0f, 20.0f, "red", 3);
     beginPicture();
 
-    LevelObjectsManager::prepareDraw();
+    LevelObjectsManager::prepareDraw(Camera::view());
     LevelObjectsManager::drawLayer(1);
     const FramePicture::Pixel nearLater = pixel(40, 20);
     const std::size_t waiting = queued(3);
@@ -219,7 +219,7 @@ TEST_F(LevelObjectsManagerTest, AnObjectWithoutAPictureIsPassedOver) {
     LevelObjectsManager::addObject(LevelObject());
 
     beginPicture();
-    LevelObjectsManager::prepareDraw();
+    LevelObjectsManager::prepareDraw(Camera::view());
     const std::size_t waiting = queued(0);
     drawLayers();
 
@@ -235,7 +235,7 @@ TEST_F(LevelObjectsManagerTest, AnObjectThatOnlyTouchesTheSquareIsDrawn) {
     add(0.0f, 522.0f, "red");
     add(0.0f, -522.0f, "red");
 
-    LevelObjectsManager::prepareDraw();
+    LevelObjectsManager::prepareDraw(Camera::view());
 
     EXPECT_EQ(queued(), 4u);
 }
@@ -246,7 +246,7 @@ TEST_F(LevelObjectsManagerTest, AnObjectOutsideTheSquareIsLeftOut) {
     add(0.0f, 522.5f, "red");
     add(0.0f, -522.5f, "red");
 
-    LevelObjectsManager::prepareDraw();
+    LevelObjectsManager::prepareDraw(Camera::view());
 
     EXPECT_EQ(queued(), 0u);
 }
@@ -254,14 +254,14 @@ TEST_F(LevelObjectsManagerTest, AnObjectOutsideTheSquareIsLeftOut) {
 TEST_F(LevelObjectsManagerTest, TheSquareFollowsTheCameraAndTheOffsetTheObject) {
     LevelObject& one = add(2000.0f, 0.0f, "red");
 
-    LevelObjectsManager::prepareDraw();
+    LevelObjectsManager::prepareDraw(Camera::view());
     const std::size_t seenFromTheOrigin = queued();
     Camera::setPosition(2000.0f, 0.0f);
-    LevelObjectsManager::prepareDraw();
+    LevelObjectsManager::prepareDraw(Camera::view());
     const std::size_t seenFromNearby = queued();
     draw();
     one.offsetX = -2000.0f;
-    LevelObjectsManager::prepareDraw();
+    LevelObjectsManager::prepareDraw(Camera::view());
 
     EXPECT_EQ(seenFromTheOrigin, 0u);
     EXPECT_EQ(seenFromNearby, 1u);
@@ -281,7 +281,7 @@ TEST_F(UprightWindowTest, TheWidthOfTheViewAloneTellsWhatIsDrawn) {
     add(0.0f, 522.0f, "red");
     add(0.0f, 522.5f, "red");
 
-    LevelObjectsManager::prepareDraw();
+    LevelObjectsManager::prepareDraw(Camera::view());
 
     EXPECT_EQ(queued(), 1u);
 }
@@ -291,7 +291,7 @@ TEST_F(LevelObjectsManagerTest, ADisabledObjectIsNotDrawnUnlessCullingIsOff) {
     add(20.0f, 20.0f, "red").enabled = false;
     add(5000.0f, 20.0f, "red");
 
-    LevelObjectsManager::prepareDraw();
+    LevelObjectsManager::prepareDraw(Camera::view());
     const std::size_t culled = queued();
     answerTo("ObjectsCull false");
     draw();
@@ -457,7 +457,7 @@ TEST_F(LevelObjectsManagerTest, ShutdownDropsObjectsQueuesAndCommandsAndKeepsThe
     LevelObjectsManager::initialise();
     add(20.0f, 20.0f, "red");
     addBlinker(20.0f, 20.0f);
-    LevelObjectsManager::prepareDraw();
+    LevelObjectsManager::prepareDraw(Camera::view());
 
     LevelObjectsManager::shutdown();
     LevelObject& blinker = addBlinker(20.0f, 20.0f);

@@ -2,6 +2,7 @@
 
 #include "console/GLConsole.h"
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "graphics/GLWindow.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
@@ -126,7 +127,7 @@ TEST_F(ForceManagerTest, AForceThatNoTriggerTargetsHasNoEffect) {
         ParticleMover::clearParticleGrid();
         ParticleManager::createParticles(0.0f, 0.0f, 10.0f, 16);
         seedRandom(3);
-        ParticleManager::runSimulation(0.01f);
+        ParticleManager::runSimulation(0.01f, Camera::view());
         return ParticleManager::particles.back();
     };
     seedRandom(1);

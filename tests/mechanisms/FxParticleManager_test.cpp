@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "core/Geometry.h"
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "graphics/GLWindow.h"
 #include "support/ConsoleAnswer.h"
 #include "support/DataFolder.h"
@@ -44,7 +45,7 @@ protected:
     static bool runsAt(Vector2 position) {
         FxParticleManager::initalise();
         addEmitter(position);
-        FxParticleManager::run(0.01f);
+        FxParticleManager::run(0.01f, Camera::view());
         return !FxParticleManager::particles.empty();
     }
 
@@ -67,7 +68,7 @@ TEST_F(FxParticleManagerTest, StartAndEndAreTold) {
 TEST_F(FxParticleManagerTest, AnewStartEmptiesEverything) {
     FxParticleManager::initalise();
     addEmitter({});
-    FxParticleManager::run(0.01f);
+    FxParticleManager::run(0.01f, Camera::view());
     GLConsole::runLine("FxEmitterDraw true");
 
     FxParticleManager::initalise();
@@ -156,7 +157,7 @@ TEST_F(FxParticleManagerTest, OffTheViewNoTimeIsGathered) {
     FxParticleManager::initalise();
     const FxParticleEmitter& emitter = addEmitter({500.0f, 0.0f});
 
-    FxParticleManager::run(0.005f);
+    FxParticleManager::run(0.005f, Camera::view());
 
     EXPECT_EQ(emitter.timer, 0.0f);
 }
@@ -165,7 +166,7 @@ TEST_F(FxParticleManagerTest, NewParticlesFlyInTheTickThatMakesThem) {
     FxParticleManager::initalise();
     addEmitter({10.0f, 20.0f});
 
-    FxParticleManager::run(0.01f);
+    FxParticleManager::run(0.01f, Camera::view());
 
     ASSERT_EQ(FxParticleManager::particles.size(), 1u);
     EXPECT_EQ(FxParticleManager::particles.front().timeLeft, 1.0f - 0.01f);
@@ -175,8 +176,8 @@ TEST_F(FxParticleManagerTest, AParticleWithoutGravityFliesStraight) {
     FxParticle& particle = addParticle();
     particle.velocity = {64.0f, -32.0f};
 
-    FxParticleManager::run(0.03125f);
-    FxParticleManager::run(0.03125f);
+    FxParticleManager::run(0.03125f, Camera::view());
+    FxParticleManager::run(0.03125f, Camera::view());
 
     EXPECT_EQ(particle.position, (Vector2{4.0f, -2.0f}));
     EXPECT_EQ(particle.velocity, (Vector2{64.0f, -32.0f}));
@@ -186,7 +187,7 @@ TEST_F(FxParticleManagerTest, ItMovesFirstAndThenFalls) {
     FxParticle& particle = addParticle();
     particle.gravity = 2.0f;
 
-    FxParticleManager::run(0.02f);
+    FxParticleManager::run(0.02f, Camera::view());
 
     EXPECT_EQ(particle.position, (Vector2{0.0f, 0.0f}));
     // The tick's length enters twice.
@@ -197,7 +198,7 @@ TEST_F(FxParticleManagerTest, NegativeGravityRises) {
     FxParticle& particle = addParticle();
     particle.gravity = -1.0f;
 
-    FxParticleManager::run(0.02f);
+    FxParticleManager::run(0.02f, Camera::view());
 
     EXPECT_LT(particle.velocity.y, 0.0f);
 }
@@ -209,7 +210,7 @@ TEST_F(FxParticleManagerTest, TheCameraTurnsTheFallOfParticlesInFlight) {
     rotateVector(down, 90.0f * 0.017453292f);
     SceneAccess::placeCamera({}, {}, 90.0f, 1.0f);
 
-    FxParticleManager::run(0.02f);
+    FxParticleManager::run(0.02f, Camera::view());
 
     EXPECT_EQ(particle.velocity, down * 700.0f * 0.02f * 1.0f * 0.02f);
     EXPECT_LT(particle.velocity.x, 0.0f);
@@ -220,8 +221,8 @@ TEST_F(FxParticleManagerTest, AParticleEndsWhenNoTimeIsLeft) {
     const FxParticle& longest = addParticle(0.5f);
     addParticle(0.02f);
 
-    FxParticleManager::run(0.02f); // none left exactly ends it too
-    FxParticleManager::run(0.02f);
+    FxParticleManager::run(0.02f, Camera::view()); // none left exactly ends it too
+    FxParticleManager::run(0.02f, Camera::view());
 
     ASSERT_EQ(FxParticleManager::particles.size(), 1u);
     EXPECT_EQ(&FxParticleManager::particles.front(), &longest);
@@ -232,7 +233,7 @@ TEST_F(FxParticleManagerTest, ParticlesOffTheViewFlyOn) {
     particle.position = {90'000.0f, 0.0f};
     particle.velocity = {128.0f, 0.0f};
 
-    FxParticleManager::run(0.03125f);
+    FxParticleManager::run(0.03125f, Camera::view());
 
     EXPECT_EQ(particle.position.x, 90'004.0f);
 }
@@ -241,7 +242,7 @@ TEST_F(FxParticleManagerTest, ParticlesDrawNoRandomNumbersInFlight) {
     addParticle();
     seedRandom(17);
 
-    FxParticleManager::run(0.02f);
+    FxParticleManager::run(0.02f, Camera::view());
 
     EXPECT_EQ(getRandomState(), 17u);
 }

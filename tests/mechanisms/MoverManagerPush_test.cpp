@@ -1,3 +1,4 @@
+#include "game/Camera.h"
 #include "mechanisms/MoverTest.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleGroupMover.h"
@@ -24,7 +25,7 @@ protected:
         for (Mover& mover : MoverManager::movers) {
             mover.position += distance;
         }
-        MoverManager::runMovers(seconds);
+        MoverManager::runMovers(seconds, Camera::view());
     }
     /// Behind those that are there.
     static Particle& addParticle(float x, float y) {
@@ -235,7 +236,7 @@ TEST_F(MoverPushTest, InATickOfNoTimeThePushDividesByIt) {
     mover.state = MoverToEnd;
     const Particle& particle = addParticle(41.0f, 20.0f);
 
-    MoverManager::runMovers(0.0f);
+    MoverManager::runMovers(0.0f, Camera::view());
 
     EXPECT_EQ(mover.position, 2e6f * 1e-7f);
     EXPECT_EQ(particle.position.x, 41.0f + 0.2f);
@@ -392,9 +393,9 @@ TEST_F(MoverPushTest, AMoverWhoseSpeedIsNoNumberShovesNothing) {
     MoverManager::movers.front().state = MoverLoopToEnd;
     const Particle& particle = addParticle(41.0f, 20.0f);
 
-    MoverManager::updateCollideableNodes();
-    MoverManager::runMovers(dt);
-    MoverManager::updateCollideableNodes();
+    MoverManager::updateCollideableNodes(Camera::view());
+    MoverManager::runMovers(dt, Camera::view());
+    MoverManager::updateCollideableNodes(Camera::view());
     Vector2 centre{41.0f, 20.0f};
     CircleCollision::collisionTest(centre, 2.0f);
 

@@ -1,6 +1,7 @@
 #include "mechanisms/MoverManager.h"
 
 #include "console/GLConsole.h"
+#include "game/Camera.h"
 #include "level/Level.h"
 #include "mechanisms/MoverTest.h"
 #include "particles/CircleCollision.h"
@@ -84,7 +85,7 @@ TEST_F(MoverManagerTest, AMoverCarriesEverythingOfItsIdAndNothingElse) {
     otherPicture.offsetY = 77.0f;
     addMover(3, {30.0f, -40.0f}, 25.0f);
 
-    MoverManager::runMovers(0.01f);
+    MoverManager::runMovers(0.01f, Camera::view());
 
     const Vector2 displacement = Vector2{30.0f / 50.0f, -40.0f / 50.0f} * 25.0f;
     EXPECT_EQ(offsetOf(own), displacement);
@@ -101,7 +102,7 @@ TEST_F(MoverManagerTest, NoIdIsSpecial) {
     addMover(0, {10.0f, 0.0f}, 1.0f);
     addMover(-1, {10.0f, 0.0f}, 2.0f);
 
-    MoverManager::runMovers(0.01f);
+    MoverManager::runMovers(0.01f, Camera::view());
 
     EXPECT_EQ(zero.offsetX, 1.0f);
     EXPECT_EQ(negative.offsetX, 2.0f);
@@ -116,7 +117,7 @@ TEST_F(MoverManagerTest, TheDisplacementsOfTwoMoversOfOneIdAddUp) {
     addMover(3, {0.0f, 10.0f}, 4.0f);
     addMover(3, {10.0f, 0.0f}, 0.7f);
 
-    MoverManager::runMovers(0.01f);
+    MoverManager::runMovers(0.01f, Camera::view());
 
     EXPECT_EQ(offsetOf(polygon), (Vector2{0.1f + 0.7f, 4.0f}));
     EXPECT_EQ(object.offsetX, 0.1f + 0.7f);
@@ -129,7 +130,7 @@ TEST_F(MoverManagerTest, ATickRunsTheMoversBeforeItMovesWhatTheyCarry) {
     mover.speed = 4.0f;
     mover.state = MoverToEnd;
 
-    MoverManager::runMovers(0.5f);
+    MoverManager::runMovers(0.5f, Camera::view());
 
     EXPECT_EQ(polygon.offsetX, 2.0f);
     EXPECT_EQ(polygon.previousOffsetX, 2.0f);
@@ -141,7 +142,7 @@ TEST_F(MoverManagerTest, AMoverWithoutLengthDisplacesNothing) {
     mover.speed = 4.0f;
     mover.state = MoverToEnd;
 
-    MoverManager::runMovers(0.5f);
+    MoverManager::runMovers(0.5f, Camera::view());
 
     EXPECT_EQ(offsetOf(polygon), Vector2{});
     EXPECT_EQ(mover.state, MoverIdle);
@@ -152,7 +153,7 @@ TEST_F(MoverManagerTest, AMoverWhoseIdMatchesNothingRunsAllTheSame) {
     mover.speed = 4.0f;
     mover.state = MoverToEnd;
 
-    MoverManager::runMovers(0.5f);
+    MoverManager::runMovers(0.5f, Camera::view());
 
     EXPECT_EQ(mover.position, 2.0f);
 }
@@ -208,10 +209,10 @@ TEST_F(MoverManagerTest, EdgesStandWhereTheirPolygonStoodAsTheTickBegan) {
     Mover& mover = addMover(3, {10.0f, 0.0f});
     mover.speed = 4.0f;
     mover.state = MoverToEnd;
-    MoverManager::runMovers(0.5f);
+    MoverManager::runMovers(0.5f, Camera::view());
 
     nodesNow();
-    MoverManager::runMovers(0.5f);
+    MoverManager::runMovers(0.5f, Camera::view());
 
     EXPECT_EQ(square.offsetX, 4.0f);
     EXPECT_EQ(MoverManager::collideableNodes.front().start.x + MoverManager::collideableNodes.front().end.x,
@@ -224,7 +225,7 @@ TEST_F(MoverManagerTest, PolygonsUnfitForCollisionAreCarriedAndHaveNoEdges) {
     Polygon2D& empty = addPolygon(3, {});
     addMover(3, {10.0f, 0.0f}, 6.0f);
 
-    MoverManager::runMovers(0.01f);
+    MoverManager::runMovers(0.01f, Camera::view());
 
     EXPECT_EQ(line.offsetX, 6.0f);
     EXPECT_EQ(bow.offsetX, 6.0f);
@@ -238,7 +239,7 @@ TEST_F(MoverManagerTest, APolygonThatIsNotSolidWhenItsMoverComesNeverHasEdges) {
     addMover(3, {10.0f, 0.0f}, 6.0f);
     polygon.collideable = true;
 
-    MoverManager::runMovers(0.01f);
+    MoverManager::runMovers(0.01f, Camera::view());
 
     EXPECT_EQ(polygon.offsetX, 6.0f);
     EXPECT_EQ(nodesNow(), 0u);
@@ -249,7 +250,7 @@ TEST_F(MoverManagerTest, ASwitchedOffPolygonMovesWithoutEdgesAndDoesNotLeapWhenI
     addMover(3, {10.0f, 0.0f}, 6.0f);
     Level::setPolygonCollideable(polygon, false);
 
-    MoverManager::runMovers(0.01f);
+    MoverManager::runMovers(0.01f, Camera::view());
 
     EXPECT_EQ(polygon.offsetX, 6.0f);
     EXPECT_EQ(polygon.previousOffsetX, 6.0f);

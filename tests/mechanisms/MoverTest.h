@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/GLConsole.h"
+#include "game/Camera.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "level/LevelObjectsManager.h"
@@ -52,7 +53,7 @@ protected:
     }
     static Vector2 offsetOf(const Polygon2D& polygon) { return {polygon.offsetX, polygon.offsetY}; }
     static std::size_t nodesNow() {
-        MoverManager::updateCollideableNodes();
+        MoverManager::updateCollideableNodes(Camera::view());
         return MoverManager::collideableNodes.size();
     }
 };

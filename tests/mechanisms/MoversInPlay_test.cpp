@@ -183,7 +183,7 @@ TEST_F(MoversInPictureTest, APolygonIsDrawnWhereItsMoverHasItAndTheTracksOverEve
     level.movers = {{5, 100.0f, {150, 50}, {350, 50}}};
     play();
     MoverManager::movers.front().position = 100.0f;
-    MoverManager::runMovers(0.01f);
+    MoverManager::runMovers(0.01f, Camera::view());
     GLConsole::runLine("MoverDraw true");
 
     Game::drawPicture();

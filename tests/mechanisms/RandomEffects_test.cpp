@@ -2,6 +2,7 @@
 // for bit.
 
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "mechanisms/FxParticleManager.h"
@@ -210,7 +211,7 @@ protected:
                 SceneAccess::placeCamera({}, {}, 0.0f, 1.0f);
             }
             meddle(dice);
-            FxParticleManager::run(dt);
+            FxParticleManager::run(dt, Camera::view());
             plain.tick(dt);
             ASSERT_EQ(difference(), "") << "seed " << seed << ", tick " << tick;
         }

@@ -1,6 +1,7 @@
 // Water and ice that moving polygons shove, beside the plain reading, on seeded random scenes: every field
 // equal, bit for bit.
 
+#include "game/Camera.h"
 #include "level/Level.h"
 #include "mechanisms/MoverManager.h"
 #include "particles/ParticleManager.h"
@@ -95,8 +96,8 @@ protected:
     }
 
     void runTick(float dt) override {
-        MoverManager::updateCollideableNodes();
-        MoverManager::runMovers(dt);
+        MoverManager::updateCollideableNodes(Camera::view());
+        MoverManager::runMovers(dt, Camera::view());
         movers.tick(plain, dt);
         RandomSceneTest::runTick(dt);
     }

@@ -2,6 +2,7 @@
 // seeded random scenes: every field equal, bit for bit.
 
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "level/Level.h"
 #include "level/LevelObjectsManager.h"
 #include "mechanisms/ForceManager.h"
@@ -210,9 +211,9 @@ protected:
     }
 
     void runTick(float dt) override {
-        MoverManager::updateCollideableNodes();
-        MoverManager::runMovers(dt);
-        FxParticleManager::run(dt);
+        MoverManager::updateCollideableNodes(Camera::view());
+        MoverManager::runMovers(dt, Camera::view());
+        FxParticleManager::run(dt, Camera::view());
         movers.tick(plain, dt);
         effects.view = plain.view;
         effects.gravity = plain.settings.gravity;
@@ -220,7 +221,7 @@ protected:
         effects.tick(dt);
         plain.randomState = effects.randomState;
         RandomSceneTest::runTick(dt);
-        TriggerManager::runTriggers(dt);
+        TriggerManager::runTriggers(dt, Camera::view());
         triggers.tick({plain, movers, effects}, dt);
         for (const PlainTriggers::Trigger& trigger : triggers.triggers) {
             fires[trigger.type] = std::max(fires[trigger.type], trigger.fireCount);

@@ -1,4 +1,5 @@
 #include "console/GLConsole.h"
+#include "game/Camera.h"
 #include "game/Game.h"
 #include "mechanisms/TriggerManager.h"
 #include "support/DrawingTest.h"
@@ -26,7 +27,7 @@ protected:
     }
     static void draw() {
         beginPicture();
-        TriggerManager::debugDraw();
+        TriggerManager::debugDraw(Camera::view());
     }
 
     static constexpr FramePicture::Pixel grey{128, 128, 128};
@@ -85,7 +86,7 @@ TEST_F(TriggerManagerDrawingTest, TheGLIsLeftAsItWas) {
     glEnable(GL_BLEND);
     glBlendFunc(GL_ONE, GL_ONE);
 
-    TriggerManager::debugDraw();
+    TriggerManager::debugDraw(Camera::view());
 
     GLint destination = 0;
     GLfloat colour[4] = {};

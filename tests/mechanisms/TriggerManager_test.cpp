@@ -2,6 +2,7 @@
 
 #include "console/GLConsole.h"
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "level/LevelObjectsManager.h"
@@ -130,7 +131,7 @@ TEST_F(TriggerManagerTest, ARegionOfOnePointHoldsEveryPointWhileItIsNear) {
     add(killType, 0, 0.0f, point, point, point, point);
     const Particle& far = addWater(-300.0f, 200.0f);
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_TRUE(far.dying);
 }
@@ -140,7 +141,7 @@ TEST_F(TriggerManagerTest, ARegionWithoutWidthIsAllOfItsLine) {
     const Particle& above = addWater(8.0f, -200.0f);
     const Particle& beside = addWater(8.5f, 5.0f);
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_TRUE(above.dying);
     EXPECT_FALSE(beside.dying);
@@ -160,7 +161,7 @@ TEST_F(TriggerManagerTest, ARegionOfNoNumbersIsNeverNear) {
                                  {std::nanf(""), std::nanf("")});
     addWater(0.0f, 0.0f);
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_LE(trigger.fireCount, 1u); // whatever such a box meets, the walk goes through
 }
@@ -189,8 +190,8 @@ TEST_F(TriggerManagerTest, AnUnknownTypeFiresCountsAndDoesNothing) {
     const Force& force = addForce(3);
     const Particle water = addWater(5.0f, 5.0f);
 
-    TriggerManager::runTriggers(dt);
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(trigger.typeId, 4711u);
     EXPECT_STREQ(trigger.type->name, "Null_a");
@@ -294,7 +295,7 @@ TEST_F(TriggerManagerTest, WhatComesLaterIsNoTarget) {
     GLConsole::runLine("ForceCreate 3 0 0 1 0 5");
     addWater(5.0f, 5.0f);
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_TRUE(trigger.targets.empty());
 }
@@ -308,8 +309,8 @@ TEST_F(TriggerManagerTest, ATriggerWithoutLimitFiresForEveryBodyInEveryTick) {
     addWater(20.0f, 2.0f);
     addIce(5.0f, 5.0f);
 
-    TriggerManager::runTriggers(dt);
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(trigger.fireCount, 6u);
 }
@@ -319,10 +320,10 @@ TEST_F(TriggerManagerTest, AOneShotFiresOnTheFirstBodyAlone) {
     const Trigger& trigger = add(stopForceType, 3, 0.0f);
     addWater(1.0f, 1.0f);
     addWater(2.0f, 2.0f);
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
     force.enabled = true;
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(trigger.fireCount, 1u);
     EXPECT_TRUE(force.enabled); // it was not called again
@@ -333,7 +334,7 @@ TEST_F(TriggerManagerTest, AnIceGroupIsTestedByItsCentreAndNotByItsMembers) {
     addIce(-50.0f, -50.0f).members.front().position = {5.0f, 5.0f};
     addIce(5.0f, 5.0f).members.front().position = {-50.0f, -50.0f};
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(trigger.fireCount, 1u);
 }
@@ -345,7 +346,7 @@ TEST_F(TriggerManagerTest, TriggersAreAskedInTheOrderOfTheirCreation) {
     add(201, 2, 0.0f);
     const Particle& water = addWater(5.0f, 5.0f);
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(water.velocity, (Vector2{8.0f, 0.0f})); // the last one holds
 }
@@ -354,7 +355,7 @@ TEST_F(TriggerManagerTest, ADyingParticleStillFires) {
     const Trigger& trigger = add(-1, 0, 0.0f);
     addWater(5.0f, 5.0f).dying = true;
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(trigger.fireCount, 1u);
 }
@@ -366,7 +367,7 @@ TEST_F(TriggerManagerTest, KillsLeaveTheBodiesInTheirLists) {
         addIce(static_cast<float>(i), 20.0f);
     }
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(ParticleManager::particles.size(), 100u);
     EXPECT_EQ(ParticleGroupMover::groups.size(), 100u);
@@ -381,7 +382,7 @@ TEST_F(TriggerManagerTest, ATriggerOutsideTheViewSquareDoesNotFireNorRest) {
     trigger.cooldownLeft = 1.0f;
     addWater(445.0f, 5.0f);
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(trigger.fireCount, 0u);
     EXPECT_EQ(trigger.cooldownLeft, 1.0f);
@@ -392,7 +393,7 @@ TEST_F(TriggerManagerTest, ABoxThatOnlyTouchesTheViewSquareIsNear) {
     const Trigger& trigger = add(-1, 0, 0.0f, {reach, 0.0f}, {450.0f, 0.0f}, {450.0f, 10.0f}, {reach, 10.0f});
     addWater(445.0f, 5.0f);
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(trigger.fireCount, 1u);
 }
@@ -406,7 +407,7 @@ TEST_F(TriggerManagerTest, TheSquareIsAsHighAsWideAndFollowsTheShakeButNotTheZoo
         add(-1, 0, 0.0f, {x - 5.0f, y}, {x - 0.5f, y}, {x - 0.5f, y + 5.0f}, {x - 5.0f, y + 5.0f});
     addWater(x - 1.0f, y + 1.0f);
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(near.fireCount, 1u);
     EXPECT_EQ(far.fireCount, 0u);
@@ -420,12 +421,12 @@ TEST_F(TriggerManagerTest, ATriggerWithACooldownRestsFromTheNextTickOn) {
     addWater(1.0f, 1.0f);
     addWater(2.0f, 2.0f);
 
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
     const std::uint32_t afterFirst = trigger.fireCount;
-    TriggerManager::runTriggers(dt);
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
+    TriggerManager::runTriggers(dt, Camera::view());
     const std::uint32_t atRest = trigger.fireCount;
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_EQ(afterFirst, 2u); // live for the whole tick
     EXPECT_EQ(atRest, 2u);
@@ -439,11 +440,11 @@ TEST_F(TriggerManagerTest, ADelayedTriggerActsWhenItsTimeIsOver) {
     add(stopForceType, 3, 2.5f * dt);
     addWater(5.0f, 5.0f);
 
-    TriggerManager::runTriggers(dt); // fires; the delay runs from the next tick on
-    TriggerManager::runTriggers(dt);
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view()); // fires; the delay runs from the next tick on
+    TriggerManager::runTriggers(dt, Camera::view());
+    TriggerManager::runTriggers(dt, Camera::view());
     const bool before = force.enabled;
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_TRUE(before);
     EXPECT_FALSE(force.enabled);
@@ -455,8 +456,8 @@ TEST_F(TriggerManagerTest, ATimeLeftOfExactlyZeroIsOver) {
     add(stopForceType, 3, dt);
     addWater(5.0f, 5.0f);
 
-    TriggerManager::runTriggers(dt);
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
+    TriggerManager::runTriggers(dt, Camera::view());
 
     EXPECT_FALSE(force.enabled);
 }
@@ -469,7 +470,7 @@ TEST_F(TriggerManagerTest, DelaysThatAreNotAboveZeroActAtOnce) {
         add(stopForceType, 3, delay);
         addWater(5.0f, 5.0f);
 
-        TriggerManager::runTriggers(dt);
+        TriggerManager::runTriggers(dt, Camera::view());
 
         EXPECT_FALSE(force.enabled) << delay;
     }
@@ -480,8 +481,8 @@ TEST_F(TriggerManagerTest, ADelayedTriggerWithoutLimitPilesUpAnEventForEachBodyI
     addWater(1.0f, 1.0f);
     addWater(2.0f, 2.0f);
 
-    TriggerManager::runTriggers(dt);
-    TriggerManager::runTriggers(0.02f);
+    TriggerManager::runTriggers(dt, Camera::view());
+    TriggerManager::runTriggers(0.02f, Camera::view());
 
     ASSERT_EQ(events().size(), 4u);
     EXPECT_EQ(events()[0].trigger, &trigger);
@@ -498,7 +499,7 @@ TEST_F(TriggerManagerTest, EventsThatStayKeepTheirOrder) {
     add(-1, 3, 1.0f);
     addWater(105.0f, 5.0f);
     addWater(5.0f, 5.0f);
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     TriggerManager::checkDelayedTriggerEvents(dt);
 
@@ -510,7 +511,7 @@ TEST_F(TriggerManagerTest, EventsThatStayKeepTheirOrder) {
 TEST_F(TriggerManagerTest, ADelayedRandomKillGetsNoBodyAndKillsNothing) {
     add(702, 0, dt);
     const Particle& water = addWater(5.0f, 5.0f);
-    TriggerManager::runTriggers(10.0f); // a tick so long that every draw kills
+    TriggerManager::runTriggers(10.0f, Camera::view()); // a tick so long that every draw kills
     seedRandom(0);
     randomFloat();
     const std::uint32_t afterOneDraw = getRandomState();
@@ -526,14 +527,14 @@ TEST_F(TriggerManagerTest, AResetDropsWhatIsPendingAndLetsOneShotsFireAgain) {
     const Force& force = addForce(3);
     Trigger& trigger = add(stopForceType, 3, 2.0f * dt);
     addWater(5.0f, 5.0f);
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
     trigger.cooldownLeft = 5.0f;
 
     TriggerManager::resetTriggers();
     const bool pending = !events().empty();
     const std::uint32_t fires = trigger.fireCount;
     ParticleManager::particles.clear();
-    TriggerManager::runTriggers(1.0f);
+    TriggerManager::runTriggers(1.0f, Camera::view());
 
     EXPECT_FALSE(pending);
     EXPECT_EQ(fires, 0u);
@@ -555,7 +556,7 @@ TEST_F(TriggerManagerTest, StartAndEndAreTold) {
 TEST_F(TriggerManagerTest, AfterShutdownEverythingIsGone) {
     add(-1, 0, 1.0f);
     addWater(5.0f, 5.0f);
-    TriggerManager::runTriggers(dt);
+    TriggerManager::runTriggers(dt, Camera::view());
 
     TriggerManager::shutdown();
 
@@ -564,7 +565,7 @@ TEST_F(TriggerManagerTest, AfterShutdownEverythingIsGone) {
     for (const char* const command : {"TRIGGERTYPELIST", "TRIGGERCREATE", "TRIGGERCOUNT", "TRIGGERDRAW"}) {
         EXPECT_FALSE(GLConsole::commands().contains(command)) << command;
     }
-    TriggerManager::runTriggers(dt); // nothing left to do, and nothing to fall over
+    TriggerManager::runTriggers(dt, Camera::view()); // nothing left to do, and nothing to fall over
 }
 
 // Commands

@@ -319,7 +319,7 @@ TEST_F(TriggersInPlayTest, EventsPendingAtARestartNeverHappen) {
 
     Game::resetLevel();
     ParticleManager::particles.clear();
-    TriggerManager::runTriggers(1.0f);
+    TriggerManager::runTriggers(1.0f, Camera::view());
 
     EXPECT_TRUE(ForceManager::forces.front().enabled);
 }

@@ -153,7 +153,7 @@ protected:
         edge.direction = (end - start) / edge.length;
         edge.normal = {-edge.direction.y, edge.direction.x};
         edge.friction = 0.75f;
-        CircleCollision::prepareMovingEdges({}, 500.0f);
+        CircleCollision::takeMovingEdges(MoverManager::collideableNodes, {}, 500.0f);
     }
     MovingEdgeCollisionTest() { addEdge({0.0f, 0.0f}, {100.0f, 0.0f}); }
 };

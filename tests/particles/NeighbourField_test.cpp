@@ -1,6 +1,7 @@
 #include "particles/NeighbourField.h"
 
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
 #include "support/ModuleTest.h"
@@ -21,7 +22,7 @@ protected:
                 particle.pushVelocity = {randomFloat(), randomFloat()};
             }
         }
-        ParticleMover::rebuildGrid(ParticleManager::particles);
+        ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
     }
     /// Lets every particle visit its neighbours, in the field and by the chains of the grid, and compares.
     static void expectPlainVisits() {
@@ -71,7 +72,7 @@ TEST_F(NeighbourFieldTest, AHiddenOrDroppedBodyIsMetByNobody) {
     for (int i = 0; i < 3; ++i) {
         particles.emplace_back().position = {1.0f + static_cast<float>(i), 1.0f};
     }
-    ParticleMover::rebuildGrid(particles);
+    ParticleMover::rebuildGrid(particles, Camera::view());
     NeighbourField field;
     field.load(particles);
     field.hide(field.slotOf(0));
@@ -90,7 +91,7 @@ TEST_F(NeighbourFieldTest, UnloadingSkipsWhoWasErased) {
     for (int i = 0; i < 3; ++i) {
         particles.emplace_back().position = {10.0f * static_cast<float>(i), 0.0f};
     }
-    ParticleMover::rebuildGrid(particles);
+    ParticleMover::rebuildGrid(particles, Camera::view());
     NeighbourField field;
     field.load(particles);
     Body last = field.body(field.slotOf(2));

@@ -2,6 +2,7 @@
 
 #include "console/GLConsole.h"
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "graphics/GLWindow.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
@@ -40,7 +41,7 @@ protected:
         return particle;
     }
     static void freeze() { ParticleGroupMover::doParticleGrouping(ParticleManager::particles); }
-    static void tick() { ParticleGroupMover::runSimulation(dt, ParticleManager::particles); }
+    static void tick() { ParticleGroupMover::runSimulation(dt, Camera::view(), ParticleManager::particles); }
     static ParticleGroup& group() { return ParticleGroupMover::groups.front(); }
 
     DataFolder data;
@@ -199,7 +200,7 @@ TEST_F(ParticleGroupMoverTest, GravityColdAndGrowthWorkOnTheGroup) {
     freeze();
     group().targetRadius = 10.0f;
 
-    ParticleGroupMover::runSimulation(0.5f, ParticleManager::particles);
+    ParticleGroupMover::runSimulation(0.5f, Camera::view(), ParticleManager::particles);
 
     EXPECT_FLOAT_EQ(group().velocity.y, 25.0f);
     EXPECT_FLOAT_EQ(group().temperature, 20.0f - 80.0f * std::sqrt(0.5f));

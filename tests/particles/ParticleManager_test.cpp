@@ -162,7 +162,7 @@ TEST_F(ParticleManagerTest, ANewParticleStandsFirstAndTakesThreeDraws) {
 TEST_F(ParticleManagerTest, AnEmptyListTicks) {
     configure(stillness());
 
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
 
     EXPECT_TRUE(ParticleManager::particles.empty());
     EXPECT_EQ(getRandomState(), 0u);
@@ -174,14 +174,14 @@ TEST_F(ParticleManagerTest, WaterFallsAlongTheCamerasDown) {
     configure(settings);
     const Particle& particle = addParticle({});
 
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
     EXPECT_EQ(particle.velocity.x, 0.0f);
     EXPECT_FLOAT_EQ(particle.velocity.y, 1.0f);
     EXPECT_EQ(particle.previousVelocity, Vector2{});
     EXPECT_FLOAT_EQ(particle.speed, 1.0f);
 
     SceneAccess::placeCamera({}, {}, 90.0f, 1.0f);
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
     EXPECT_FLOAT_EQ(particle.velocity.x, -1.0f);
     EXPECT_NEAR(particle.velocity.y, 1.0f, 1e-6f); // the cosine of a right angle is not quite 0
 }
@@ -195,7 +195,7 @@ TEST_F(ParticleManagerTest, ExactlyAHundredDegreesIsSteamWhichRisesAndScatters) 
     Particle& particle = addParticle({});
     particle.temperature = 100.0f;
 
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
 
     const Vector2 scatter = particle.velocity - Vector2{0.0f, -2.0f};
     EXPECT_NEAR(std::hypot(scatter.x, scatter.y), 0.5f, 1e-5f);
@@ -210,7 +210,7 @@ TEST_F(ParticleManagerTest, TheTrailHoldsTheLastThreePlaces) {
 
     for (Vector2& start : starts) {
         start = particle.position;
-        ParticleManager::runSimulation(dt);
+        ParticleManager::runSimulation(dt, Camera::view());
     }
 
     EXPECT_EQ(particle.trail[0], starts[2]);
@@ -223,7 +223,7 @@ TEST_F(ParticleManagerTest, APushMovesForOneTickOnly) {
     Particle& particle = addParticle({});
     particle.pushVelocity = {100.0f, 0.0f};
 
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
 
     EXPECT_FLOAT_EQ(particle.position.x, 1.0f);
     EXPECT_EQ(particle.pushVelocity, Vector2{});
@@ -236,12 +236,12 @@ TEST_F(ParticleManagerTest, ExactlyAHundredAndThirtyUnitsOutsideAParticleStays) 
     addParticle({-530.0f, 0.0f});
     addParticle({0.0f, 430.0f});
 
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
     EXPECT_EQ(ParticleManager::particles.size(), 2u);
 
     ParticleManager::particles.front().position.y = std::nextafter(430.0f, 500.0f);
     ParticleManager::particles.back().position.x = std::nextafter(-530.0f, -600.0f);
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
     EXPECT_TRUE(ParticleManager::particles.empty());
 }
 
@@ -251,7 +251,7 @@ TEST_F(ParticleManagerTest, TheViewGrowsWithTheZoomAndGoesWithTheShake) {
     addParticle({1010.0f + 800.0f + 130.0f, 0.0f});
     addParticle({1010.0f + 800.0f + 130.5f, 0.0f});
 
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
 
     EXPECT_EQ(ParticleManager::particles.size(), 1u);
 }
@@ -262,12 +262,12 @@ TEST_F(ParticleManagerTest, HeatRateZeroKeepsEveryTemperatureAndOneTakesTheRooms
     configure(settings);
     Particle& particle = addParticle({});
     particle.temperature = 77.0f;
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
     EXPECT_EQ(particle.temperature, 77.0f);
 
     settings.heatTransferRate = 1.0f;
     configure(settings);
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
     EXPECT_EQ(particle.temperature, 20.0f);
 }
 
@@ -278,10 +278,10 @@ TEST_F(ParticleManagerTest, AKilledParticleFadesAndGoes) {
     Particle& particle = addParticle({});
 
     ParticleManager::killParticle(particle);
-    ParticleManager::runSimulation(dt);
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
+    ParticleManager::runSimulation(dt, Camera::view());
     EXPECT_EQ(ParticleManager::particles.size(), 1u);
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
 
     EXPECT_TRUE(ParticleManager::particles.empty());
     EXPECT_EQ(ParticleMover::particleGrid[256 * ParticleMover::gridSize + 256], nullptr);
@@ -308,7 +308,7 @@ TEST_F(ParticleManagerTest, AParticleWhoseFadeEndsStillGivesItsHeatButIsMetByNob
     dying.dying = true;
     dying.killTimer = 0.005f;
 
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
 
     EXPECT_EQ(ParticleManager::particles.size(), 1u);
     EXPECT_EQ(later.temperature, 40.0f); // shared once, by the dying one's own step
@@ -319,7 +319,7 @@ TEST_F(ParticleManagerTest, BelowZeroAParticleLeavesTheListInTheSameTick) {
     configure(stillness());
     addParticle({}).temperature = 0.0f;
 
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
 
     EXPECT_TRUE(ParticleManager::particles.empty());
     ASSERT_EQ(ParticleGroupMover::groups.size(), 1u);
@@ -335,7 +335,7 @@ TEST_F(ParticleManagerTest, BeyondTheGridAParticleMovesAndIsAttractedButMeetsNob
     const Particle& second = addParticle({-598.0f, 0.0f});
     ParticleManager::particles.front().temperature = 90.0f;
 
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
 
     EXPECT_FALSE(first.inGrid);
     EXPECT_GT(first.position.y, 0.0f);
@@ -353,10 +353,10 @@ TEST_F(ParticleManagerTest, AbsurdGravityDoesNoHarm) {
         ParticleManager::createParticles(0.0f, 50.0f, 20.0f, 100);
         ParticleManager::particles.front().temperature = 150.0f;
         for (int tick = 0; tick < 20; ++tick) {
-            ParticleManager::runSimulation(dt);
+            ParticleManager::runSimulation(dt, Camera::view());
         }
         ParticleManager::particles.back().temperature = -1.0f;
-        ParticleManager::runSimulation(dt);
+        ParticleManager::runSimulation(dt, Camera::view());
         ParticleManager::particles.clear();
         ParticleGroupMover::groups.clear();
         ParticleMover::clearParticleGrid();

@@ -2,6 +2,7 @@
 
 #include "console/GLConsole.h"
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "particles/ParticleManager.h"
 #include "support/ModuleTest.h"
 #include "support/SceneAccess.h"
@@ -60,6 +61,7 @@ TEST_F(ParticleMoverTest, ClearingTheGridUnlinksEveryFreeParticle) {
 
 TEST_F(ParticleMoverTest, TheGridReachesFurtherRightAndDownThanLeftAndUp) {
     SceneAccess::placeCamera({1000.0f, 500.0f}, {3.0f, -2.0f}, 0.0f, 1.0f);
+    ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
     const Vector2 origin{1000.0f + 3.0f - 512.0f, 500.0f - 2.0f - 512.0f};
 
     EXPECT_EQ(cellOf(origin), (std::vector<std::uint32_t>{0, 0}));
@@ -148,10 +150,10 @@ TEST_F(ParticleMoverTest, RemovingMendsTheChainAtHeadMiddleAndEnd) {
 TEST_F(ParticleMoverTest, RebuildingIsRemovingAndAddingEachParticleInListOrder) {
     Particle& older = addParticle({0.5f, 0.5f});
     Particle& newer = addParticle({1.0f, 1.0f});
-    ParticleMover::rebuildGrid(ParticleManager::particles);
+    ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
     SceneAccess::placeCamera({10.0f, 0.0f}, {}, 0.0f, 1.0f);
 
-    ParticleMover::rebuildGrid(ParticleManager::particles);
+    ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
 
     EXPECT_EQ(cell(256, 256), nullptr);
     EXPECT_EQ(cell(251, 256), &older); // linked last: the list begins with the newer one
@@ -226,7 +228,7 @@ TEST_F(ParticleMoverTest, OnlySevenCellsAreVisited) {
     for (const Vector2 position : passedOver) {
         unseen.push_back(&addParticle(position));
     }
-    ParticleMover::rebuildGrid(ParticleManager::particles);
+    ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
     particle.temperature = 1000.0f;
     Vector2 direction;
     float amount = 0.0f;
@@ -249,7 +251,7 @@ TEST_F(ParticleMoverTest, TheVisitGoesLeftThenRightAndInEachColumnMiddleBelowAbo
     for (const Vector2 position : inOrder) {
         others.push_back(&addParticle(position));
     }
-    ParticleMover::rebuildGrid(ParticleManager::particles);
+    ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
     particle.temperature = 1024.0f;
     Vector2 direction;
     float amount = 0.0f;
@@ -268,7 +270,7 @@ TEST_F(ParticleMoverTest, AtTheGridsEdgesTheCellsBeyondAreLeftOut) {
     Particle& corner = addParticle({-511.5f, -511.5f});
     Particle& neighbour = addParticle({-509.5f, -511.5f});
     Particle& farCorner = addParticle({1535.5f, 1535.5f});
-    ParticleMover::rebuildGrid(ParticleManager::particles);
+    ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
     neighbour.temperature = 64.0f;
     Vector2 direction;
     float amount = 0.0f;
@@ -284,7 +286,7 @@ TEST_F(ParticleMoverTest, AtTheGridsEdgesTheCellsBeyondAreLeftOut) {
 TEST_F(ParticleMoverTest, AParticleAtRestSkipsItsStep) {
     Particle& particle = addParticle({1.0f, 1.0f});
     Particle& other = addParticle({2.0f, 1.0f});
-    ParticleMover::rebuildGrid(ParticleManager::particles);
+    ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
     other.velocity = {40.0f, 0.0f};
 
     ParticleMover::moveParticle(particle, 0.02f);
@@ -337,7 +339,7 @@ TEST_F(ParticleMoverTest, APushIsHalvedInATickOfAHundredthAndWholeInOneOfAFiftie
         Particle& particle = addParticle({1.0f, 1.0f});
         still.velocity = {};
         particle.velocity = {0.0f, 1e-10f}; // not at rest, but nearly
-        ParticleMover::rebuildGrid(ParticleManager::particles);
+        ParticleMover::rebuildGrid(ParticleManager::particles, Camera::view());
         ParticleMover::moveParticle(particle, dt);
         return 1.0f - particle.position.x;
     };

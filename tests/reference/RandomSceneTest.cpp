@@ -1,6 +1,7 @@
 #include "reference/RandomSceneTest.h"
 
 #include "core/Random.h"
+#include "game/Camera.h"
 #include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
@@ -103,7 +104,7 @@ void RandomSceneTest::addMechanisms(Dice& /*dice*/) {}
 void RandomSceneTest::meddleWithMechanisms(Dice& /*dice*/) {}
 
 void RandomSceneTest::runTick(float dt) {
-    ParticleManager::runSimulation(dt);
+    ParticleManager::runSimulation(dt, Camera::view());
     plain.tick(dt);
 }
 

@@ -1,5 +1,6 @@
 #include "tools/state/EffectRows.h"
 
+#include "game/Camera.h"
 #include "mechanisms/ForceManager.h"
 #include "mechanisms/FxParticleManager.h"
 #include "support/ModuleTest.h"
@@ -48,7 +49,7 @@ protected:
         emitter.color2 = {0.5f, 0.6f, 0.7f, 0.8f};
         emitter.spawnParticle();
         emitter.createBurst();
-        FxParticleManager::run(0.01f);
+        FxParticleManager::run(0.01f, Camera::view());
         FxParticleManager::addParticle({}); // one without a texture
     }
 

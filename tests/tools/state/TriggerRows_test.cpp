@@ -2,6 +2,7 @@
 
 #include "console/GLConsole.h"
 #include "core/Clock.h"
+#include "game/Camera.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "mechanisms/ForceManager.h"
@@ -41,7 +42,7 @@ protected:
     /// Both have fired, and one rests.
     static void fire() {
         ParticleManager::particles.emplace_back().position = {5.0f, 5.0f};
-        TriggerManager::runTriggers(0.0125f);
+        TriggerManager::runTriggers(0.0125f, Camera::view());
         TriggerManager::triggers.front().cooldownLeft = 0.75f;
     }
 
