@@ -1,8 +1,8 @@
 # tarnwick_subsystem(NAME HEADERS ... SOURCES ... [LIBRARIES ...])
 #
-# A static library `tarnwick_NAME` of the files in src/NAME, listed by name. Modules of different subsystems call
-# one another in circles, so nothing links a subsystem alone: link `tarnwick_modules`, which holds them all in one
-# link group. `all_verify_interface_header_sets` compiles each header by itself.
+# A static library `tarnwick_NAME` of files of one folder of src, listed by name. Link `tarnwick_world`, which is what a
+# level is and how it moves, or `tarnwick_modules`, which is all: above the world modules call one another in circles,
+# so nothing links one of those subsystems alone. `all_verify_interface_header_sets` compiles each header by itself.
 function(tarnwick_subsystem name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;SOURCES;LIBRARIES")
     add_library(tarnwick_${name} STATIC ${arg_SOURCES})

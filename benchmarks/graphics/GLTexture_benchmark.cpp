@@ -1,4 +1,4 @@
-#include "graphics/GLTexture.h"
+#include "core/GLTexture.h"
 
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"

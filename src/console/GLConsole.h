@@ -3,9 +3,9 @@
 #include "console/InputLine.h"
 #include "core/CommandRegistry.h"
 #include "core/ConsoleCommand.h"
+#include "core/GLTexture.h"
 #include "core/Log.h"
-#include "graphics/GLTexture.h"
-#include "graphics/QuadArray.h"
+#include "core/QuadArray.h"
 
 #include <array>
 #include <cstddef>

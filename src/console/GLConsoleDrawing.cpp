@@ -1,10 +1,9 @@
 #include "console/GLConsole.h"
+#include "core/GLTexture.h"
 #include "core/LocationStack.h"
-#include "graphics/GLTexture.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
-
-#include <GL/gl.h>
+#include "graphics/PlainDrawing.h"
 
 #include <algorithm>
 
@@ -26,10 +25,16 @@ constexpr std::uint8_t newLine = 10;
 constexpr std::uint8_t carriageReturn = 13;
 constexpr std::uint8_t escape = 27;
 
-/// A plain rectangle from `top` to `bottom` and from the left edge to `right`, pixels, in the current colour.
-void drawBand(std::uint32_t top, std::uint32_t bottom, std::int32_t right) {
+/// A plain rectangle from `top` to `bottom` and from the left edge to `right`, pixels.
+void drawBand(std::uint32_t top, std::uint32_t bottom, std::int32_t right, Colour colour) {
     TARNWICK_LOCATION("GLConsole::drawBand");
-    glRectf(0.0f, static_cast<float>(top), static_cast<float>(right), static_cast<float>(bottom));
+    PlainDrawing::drawRectangle(0.0f, static_cast<float>(top), static_cast<float>(right),
+                                static_cast<float>(bottom), colour);
+}
+
+Colour opaque(const std::array<float, 3>& colour) {
+    TARNWICK_LOCATION("GLConsole::opaque");
+    return {colour[0], colour[1], colour[2], 1.0f};
 }
 
 /// Adds the quad of a character whose cell has its top left corner at (x, y) pixels.
@@ -55,14 +60,7 @@ void GLConsole::draw() {
     fitToWindow();
     GLWindow::glPushState();
     GLWindow::glBeginDraw2d();
-    glDisable(GL_TEXTURE_2D);
-    glDisable(GL_LIGHTING);
-    glDisable(GL_FOG);
-    glDisable(GL_CULL_FACE);
-    glDisable(GL_STENCIL_TEST);
-    glDisable(GL_DEPTH_TEST);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    PlainDrawing::beginFlat();
     drawBackground();
     drawOutputText();
     drawInputLine();
@@ -99,15 +97,11 @@ void GLConsole::drawBackground() {
     const std::uint32_t inputEnd = (state.rows + inputRows) * state.fontSize - borderHeight;
     const auto bottom = static_cast<std::uint32_t>(GLWindow::getClientHeight());
     const auto [red, green, blue] = state.outputBackground;
-    glColor4f(red, green, blue, state.outputBackgroundAlpha);
-    drawBand(0, outputEnd, width);
-    glDisable(GL_BLEND);
-    glColor3fv(state.inputBorder.data());
-    drawBand(outputEnd, outputEnd + borderHeight, width);
-    glColor3fv(state.inputBackground.data());
-    drawBand(outputEnd + borderHeight, inputEnd, width);
-    glColor3fv(state.inputBorder.data());
-    drawBand(inputEnd, bottom, width);
+    drawBand(0, outputEnd, width, {red, green, blue, state.outputBackgroundAlpha});
+    PlainDrawing::setBlending(false);
+    drawBand(outputEnd, outputEnd + borderHeight, width, opaque(state.inputBorder));
+    drawBand(outputEnd + borderHeight, inputEnd, width, opaque(state.inputBackground));
+    drawBand(inputEnd, bottom, width, opaque(state.inputBorder));
 }
 
 /// The newest rows of the output.
@@ -168,18 +162,18 @@ void GLConsole::drawInputLine() {
     const std::uint32_t top = (state.rows + inputRows - 1) * state.fontSize - 1;
     const std::uint32_t height =
         GLWindow::keyboardKeyToggled(key::insert) ? insertCursorHeight : overwriteCursorHeight;
-    glDisable(GL_TEXTURE_2D);
-    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
-    glRectf(static_cast<float>(left), static_cast<float>(top), static_cast<float>(left + state.fontSize),
-            static_cast<float>(top + height));
+    PlainDrawing::setPictures(false);
+    PlainDrawing::drawRectangle(static_cast<float>(left), static_cast<float>(top),
+                                static_cast<float>(left + state.fontSize), static_cast<float>(top + height),
+                                {1.0f, 1.0f, 1.0f, 1.0f});
 }
 
 /// Draws the gathered characters from the sheet.
 void GLConsole::drawText() {
     TARNWICK_LOCATION("GLConsole::drawText");
-    glEnable(GL_TEXTURE_2D);
-    glEnable(GL_BLEND);
-    glBindTexture(GL_TEXTURE_2D, state.fontTexture->textureId);
+    PlainDrawing::setPictures(true);
+    PlainDrawing::setBlending(true);
+    PlainDrawing::bindPicture(state.fontTexture->textureId);
     state.textQuads.draw();
 }
 

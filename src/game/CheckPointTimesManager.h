@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/Colour.h"
 #include "core/FrameTimer.h"
-#include "graphics/Colour.h"
 #include "graphics/GLFont.h"
 
 #include <cstdint>

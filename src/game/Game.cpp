@@ -168,6 +168,7 @@ bool Game::load(const std::string& levelFile) {
     Log::printTitle("Game initialisation");
     Triggers_HeatSources_LoadSettings();
     ParticleManager::initialise();
+    ParticleManager::setLookAt([](Vector2 point) { Camera::setPosition(point.x, point.y); });
     ParticleRenderer::initialise();
     Camera::initialise();
     startLevel();

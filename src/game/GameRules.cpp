@@ -10,10 +10,12 @@
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "game/Camera.h"
+#include "game/CheckPointTimesManager.h"
 #include "game/Game.h"
 #include "graphics/VirtualScreen.h"
 #include "gui/GameMenus.h"
 #include "level/Level.h"
+#include "mechanisms/TriggerHandlers.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 
@@ -47,6 +49,23 @@ std::uint32_t particlesIn(float share, std::uint32_t count) {
     }
     return particles < 1.0f ? 1 : static_cast<std::uint32_t>(particles);
 }
+
+void passCheckPoint(Trigger* trigger, Vector2 place) {
+    TARNWICK_LOCATION("GameRules::passCheckPoint");
+    GameRules::setCheckPoint(place);
+    CheckPointTimesManager::recordTime(trigger, static_cast<std::uint32_t>(GameRules::getLevelTime()));
+}
+
+/// Set before `main`: triggers reach as far in every program that has these rules.
+[[maybe_unused]] const bool reachSet = [] {
+    setTriggerReach({.playSounds = SoundSourceManager::playSounds,
+                     .stopSounds = SoundSourceManager::stopSounds,
+                     .zoomCamera = Camera::zoomOut,
+                     .shakeCamera = Camera::shake,
+                     .countAtLevelEnd = GameRules::incrementEndOfLevelTriggerParticleCount,
+                     .passCheckPoint = passCheckPoint});
+    return true;
+}();
 
 } // namespace
 

@@ -2,9 +2,9 @@
 
 #include "audio/Sound.h"
 #include "core/ConfigFile.h"
+#include "core/GLTexture.h"
 #include "core/LocationStack.h"
 #include "graphics/GLFont.h"
-#include "graphics/GLTexture.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
 #include "graphics/VirtualScreen.h"

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/Colour.h"
 #include "core/FrameTimer.h"
 #include "core/Vector2.h"
-#include "graphics/Colour.h"
 #include "graphics/GLWindowEventListener.h"
 
 #include <array>

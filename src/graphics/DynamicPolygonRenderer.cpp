@@ -1,8 +1,8 @@
 #include "graphics/DynamicPolygonRenderer.h"
 
+#include "core/GLTexture.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "graphics/GLTexture.h"
 #include "level/Level.h"
 
 #include <GL/gl.h>

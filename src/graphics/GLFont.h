@@ -1,9 +1,9 @@
 #pragma once
 
+#include "core/Colour.h"
+#include "core/GLTexture.h"
 #include "core/Strings.h"
 #include "core/Vector2.h"
-#include "graphics/Colour.h"
-#include "graphics/GLTexture.h"
 
 #include <string>
 #include <string_view>

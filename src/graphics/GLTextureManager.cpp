@@ -1,5 +1,6 @@
 #include "graphics/GLTextureManager.h"
 
+#include "core/GLTexture.h"
 #include "core/LocationStack.h"
 #include "core/Strings.h"
 #include "graphics/GLWindow.h"
@@ -26,6 +27,23 @@ bool extensionPresent(const char* name) {
     std::string text = name;
     return GLWindow::extensionSupported(text);
 }
+
+/// What a handle takes over from its entry.
+void takeEntry(GLTexture& handle) {
+    TARNWICK_LOCATION("GLTextureManager::takeEntry");
+    const GLTextureInternal& entry = GLTextureManager::loadTexture(handle.name);
+    handle.width = entry.width;
+    handle.height = entry.height;
+    handle.textureId = entry.textureId;
+    handle.hasAlpha = entry.hasAlpha;
+    handle.name = entry.name;
+}
+
+/// Set before `main`: handles come to this cache in every program that has it.
+[[maybe_unused]] const bool cacheSet = [] {
+    GLTexture::setCache({takeEntry, GLTextureManager::freeTexture});
+    return true;
+}();
 
 } // namespace
 

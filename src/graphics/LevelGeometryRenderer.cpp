@@ -2,9 +2,9 @@
 
 #include "core/CommandRegistry.h"
 #include "core/FrameTimer.h"
+#include "core/GLTexture.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
-#include "graphics/GLTexture.h"
 #include "level/Level.h"
 
 #include <GL/gl.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "graphics/Colour.h"
-#include "graphics/GLTexture.h"
-#include "graphics/QuadArray.h"
+#include "core/Colour.h"
+#include "core/GLTexture.h"
+#include "core/QuadArray.h"
 #include "particles/Particle.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "graphics/Colour.h"
+#include "core/Colour.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "gui/GuiAnimatedButton.h"
 
 #include "audio/Sound.h"
+#include "core/FrameFiles.h"
 #include "core/LocationStack.h"
-#include "graphics/FrameFiles.h"
 #include "graphics/KeyMap.h"
 #include "gui/GuiDrawing.h"
 #include "gui/GuiScreen.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/FrameTimer.h"
-#include "graphics/GLTexture.h"
+#include "core/GLTexture.h"
 #include "gui/GuiDropShadow.h"
 #include "gui/GuiWidget.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "graphics/Colour.h"
-#include "graphics/GLTexture.h"
+#include "core/Colour.h"
+#include "core/GLTexture.h"
 
 namespace tarnwick {
 

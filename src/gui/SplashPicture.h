@@ -1,6 +1,6 @@
 #pragma once
 
-#include "graphics/GLTexture.h"
+#include "core/GLTexture.h"
 #include "level/LevelObject.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "level/LevelObject.h"
 
+#include "core/FrameFiles.h"
 #include "core/LocationStack.h"
 #include "core/Strings.h"
-#include "graphics/FrameFiles.h"
 
 #include <utility>
 

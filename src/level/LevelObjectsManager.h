@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/QuadArray.h"
 #include "core/View.h"
-#include "graphics/QuadArray.h"
 #include "level/LevelObject.h"
 #include "level/Polygon2D.h"
 

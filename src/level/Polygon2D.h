@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/GLTexture.h"
 #include "core/Vector2.h"
-#include "graphics/GLTexture.h"
 
 #include <compare>
 #include <cstdint>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/Colour.h"
+#include "core/GLTexture.h"
 #include "core/Vector2.h"
-#include "graphics/Colour.h"
-#include "graphics/GLTexture.h"
 
 #include <cstdint>
 #include <deque>

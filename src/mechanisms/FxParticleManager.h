@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/QuadArray.h"
 #include "core/View.h"
-#include "graphics/QuadArray.h"
 #include "mechanisms/FxParticle.h"
 #include "mechanisms/FxParticleEmitter.h"
 

@@ -1,8 +1,7 @@
+#include "core/GLTexture.h"
 #include "core/LocationStack.h"
-#include "graphics/GLTexture.h"
+#include "graphics/PlainDrawing.h"
 #include "mechanisms/FxParticleManager.h"
-
-#include <GL/gl.h>
 
 #include <algorithm>
 #include <functional>
@@ -25,25 +24,18 @@ std::uint32_t textureIdOf(const FxParticle& particle) {
     return particle.texture != nullptr ? particle.texture->textureId : 0;
 }
 
-void setBlending(bool alphaBlending) {
-    TARNWICK_LOCATION("FxParticleManager::setBlending");
-    glBlendFunc(GL_SRC_ALPHA, alphaBlending ? GL_ONE_MINUS_SRC_ALPHA : GL_ONE);
-}
-
 } // namespace
 
 void FxParticleManager::draw() {
     TARNWICK_LOCATION("FxParticleManager::draw");
-    glPushAttrib(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT);
-    glEnable(GL_TEXTURE_2D);
-    glEnable(GL_BLEND);
+    PlainDrawing::beginSprites();
     fillDrawQueue();
     bool alphaBlending = true;
-    setBlending(alphaBlending);
+    PlainDrawing::setSpritesCover(alphaBlending);
     while (!state.drawQueue.empty()) {
         drawBatch(alphaBlending);
     }
-    glPopAttrib();
+    PlainDrawing::endSprites();
 }
 
 void FxParticleManager::fillDrawQueue() {
@@ -67,7 +59,7 @@ const FxParticle& FxParticleManager::takeTop() {
 void FxParticleManager::drawBatch(bool& alphaBlending) {
     TARNWICK_LOCATION("FxParticleManager::drawBatch");
     const std::uint32_t textureId = textureIdOf(*state.drawQueue.front());
-    glBindTexture(GL_TEXTURE_2D, textureId);
+    PlainDrawing::bindPicture(textureId);
     state.quads.begin(state.drawQueue.size());
     while (!state.drawQueue.empty() && textureIdOf(*state.drawQueue.front()) == textureId) {
         const FxParticle& particle = takeTop();
@@ -75,7 +67,7 @@ void FxParticleManager::drawBatch(bool& alphaBlending) {
             state.quads.draw();
             state.quads.begin(state.drawQueue.size() + 1);
             alphaBlending = particle.useAlphaBlending;
-            setBlending(alphaBlending);
+            PlainDrawing::setSpritesCover(alphaBlending);
         }
         Colour colour = particle.color;
         colour.alpha = colour.alpha * particle.timeLeft / particle.lifeTime;

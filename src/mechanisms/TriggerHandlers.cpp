@@ -1,12 +1,8 @@
 #include "mechanisms/TriggerHandlers.h"
 
-#include "audio/SoundSourceManager.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Random.h"
-#include "game/Camera.h"
-#include "game/CheckPointTimesManager.h"
-#include "game/GameRules.h"
 #include "level/Level.h"
 #include "level/LevelObject.h"
 #include "mechanisms/Force.h"
@@ -24,6 +20,17 @@ namespace {
 
 constexpr float onThePoint = 0.0001f;       ///< World units from a force below which there is no direction.
 constexpr float killChancePerSecond = 0.5f; ///< Of `trigFuncParticleKillRandom`.
+
+constinit TriggerReach beyond; ///< As `setTriggerReach` had it.
+
+/// Calls what lies beyond the world, if it is there.
+template <typename Function, typename... Arguments>
+void call(Function function, Arguments... arguments) {
+    TARNWICK_LOCATION("TriggerHandlers::call");
+    if (function != nullptr) {
+        function(arguments...);
+    }
+}
 
 /// Calls `action` with each target of `kind`, which is an `Entity`, in order.
 template <typename Entity, typename Action>
@@ -109,6 +116,11 @@ void setMovers(const Trigger& trigger, MoverState state) {
 
 } // namespace
 
+void setTriggerReach(const TriggerReach& given) {
+    TARNWICK_LOCATION("setTriggerReach");
+    beyond = given;
+}
+
 void trigFuncNull(Trigger* /*trigger*/, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncNull");
 }
@@ -137,12 +149,12 @@ void trigFuncAnimStop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*
 
 void trigFuncSoundPlay(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncSoundPlay");
-    SoundSourceManager::playSounds(trigger->targetId);
+    call(beyond.playSounds, trigger->targetId);
 }
 
 void trigFuncSoundStop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncSoundStop");
-    SoundSourceManager::stopSounds(trigger->targetId);
+    call(beyond.stopSounds, trigger->targetId);
 }
 
 void trigFuncForceDirectional(Trigger* trigger, void* body, std::int32_t bodyKind, float dt) {
@@ -237,12 +249,12 @@ void trigFuncEmitterStop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKi
 
 void trigFuncCameraZoom(Trigger* /*trigger*/, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncCameraZoom");
-    Camera::zoomOut();
+    call(beyond.zoomCamera);
 }
 
 void trigFuncCameraShake(Trigger* /*trigger*/, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncCameraShake");
-    Camera::shake();
+    call(beyond.shakeCamera);
 }
 
 void trigFuncParticleKill(Trigger* /*trigger*/, void* body, std::int32_t bodyKind, float /*dt*/) {
@@ -270,10 +282,10 @@ void trigFuncParticleKillRandom(Trigger* trigger, void* body, std::int32_t bodyK
 void trigFuncLevelEnd(Trigger* /*trigger*/, void* body, std::int32_t bodyKind, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncLevelEnd");
     if (bodyKind == triggerBodyParticle) {
-        GameRules::incrementEndOfLevelTriggerParticleCount(1);
+        call(beyond.countAtLevelEnd, 1);
     } else if (bodyKind == triggerBodyGroup && body != nullptr) {
         const auto members = static_cast<const ParticleGroup*>(body)->members.size();
-        GameRules::incrementEndOfLevelTriggerParticleCount(static_cast<std::int32_t>(members));
+        call(beyond.countAtLevelEnd, static_cast<std::int32_t>(members));
     }
 }
 
@@ -290,8 +302,7 @@ void trigFuncCheckPoint(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKin
         place += corner;
     }
     place = place / 6.0f; // the corners of the diagonal count twice
-    GameRules::setCheckPoint(place);
-    CheckPointTimesManager::recordTime(trigger, static_cast<std::uint32_t>(GameRules::getLevelTime()));
+    call(beyond.passCheckPoint, trigger, place);
 }
 
 } // namespace tarnwick

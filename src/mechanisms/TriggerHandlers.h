@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Vector2.h"
+
 #include <cstdint>
 
 namespace tarnwick {
@@ -16,6 +18,19 @@ struct Trigger;
 ///
 /// They run inside the walk over the bodies, so none of them moves or removes a body: kills only mark.
 using TriggerHandler = void (*)(Trigger* trigger, void* body, std::int32_t bodyKind, float dt);
+
+/// What triggers do beyond the world, to sounds, the camera and the rules of the game. What is null does
+/// nothing, as in a program that has none of them.
+struct TriggerReach {
+    void (*playSounds)(std::int32_t soundId) = nullptr;
+    void (*stopSounds)(std::int32_t soundId) = nullptr;
+    void (*zoomCamera)() = nullptr;
+    void (*shakeCamera)() = nullptr;
+    void (*countAtLevelEnd)(std::int32_t particles) = nullptr;
+    void (*passCheckPoint)(Trigger* trigger, Vector2 place) = nullptr; ///< World units.
+};
+/// Called once, before the first trigger fires.
+void setTriggerReach(const TriggerReach& reach);
 
 constexpr std::int32_t triggerBodyParticle = 0; ///< `body` is a `Particle`.
 constexpr std::int32_t triggerBodyGroup = 1;    ///< `body` is a `ParticleGroup`.

@@ -8,7 +8,6 @@
 #include "core/Log.h"
 #include "core/Random.h"
 #include "core/ShareLeft.h"
-#include "game/Camera.h"
 #include "particles/CircleCollision.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleMover.h"
@@ -188,7 +187,9 @@ void ParticleManager::conCmdParticleCreate(const std::string& typed) {
     }
     const Vector2 centre{arguments.number(0), arguments.number(1)};
     createParticles(centre.x, centre.y, arguments.number(2), amount);
-    Camera::setPosition(centre.x, centre.y);
+    if (state.lookAt != nullptr) {
+        state.lookAt(centre);
+    }
 }
 
 std::int32_t ParticleManager::conCmdParticleCount() {

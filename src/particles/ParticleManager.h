@@ -43,6 +43,10 @@ public:
     /// first.
     static ParticleList::iterator removeParticle(ParticleList::iterator place);
 
+    /// What the command `ParticleCreate` shows its particles with: it turns the view to a point, world units.
+    /// Null for nothing.
+    static void setLookAt(void (*lookAt)(Vector2 point)) { state.lookAt = lookAt; }
+
     static float gravity() { return state.gravity; }
     static float roomTemperature() { return state.roomTemperature; }
     static float heatTransferRate() { return state.heatTransferRate; }
@@ -61,6 +65,7 @@ private:
         float steamScatterRate = 0.0f; ///< Multiplier of gravity, in a random direction, for steam.
         float particleKillTime = 0.0f; ///< Seconds of a fade, at least 0.0001 once read; for groups too.
         NeighbourField field;          ///< Filled only within a tick.
+        void (*lookAt)(Vector2 point) = nullptr; ///< Of `setLookAt`.
     };
     static State state;
 

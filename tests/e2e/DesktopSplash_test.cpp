@@ -1,7 +1,7 @@
 // The splash on a real desktop: run by `with-desktop`, on an X server of its own with a window manager.
 
+#include "core/GLTexture.h"
 #include "graphics/FramePicture.h"
-#include "graphics/GLTexture.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"

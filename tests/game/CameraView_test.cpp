@@ -1,7 +1,7 @@
 #include "core/Geometry.h"
+#include "core/QuadArray.h"
 #include "game/Camera.h"
 #include "graphics/GLWindow.h"
-#include "graphics/QuadArray.h"
 #include "support/DrawingTest.h"
 
 #include <GL/gl.h>

@@ -1,6 +1,6 @@
 #include "graphics/GLTextureManager.h"
 
-#include "graphics/GLTexture.h"
+#include "core/GLTexture.h"
 #include "support/GLTest.h"
 #include "support/TgaFile.h"
 

@@ -1,4 +1,4 @@
-#include "graphics/GLTexture.h"
+#include "core/GLTexture.h"
 
 #include "support/GLTest.h"
 #include "support/TgaFile.h"

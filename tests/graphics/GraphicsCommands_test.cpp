@@ -1,8 +1,8 @@
 #include "graphics/GraphicsCommands.h"
 
 #include "console/GLConsole.h"
+#include "core/GLTexture.h"
 #include "game/BasicCommands.h"
-#include "graphics/GLTexture.h"
 #include "support/ConsoleAnswer.h"
 #include "support/GLTest.h"
 

@@ -1,6 +1,6 @@
-#include "graphics/QuadArray.h"
+#include "core/QuadArray.h"
 
-#include "graphics/GLTexture.h"
+#include "core/GLTexture.h"
 #include "support/DrawingTest.h"
 
 #include <GL/gl.h>

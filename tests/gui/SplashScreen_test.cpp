@@ -1,7 +1,7 @@
 #include "gui/SplashScreen.h"
 
+#include "core/GLTexture.h"
 #include "game/Game.h"
-#include "graphics/GLTexture.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"

@@ -2,11 +2,11 @@
 
 #include "console/GLConsole.h"
 #include "core/DataFiles.h"
+#include "core/GLTexture.h"
 #include "core/Geometry.h"
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
-#include "graphics/GLTexture.h"
 #include "graphics/GLWindow.h"
 #include "gui/GameMenus.h"
 #include "level/Level.h"

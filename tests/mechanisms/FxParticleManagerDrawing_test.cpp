@@ -1,4 +1,4 @@
-#include "graphics/GLTexture.h"
+#include "core/GLTexture.h"
 #include "mechanisms/FxParticleManager.h"
 #include "support/DrawingTest.h"
 

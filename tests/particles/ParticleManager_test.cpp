@@ -105,6 +105,7 @@ TEST_F(ParticleManagerTest, TheCommandsReadAndSet) {
 
 TEST_F(ParticleManagerTest, ParticleCreateMakesWaterAndLooksAtIt) {
     ParticleManager::initialise();
+    ParticleManager::setLookAt([](Vector2 point) { Camera::setPosition(point.x, point.y); });
 
     EXPECT_EQ(answerTo("ParticleCreate 120 -40.5 5 3"), "");
 

@@ -242,7 +242,7 @@ class IncludesTest(CheckTest):
                 self.expect_slip("src/core/Pump.h", "platform library")
 
     def test_a_platform_library_in_a_source_is_allowed(self):
-        self.replace("src/core/Pump.cpp", '#include "core/LocationStack.h"', "#include <SDL.h>")
+        self.write("src/audio/Tone.cpp", "#include <SDL.h>\n")
         self.expect_clean()
 
     def test_a_path_that_does_not_start_at_src_is_found(self):
@@ -256,6 +256,51 @@ class IncludesTest(CheckTest):
     def test_a_header_that_opens_a_namespace_for_all_is_found(self):
         self.replace("src/core/Pump.h", "namespace tarnwick {", "using namespace std;\nnamespace tarnwick {")
         self.expect_slip("src/core/Pump.h", "using namespace")
+
+    def test_a_file_that_looks_up_is_found(self):
+        self.write("src/game/Game.h", "#pragma once\n")
+        self.replace("src/core/Pump.cpp", '#include "core/LocationStack.h"', '#include "game/Game.h"')
+        self.expect_slip("src/core/Pump.cpp", "game/Game.h", "floor above")
+
+    def test_a_file_may_look_down_and_beside_it(self):
+        self.write("src/audio/Tone.h", "#pragma once\n")
+        self.write("src/mechanisms/Valve.cpp", '#include "audio/Tone.h"\n#include "core/Pump.h"\n')
+        self.expect_clean()
+
+    def test_an_exception_lets_a_file_look_up_and_no_further(self):
+        self.write("src/game/GameRules.h", "#pragma once\n")
+        self.write("src/game/Camera.h", "#pragma once\n")
+        self.write("src/gui/GameMenus.cpp", '#include "game/GameRules.h"\n')
+        self.expect_clean()
+        self.write("src/gui/GameMenus.cpp", '#include "game/GameRules.h"\n#include "game/Camera.h"\n')
+        self.expect_slip("src/gui/GameMenus.cpp", "game/Camera.h")
+
+    def test_an_exception_that_is_used_no_more_is_found(self):
+        self.write("src/gui/GameMenus.cpp", "")
+        self.expect_slip("GameMenus.cpp", "used no more")
+
+    def test_a_folder_without_a_floor_is_found(self):
+        self.write("src/cellar/Pipe.cpp", "")
+        self.expect_slip("src/cellar/Pipe.cpp", "no floor")
+
+    def test_opengl_outside_of_the_folders_that_draw_is_found(self):
+        self.write("src/overlays/Lines.cpp", "#include <GL/gl.h>\n")
+        self.expect_clean()
+        self.write("src/audio/Tone.cpp", "#include <GL/gl.h>\n")
+        self.expect_slip("src/audio/Tone.cpp", "OpenGL")
+
+    def test_a_platform_library_in_the_world_is_found(self):
+        self.write("src/particles/Drop.cpp", "#include <AL/al.h>\n")
+        self.expect_slip("src/particles/Drop.cpp", "platform library")
+
+    def test_too_large_a_knot_is_found(self):
+        for number in range(27):
+            self.write(f"src/game/Part{number}.h", "#pragma once\n")
+            self.write(f"src/game/Part{number}.cpp",
+                       f'#include "game/Part{number}.h"\n#include "game/Part{(number + 1) % 27}.h"\n')
+        self.expect_slip("knot of 27")
+        self.write("src/game/Part26.cpp", '#include "game/Part26.h"\n')
+        self.expect_clean()
 
     def test_a_source_that_does_not_begin_with_its_header_is_found(self):
         self.replace("src/core/Pump.cpp", '#include "core/Pump.h"', '#include "core/Clock.h"\n#include "core/Pump.h"')

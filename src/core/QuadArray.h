@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/Colour.h"
 #include "core/Vector2.h"
-#include "graphics/Colour.h"
 
 #include <cassert>
 #include <cstddef>

@@ -1,18 +1,9 @@
-#include "graphics/QuadArray.h"
-
 #include "core/LocationStack.h"
+#include "core/QuadArray.h"
 
 #include <GL/gl.h>
 
 namespace tarnwick {
-
-void QuadArray::begin(std::size_t quads) {
-    TARNWICK_LOCATION("QuadArray::begin");
-    used = 0;
-    if (corners.size() < quads * cornersPerQuad) {
-        corners.resize(quads * cornersPerQuad);
-    }
-}
 
 void QuadArray::draw() const {
     TARNWICK_LOCATION("QuadArray::draw");

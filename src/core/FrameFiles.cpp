@@ -1,4 +1,4 @@
-#include "graphics/FrameFiles.h"
+#include "core/FrameFiles.h"
 
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"

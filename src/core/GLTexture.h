@@ -6,7 +6,9 @@
 
 namespace tarnwick {
 
-/// A picture: a value handle on a shared, counted entry of `GLTextureManager`. Copying takes a new reference.
+/// A picture: a value handle on a shared, counted entry of a cache, `GLTextureManager` in the game. Copying
+/// takes a new reference. The handle itself knows no GL, so that what stands in a level can have pictures
+/// without one; in a program without a cache it has its name and a size, and nothing to show.
 ///
 /// A handle never fails: a file that cannot be read shows as a checkerboard of 16 by 16 pixels. It finds its
 /// entry by name and holds no pointer, so it stays valid when all textures are loaded anew. `width`, `height`
@@ -41,8 +43,21 @@ public:
         return a.textureId <=> b.textureId;
     }
 
+    /// Where the pictures are kept.
+    struct Cache {
+        /// Takes one reference to the picture of `handle.name` and fills the handle.
+        void (*take)(GLTexture& handle) = nullptr;
+        /// Gives one back.
+        void (*giveBack)(const std::string& fileName) = nullptr;
+    };
+    /// Called once, before the first handle is made.
+    static void setCache(Cache pictures) { cache = pictures; }
+
 private:
+    static Cache cache; ///< None until it is set.
+
     void takeReference();
+    static void giveBack(const std::string& fileName);
 };
 
 } // namespace tarnwick

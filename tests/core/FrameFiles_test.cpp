@@ -1,4 +1,4 @@
-#include "graphics/FrameFiles.h"
+#include "core/FrameFiles.h"
 
 #include "support/DataFolder.h"
 #include "support/ModuleTest.h"

@@ -1,10 +1,17 @@
-#include "graphics/GLTexture.h"
+#include "core/GLTexture.h"
 
 #include "core/LocationStack.h"
 #include "core/Strings.h"
-#include "graphics/GLTextureManager.h"
 
 namespace tarnwick {
+
+namespace {
+
+constexpr std::uint32_t sideWithoutPicture = 16; ///< Pixels, as of the checkerboard.
+
+} // namespace
+
+constinit GLTexture::Cache GLTexture::cache;
 
 GLTexture::GLTexture()
     : GLTexture("gfx\\default.tga") {
@@ -31,7 +38,7 @@ GLTexture::GLTexture(const GLTexture& other)
 
 GLTexture::~GLTexture() {
     TARNWICK_LOCATION("GLTexture::~GLTexture");
-    GLTextureManager::freeTexture(name);
+    giveBack(name);
 }
 
 GLTexture& GLTexture::operator=(const GLTexture& other) {
@@ -39,7 +46,7 @@ GLTexture& GLTexture::operator=(const GLTexture& other) {
     if (this == &other) {
         return *this;
     }
-    GLTextureManager::freeTexture(name);
+    giveBack(name);
     name = other.name;
     takeReference();
     return *this;
@@ -51,7 +58,7 @@ GLTexture& GLTexture::operator=(std::string& fileName) {
     if (fileName == name) {
         return *this;
     }
-    GLTextureManager::freeTexture(name);
+    giveBack(name);
     name = fileName;
     takeReference();
     return *this;
@@ -71,12 +78,21 @@ GLTexture& GLTexture::operator=(const char* fileName) {
 
 void GLTexture::takeReference() {
     TARNWICK_LOCATION("GLTexture::takeReference");
-    const GLTextureInternal& entry = GLTextureManager::loadTexture(name);
-    width = entry.width;
-    height = entry.height;
-    textureId = entry.textureId;
-    hasAlpha = entry.hasAlpha;
-    name = entry.name;
+    if (cache.take != nullptr) {
+        cache.take(*this);
+        return;
+    }
+    slStringUpper(name);
+    width = height = sideWithoutPicture;
+    textureId = 0;
+    hasAlpha = false;
+}
+
+void GLTexture::giveBack(const std::string& fileName) {
+    TARNWICK_LOCATION("GLTexture::giveBack");
+    if (cache.giveBack != nullptr) {
+        cache.giveBack(fileName);
+    }
 }
 
 } // namespace tarnwick

@@ -1,0 +1,4 @@
+// Nothing: that it links is the test.
+int main() {
+    return 0;
+}
