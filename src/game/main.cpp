@@ -8,6 +8,7 @@
 #include "game/Game.h"
 #include "game/HighScores.h"
 #include "game/Modules.h"
+#include "game/StartFile.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 #include "gui/IntroScreen.h"
@@ -16,13 +17,18 @@ using namespace tarnwick;
 
 namespace {
 
-/// Full screen at the desktop's own size.
-void openWindow() {
+/// Full screen at the desktop's own size, unless the start asks for a window.
+void openWindow(const StartFile& start) {
     TARNWICK_LOCATION("openWindow");
-    GLWindow::createWindow("Tarnwick: Version 1.00", 800, 600);
+    GLWindow::createWindow("Tarnwick: Version " TARNWICK_VERSION_SHOWN, 800, 600);
     GLWindow::center();
     GLWindow::setCursor(0);
-    GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
+    if (start.asksForWindow()) {
+        GLWindow::setClientSize(start.windowWidth, start.windowHeight);
+        GLWindow::center();
+    } else {
+        GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
+    }
     GLWindow::enableVsync(true);
 }
 
@@ -46,7 +52,8 @@ int main() {
     installCrashHandlers();
     TARNWICK_LOCATION("main");
     CrashReport::setWindowClosing(GLWindow::close);
-    openWindow();
+    const StartFile start = StartFile::read();
+    openWindow(start);
     GLTextureManager::initialise();
     BasicCommands::handOver();
     GLConsole::initialise();
@@ -58,7 +65,7 @@ int main() {
     HighScores::loadScores();
     GLWindow::giveFocous();
     if (GLWindow::exists()) {
-        Game::run("maps\\testLevel.rivl");
+        Game::run(start.map);
     }
     HighScores::saveScores();
     Modules::shutdown();

@@ -59,7 +59,7 @@ std::optional<SimulationOptions> SimulationOptions::fromCommandLine(int argc, ch
                  "Two runs of one command give the same bytes.",
                  "tarnwick-sim"};
     SimulationOptions options;
-    app.set_version_flag("--version", "tarnwick-sim 1.00");
+    app.set_version_flag("--version", "tarnwick-sim " TARNWICK_VERSION);
     app.add_option("LEVEL", options.level, "level file, or else a name inside the data folder")->required();
     app.add_option("--data", options.dataFolder,
                    "folder with cfg, maps, gfx and snd [the one beside the build]")

@@ -10,6 +10,10 @@ std::filesystem::path dataFolderBesideProgram() {
         if (fs::is_directory(folder / "data" / "cfg", error)) { // a folder that is missing sets the error too
             return folder / "data";
         }
+        const fs::path installed = folder / "share" / "games" / "tarnwick";
+        if (fs::is_directory(installed / "cfg", error)) {
+            return installed;
+        }
         folder = folder.parent_path();
     }
     return {};
