@@ -42,6 +42,7 @@ public:
 private:
     friend class ModuleReset;
     friend class CheckPointTimesManagerTest;
+    friend class CheckPointRows; // tools: dump and restore
 
     /// What is on screen.
     enum class Display : std::int32_t {

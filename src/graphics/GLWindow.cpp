@@ -2,6 +2,7 @@
 
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
+#include "core/LongWork.h"
 #include "graphics/GLWindowEventListener.h"
 
 #include <GL/gl.h>
@@ -44,6 +45,20 @@ bool driverIs(const char* driver) {
     TARNWICK_LOCATION("GLWindow::driverIs");
     const char* const current = SDL_GetCurrentVideoDriver();
     return current != nullptr && std::strcmp(current, driver) == 0;
+}
+
+/// Pumps within work that takes long. Within a tick no listener hears of keys and clicks; they are lost.
+bool liveThroughWork(LongWork::Kind kind) {
+    TARNWICK_LOCATION("GLWindow::liveThroughWork");
+    GLWindowEventListener* const listener = GLWindow::getEventListener();
+    if (kind == LongWork::Kind::tick) {
+        GLWindow::setEventListener(nullptr);
+    }
+    GLWindow::run();
+    if (kind == LongWork::Kind::tick && GLWindow::exists()) {
+        GLWindow::setEventListener(listener);
+    }
+    return GLWindow::exists();
 }
 
 } // namespace
@@ -210,6 +225,7 @@ SDL_Window* GLWindow::createPlatformWindow(std::int32_t width, std::int32_t heig
 void GLWindow::openForEvents() {
     TARNWICK_LOCATION("GLWindow::openForEvents");
     state.open = true;
+    LongWork::setWatch(liveThroughWork);
     state.title = defaultTitle;
     state.mouseX = 0;
     state.mouseY = 0;

@@ -4,6 +4,7 @@
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
 #include "graphics/KeyMap.h"
+#include "graphics/WindowFeed.h"
 
 #include <SDL.h>
 
@@ -72,6 +73,7 @@ std::uint32_t buttonBit(std::uint8_t button) {
 
 void GLWindow::run() {
     TARNWICK_LOCATION("GLWindow::run");
+    WindowFeed::run();
     SDL_Event event;
     while (state.open && SDL_PollEvent(&event) == 1) {
         windowProcedure(event);

@@ -42,6 +42,7 @@ public:
 private:
     friend class ModuleReset;
     friend class GameMenusTest;
+    friend class MenuRows; // tools: dump and restore
 
     struct State {
         std::array<std::unique_ptr<GuiScreen>, menu::last + 1> screens; ///< By number; none at 0.

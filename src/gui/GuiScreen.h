@@ -80,6 +80,7 @@ public:
 
 private:
     friend class GuiScreenTest;
+    friend class MenuRows; // tools: dump and restore
 
     /// An event that waits, with the widget it is for and its arguments.
     template <typename... Arguments>

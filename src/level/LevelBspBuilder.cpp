@@ -3,10 +3,12 @@
 #include "core/BoxRow.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/LongWork.h"
 #include "level/LevelBspPartition.h"
 #include "level/Polygon2D.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace tarnwick {
@@ -70,6 +72,47 @@ bool liesInside(float position, float length) {
     return position > cutMargin && position < length - cutMargin;
 }
 
+/// A stretch of an edge.
+struct Piece {
+    const LevelBspNode* parent = nullptr;
+    Vector2 start;
+    Vector2 end;
+
+    bool isWhole(const LevelBspNode& edge) const {
+        TARNWICK_LOCATION("Piece::isWhole");
+        return start == edge.start && end == edge.end; // exactly
+    }
+};
+
+/// What two edges in one line leave of each other, taken as opposite in direction.
+struct Cut {
+    std::array<Piece, 4> pieces; ///< Those of the second edge first.
+    std::size_t count = 0;
+
+    Cut(const LevelBspNode& e1, const LevelBspNode& e2) {
+        TARNWICK_LOCATION("Cut::Cut");
+        if (liesInside(dotProduct(e1.start - e2.start, e2.direction), e2.length)) {
+            pieces[count++] = {&e2, e1.start, e2.end};
+        }
+        if (liesInside(dotProduct(e1.end - e2.start, e2.direction), e2.length)) {
+            pieces[count++] = {&e2, e2.start, e1.end};
+        }
+        if (liesInside(dotProduct(e2.start - e1.start, e1.direction), e1.length)) {
+            pieces[count++] = {&e1, e2.start, e1.end};
+        }
+        if (liesInside(dotProduct(e2.end - e1.start, e1.direction), e1.length)) {
+            pieces[count++] = {&e1, e1.start, e2.end};
+        }
+    }
+
+    /// Whether the two pieces are the two edges again.
+    bool givesBothAgain() const {
+        TARNWICK_LOCATION("Cut::givesBothAgain");
+        return count == 2 && pieces[0].parent != pieces[1].parent && pieces[0].isWhole(*pieces[0].parent) &&
+               pieces[1].isWhole(*pieces[1].parent);
+    }
+};
+
 /// The pass of `optimiseInitialNodeList` over its list.
 ///
 /// Something happens to a pair only if the second edge starts where the first ends, or if it lies in the
@@ -97,7 +140,8 @@ public:
 
     void run() {
         TARNWICK_LOCATION("EdgeMerger::run");
-        for (std::size_t first = 0; first < edges.size(); ++first) { // pieces make the list grow meanwhile
+        // Pieces make the list grow meanwhile.
+        for (std::size_t first = 0; first < edges.size() && LongWork::goesOn(); ++first) {
             if (!deleted[first] && !edges[first].polygon->destructable) {
                 treatPairsOf(first);
             }
@@ -165,7 +209,10 @@ private:
         }
         const bool inLine = std::abs(dotProduct(e2.start - e1.start, e1.normal)) < nearDistance &&
                             std::abs(dotProduct(e2.end - e1.start, e1.normal)) < nearDistance;
-        return inLine && shareStretch(e1, e2) ? Outcome::bothAreCut : Outcome::nothing;
+        // An edge longer than 65,536 units may, by rounding, hold its own end inside its twin: cut at it,
+        // both would come back as they were, without end.
+        return inLine && shareStretch(e1, e2) && !Cut(e1, e2).givesBothAgain() ? Outcome::bothAreCut
+                                                                               : Outcome::nothing;
     }
 
     /// Whether two edges that lie in one line overlap there.
@@ -198,21 +245,13 @@ private:
         }
     }
 
-    /// Puts in the place of two edges in one line what the other leaves of each, the two taken as opposite in
-    /// direction.
+    /// Puts in the place of two edges in one line what the other leaves of each.
     void cutOverlap(const LevelBspNode& e1, const LevelBspNode& e2) {
         TARNWICK_LOCATION("EdgeMerger::cutOverlap");
-        if (liesInside(dotProduct(e1.start - e2.start, e2.direction), e2.length)) {
-            addPiece(e2, e1.start, e2.end);
-        }
-        if (liesInside(dotProduct(e1.end - e2.start, e2.direction), e2.length)) {
-            addPiece(e2, e2.start, e1.end);
-        }
-        if (liesInside(dotProduct(e2.start - e1.start, e1.direction), e1.length)) {
-            addPiece(e1, e2.start, e1.end);
-        }
-        if (liesInside(dotProduct(e2.end - e1.start, e1.direction), e1.length)) {
-            addPiece(e1, e1.start, e2.end);
+        const Cut cut(e1, e2);
+        for (std::size_t i = 0; i < cut.count; ++i) {
+            const Piece& piece = cut.pieces[i];
+            addPiece(*piece.parent, piece.start, piece.end);
         }
     }
 

@@ -24,7 +24,7 @@ public:
     /// Cuts away what two edges in opposite directions share, and makes one edge of two that run on in line.
     /// Every edge, from the front of the list, is compared with those behind it until something happens to
     /// it; pieces go to the back, where they are compared in their turn. Edges of destructable polygons stay
-    /// whole.
+    /// whole, and so do two edges of which a cut would leave just these two again.
     static void optimiseInitialNodeList(std::vector<LevelBspNode>& edges);
 
     static void removeCaulkNodes(std::vector<LevelBspNode>& edges);

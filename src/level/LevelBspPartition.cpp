@@ -3,6 +3,7 @@
 #include "core/BoxRow.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/LongWork.h"
 
 #include <algorithm>
 #include <cmath>
@@ -128,7 +129,7 @@ LevelBspPartition::LevelBspPartition(const std::vector<LevelBspNode>& edges) {
 
 std::vector<LevelBspNode> LevelBspPartition::build() {
     TARNWICK_LOCATION("LevelBspPartition::build");
-    while (!pending.empty()) {
+    while (!pending.empty() && LongWork::goesOn()) {
         Side side = std::move(pending.back());
         pending.pop_back();
         divide(std::move(side));
@@ -182,7 +183,7 @@ std::size_t LevelBspPartition::choosePartitionNode(const Entries& entries) {
     }
     std::size_t best = 0;
     std::int64_t bestScore = scorer.score(entries[0].edge, CandidateScorer::dropped - 1);
-    for (std::size_t i = 1; i < entries.size(); ++i) {
+    for (std::size_t i = 1; i < entries.size() && LongWork::goesOn(); ++i) {
         const bool winsTies = entries[i].place < entries[best].place;
         const std::int64_t score = scorer.score(entries[i].edge, winsTies ? bestScore : bestScore - 1);
         if (score != CandidateScorer::dropped) {

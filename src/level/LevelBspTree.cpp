@@ -128,6 +128,9 @@ void LevelBspTree::create() {
         return;
     }
     state.nodes = LevelBspBuilder::buildTree(edges);
+    if (state.nodes.empty()) { // the window was closed meanwhile
+        return;
+    }
     state.depth = deepest(state.nodes);
     state.crossings.resize(state.depth);
     state.rootNode = state.nodes.data();

@@ -3,6 +3,7 @@
 #include "audio/SoundSourceManager.h"
 #include "core/DataFiles.h"
 #include "core/FrameTimer.h"
+#include "core/GLTexture.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
@@ -74,6 +75,8 @@ public:
     std::list<LevelObject> objects;
     std::list<SoundSource> soundSources;
     std::list<FxParticleEmitter> emitters;
+    /// Every polygon begins with the default picture and most give it up at once: held here, it is read once.
+    const GLTexture defaultPicture;
 
     void wrongVersion(std::uint32_t found) override {
         TARNWICK_LOCATION("LevelBuilder::wrongVersion");

@@ -57,6 +57,8 @@ void LevelObjectsManager::shutdown() {
     }
     staticObjects.clear();
     animatedObjects.clear();
+    state.createdStatic = 0;
+    state.createdAnimated = 0;
     CommandRegistry::remove(commands);
 }
 
@@ -120,6 +122,7 @@ void LevelObjectsManager::conCmdObjectCreate(const std::string& typed) {
     object.id = static_cast<std::uint32_t>(arguments.integer(2));
     object.setTexture(arguments.text(3));
     addObject(object);
+    ++(object.frameCount == 1 ? state.createdStatic : state.createdAnimated);
 }
 
 } // namespace tarnwick

@@ -89,6 +89,7 @@ public:
 private:
     friend class ModuleReset;
     friend class LevelObjectsManagerTest;
+    friend class ObjectRows; // tools: dump and restore
 
     struct Waiting {
         LevelObjectDrawable drawable;
@@ -103,10 +104,12 @@ private:
     struct State {
         std::array<LayerQueue, layerCount> layerQueues; ///< Filled by `prepareDraw`, emptied by `drawLayer`.
         bool objectsDraw = true;                        ///< Off: nothing is queued.
-        bool objectsCull = true;      ///< Off: everything is queued, also what is off or far away.
-        bool objectsDrawIds = false;  ///< Debug drawing: every object's id.
-        float animationSpeed = 15.0f; ///< Frames per second of all animations; 0 stops them.
-        QuadArray quads;              ///< Of one texture's objects, while a layer is drawn.
+        bool objectsCull = true;         ///< Off: everything is queued, also what is off or far away.
+        bool objectsDrawIds = false;     ///< Debug drawing: every object's id.
+        float animationSpeed = 15.0f;    ///< Frames per second of all animations; 0 stops them.
+        QuadArray quads;                 ///< Of one texture's objects, while a layer is drawn.
+        std::size_t createdStatic = 0;   ///< Objects at the front of `staticObjects` that the console made,
+        std::size_t createdAnimated = 0; ///< and of `animatedObjects`.
     };
     static State state;
 

@@ -2,6 +2,7 @@
 
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/LongWork.h"
 
 #include <cmath>
 
@@ -105,13 +106,13 @@ bool OutlineIndex::covers(const float* triangle) const {
 bool OutlineIndex::crossesItself() const {
     TARNWICK_LOCATION("OutlineIndex::crossesItself");
     return std::any_of(chain.begin(), chain.end(),
-                       [this](const Polygon2D::Edge& edge) { return crosses(edge); });
+                       [this](const Polygon2D::Edge& edge) { return crosses(edge) || !LongWork::goesOn(); });
 }
 
 /// The number of edges at the front of the open chain of which none crosses another.
 std::size_t OutlineIndex::edgesBeforeFirstCrossing() const {
     TARNWICK_LOCATION("OutlineIndex::edgesBeforeFirstCrossing");
-    for (std::size_t last = 1; last < chain.size(); ++last) {
+    for (std::size_t last = 1; last < chain.size() && LongWork::goesOn(); ++last) {
         const Polygon2D::Edge& edge = chain[last];
         const Box box = Box::around(edge.start, edge.end);
         for (std::size_t i = nextNear(0, box); i < last; i = nextNear(i + 1, box)) {
@@ -128,7 +129,8 @@ std::size_t OutlineIndex::edgesBeforeFirstCrossing() const {
 std::size_t OutlineIndex::longestSimplePrefix() const {
     TARNWICK_LOCATION("OutlineIndex::longestSimplePrefix");
     // Edges of a prefix are edges of every longer one; only the closing edge is its own.
-    for (std::size_t edges = std::min(edgesBeforeFirstCrossing(), chain.size() - 1); edges >= 2; --edges) {
+    for (std::size_t edges = std::min(edgesBeforeFirstCrossing(), chain.size() - 1);
+         edges >= 2 && LongWork::goesOn(); --edges) {
         const Polygon2D::Edge closing{chain[edges - 1].end, chain.front().start};
         const Box box = Box::around(closing.start, closing.end);
         bool crossed = false;

@@ -2,6 +2,7 @@
 
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/LongWork.h"
 #include "level/OutlineIndex.h"
 
 #include <algorithm>
@@ -61,6 +62,9 @@ public:
         TARNWICK_LOCATION("EarClipper::clip");
         std::size_t e1 = 0;
         while (next[e1] != none) {
+            if (!LongWork::goesOn()) {
+                return false;
+            }
             const std::size_t e2 = next[e1];
             if (isEar(chain[e1], chain[e2])) {
                 store(trianglesX, trianglesY, chain[e1], chain[e2]);

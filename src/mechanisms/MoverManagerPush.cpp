@@ -2,6 +2,7 @@
 
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "core/LongWork.h"
 #include "level/Polygon2D.h"
 #include "mechanisms/MoverManager.h"
 #include "particles/CircleCollision.h"
@@ -17,6 +18,9 @@ namespace {
 
 constexpr float longestStep = 1.7f; ///< World units that a polygon moves between two looks around.
 static_assert(longestStep == 0.85f * particleRadius);
+/// Of one push, between two looks whether the window lives: only a mover of absurd speed has as many in a
+/// tick.
+constexpr std::uint32_t stepsBetweenLooks = 4096;
 constexpr float touchMargin = 0.25f;   ///< World units between a body and an edge that it touches already.
 constexpr float nearbyDistance = 6.0f; ///< World units: how far a step hands the push on from one particle.
 
@@ -127,7 +131,11 @@ void MoverManager::pushBodies(const DynamicPolygon& pusher, float dt) {
     state.push.touchingParticles.clear();
     state.push.touchingGroups.clear();
     findTouching(pusher, place);
+    std::uint32_t steps = 0;
     while (remaining > 0.0f) {
+        if (++steps % stepsBetweenLooks == 0 && !LongWork::goesOnWithinTick()) {
+            break;
+        }
         const float move = std::min(remaining, longestStep);
         const Vector2 step = pushDirection * move;
         place += step;

@@ -23,6 +23,17 @@ namespace {
 constexpr float viewMargin = 130.0f;        ///< World units outside the view at which a particle is lost.
 constexpr float wholeTurn = 6.2831855f;     ///< Radians.
 constexpr float shortestKillTime = 0.0001f; ///< Seconds: the drawing divides by the kill time.
+/// Free and frozen, up to which `ParticleCreate` makes more: a tick of many more would take minutes.
+constexpr std::uint64_t mostParticlesMade = 65'536;
+
+std::uint64_t particlesInAll() {
+    TARNWICK_LOCATION("ParticleManager::particlesInAll");
+    std::uint64_t count = ParticleManager::particles.size();
+    for (const ParticleGroup& group : ParticleGroupMover::groups) {
+        count += group.members.size();
+    }
+    return count;
+}
 
 } // namespace
 
@@ -183,6 +194,10 @@ void ParticleManager::conCmdParticleCreate(const std::string& typed) {
     const std::int32_t amount = arguments.integer(3);
     if (amount <= 0) {
         Log::print("\nInvalid number of particles to make");
+        return;
+    }
+    if (static_cast<std::uint64_t>(amount) + particlesInAll() > mostParticlesMade) {
+        Log::print("\nToo many particles: the command makes no more than 65536 in all");
         return;
     }
     const Vector2 centre{arguments.number(0), arguments.number(1)};

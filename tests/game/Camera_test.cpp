@@ -51,6 +51,13 @@ protected:
 };
 
 TEST_F(CameraTest, InitialisingPutsEverythingAtItsStart) {
+    state().cameraState = Camera::holdingZoom;
+    state().cameraX = state().cameraY = state().cameraAngle = state().cameraTurnSpeed = 5.0f;
+    state().cameraZoom = 1.25f;
+    state().shakeOffsetX = state().shakeOffsetY = 3.0f;
+    state().shaking = true;
+    state().shakeTimeLeft = state().zoomTimeLeft = 2.0f;
+
     Camera::initialise();
     Camera::setState(Camera::normal);
     Camera::setPosition(50.0f, 60.0f);
@@ -72,6 +79,9 @@ TEST_F(CameraTest, InitialisingPutsEverythingAtItsStart) {
     EXPECT_EQ(Camera::position(), (Vector2{-1000.0f, 0.0f}));
     EXPECT_EQ(Camera::zoom(), 1.0f);
     EXPECT_EQ(Camera::angle(), 0.0f);
+    EXPECT_EQ(state().cameraTurnSpeed, 0.0f);
+    EXPECT_EQ(Camera::shakeOffset(), Vector2{});
+    EXPECT_FALSE(state().shaking);
     EXPECT_TRUE(Camera::movingTowardsWaypoint());
     EXPECT_EQ(Camera::shakeOffset(), Vector2{});
     EXPECT_EQ(state().shakeTargetX, 0.0f);

@@ -3,6 +3,7 @@
 #include "console/GLConsole.h"
 #include "game/Camera.h"
 #include "support/LevelDrawingTest.h"
+#include "support/SceneAccess.h"
 
 #include <GL/gl.h>
 
@@ -10,6 +11,10 @@ namespace tarnwick {
 
 class DynamicPolygonRendererTest : public LevelDrawingTest {
 protected:
+    DynamicPolygonRendererTest() = default;
+    DynamicPolygonRendererTest(std::int32_t width, std::int32_t height)
+        : LevelDrawingTest(width, height) {}
+
     static const std::list<DynamicPolygonEntry>& entries() {
         return DynamicPolygonRenderer::state.dynamicPolygons;
     }
@@ -139,6 +144,48 @@ TEST_F(DynamicPolygonRendererTest, TheSquareFollowsTheCameraAndTheOffsetThePolyg
 
     EXPECT_FALSE(seenFromTheOrigin);
     EXPECT_TRUE(seenFromNearby);
+    EXPECT_FALSE(queued());
+}
+
+TEST_F(DynamicPolygonRendererTest, TheSquareGrowsWithTheZoomAndFollowsTheShake) {
+    addSquare(650.0f, 0.0f, 8.0f, "red").moveable = true;
+    DynamicPolygonRenderer::initialise();
+    const auto seenAt = [](Vector2 shake, float zoom) {
+        SceneAccess::placeCamera({}, shake, 0.0f, zoom);
+        draw();
+        DynamicPolygonRenderer::prepareDraw(Camera::view());
+        const bool seen = queued();
+        draw();
+        return seen;
+    };
+
+    EXPECT_FALSE(seenAt({}, 1.0f));
+    EXPECT_TRUE(seenAt({}, 1.25f)); // 520 units by 1.25
+    EXPECT_FALSE(seenAt({}, 1.24f));
+    EXPECT_TRUE(seenAt({130.0f, 0.0f}, 1.0f));
+    EXPECT_FALSE(seenAt({129.0f, 0.0f}, 1.0f));
+}
+
+/// A window of 60 by 80: its view is 800 units wide and 1067 high.
+class UprightPolygonRendererTest : public DynamicPolygonRendererTest {
+protected:
+    UprightPolygonRendererTest()
+        : DynamicPolygonRendererTest(60, 80) {
+        writeFlatPicture("gfx/red.tga", red);
+    }
+};
+
+TEST_F(UprightPolygonRendererTest, TheLargerSideOfTheViewTellsWhatIsDrawn) {
+    addSquare(0.0f, 693.0f, 8.0f, "red").moveable = true; // 0.65 of 1066.7 units down
+    DynamicPolygonRenderer::initialise();
+    DynamicPolygonRenderer::prepareDraw(Camera::view());
+    const bool inside = queued();
+    draw();
+    Level::polygons.back().offsetY = 1.0f;
+
+    DynamicPolygonRenderer::prepareDraw(Camera::view());
+
+    EXPECT_TRUE(inside);
     EXPECT_FALSE(queued());
 }
 

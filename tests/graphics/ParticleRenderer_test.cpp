@@ -262,6 +262,35 @@ TEST_F(ParticleRendererTest, AllOutlinesLieUnderAllSprites) {
     EXPECT_EQ(pixel(28, 20), red);
 }
 
+TEST_F(ParticleRendererTest, OutlinesOfSteamLieOverThoseOfWaterAndThoseOfIceOverSteam) {
+    start("water_color_a = 0 steam_color_a = 0 ice_color_a = 0 "
+          "water_outline_color_b = 1 water_outline_color_a = 1 "
+          "steam_outline_color_g = 1 steam_outline_color_a = 1 "
+          "ice_outline_color_r = 1 ice_outline_color_a = 1 ");
+    addIce(24.0f, 20.0f);
+    addSteam(22.0f, 20.0f);
+    addWater(20.0f, 20.0f);
+
+    draw();
+
+    EXPECT_EQ(pixel(19, 20), blue);
+    EXPECT_EQ(pixel(21, 20), green);
+    EXPECT_EQ(pixel(23, 20), red);
+}
+
+TEST_F(ParticleRendererTest, TheOutlineOfADyingParticleFadesWithItsTimer) {
+    start("water_color_a = 0 water_outline_color_r = 1 water_outline_color_a = 1 water_outline_size = 2 ");
+    Particle& dying = addWater(20.0f, 20.0f);
+    dying.dying = true;
+    dying.killTimer = 0.5f;
+    addWater(40.0f, 20.0f);
+
+    draw();
+
+    EXPECT_PRED2(alike, pixel(20, 20), (FramePicture::Pixel{64, 0, 0}));
+    EXPECT_EQ(pixel(40, 20), red);
+}
+
 TEST_F(ParticleRendererTest, SpritesOfSteamLieOverWaterAndThoseOfIceOverSteam) {
     start();
     addWater(20.0f, 20.0f);

@@ -240,4 +240,16 @@ TEST_F(LevelBspBuilderTest, EmptyListsStayEmpty) {
     EXPECT_TRUE(LevelBspBuilder::buildTree(list).empty());
 }
 
+TEST_F(LevelBspBuilderTest, TwoLongEdgesOfWhichACutWouldLeaveTheSameTwoStayAsTheyAre) {
+    // On edges beyond 65,536 units rounding puts the end of one inside the other.
+    const Polygon2D& first = add({{0, 0}, {61406, -22941}, {30000, 40000}});
+    const Polygon2D& second = add({{0, 0}, {61406, -22941}, {30000, 40000}});
+
+    const std::vector<LevelBspNode> list = edges();
+
+    EXPECT_TRUE(contains(list, {0, 0}, {61406, -22941}));
+    EXPECT_EQ(countOf(list, first), countOf(list, second));
+    EXPECT_LE(list.size(), 6u);
+}
+
 } // namespace tarnwick

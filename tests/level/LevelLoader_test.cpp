@@ -8,8 +8,12 @@
 #include "level/LevelObjectsManager.h"
 #include "level/SurfaceTypeManager.h"
 #include "support/DataFolder.h"
+#include "support/LevelDrawingTest.h"
 #include "support/LevelFileBuilder.h"
 #include "support/ModuleTest.h"
+
+#include <sys/inotify.h>
+#include <unistd.h>
 
 #include <random>
 #include <string>
@@ -351,6 +355,38 @@ TEST_F(LevelLoaderTest, RandomBytesNeverHarmTheLevel) {
 
         EXPECT_TRUE(loaded || Level::polygons.size() == 2);
     }
+}
+
+/// Loads with a GL context, in which pictures are read from their files.
+class LoadedPicturesTest : public LevelDrawingTest {
+protected:
+    /// How often the default picture's file was opened by the load of a level of so many polygons.
+    int openingsOfTheDefault(std::size_t polygons) {
+        LevelFile level;
+        for (std::size_t i = 0; i < polygons; ++i) {
+            level.polygons.push_back(polygonRecord({{0, 0}, {20, 0}, {0, 20}}));
+            level.polygons.back().textureName = i % 3 == 0 ? "" : "gfx\\red.tga";
+        }
+        data.write("maps/test.rivl", LevelFileBuilder::write(level));
+        const int watcher = inotify_init1(IN_NONBLOCK);
+        inotify_add_watch(watcher, (data.path() / "gfx/default.tga").c_str(), IN_OPEN);
+        EXPECT_TRUE(LevelLoader::loadLevel("maps\\test.rivl"));
+        alignas(inotify_event) char events[16384];
+        const ssize_t bytes = read(watcher, events, sizeof events);
+        close(watcher);
+        return bytes < 0 ? 0 : static_cast<int>(bytes / static_cast<ssize_t>(sizeof(inotify_event)));
+    }
+};
+
+TEST_F(LoadedPicturesTest, TheDefaultPictureIsReadOnceALoad) {
+    writeFlatPicture("gfx/default.tga", blue);
+
+    const int withOne = openingsOfTheDefault(2);
+    Level::clear();
+
+    EXPECT_GT(withOne, 0);
+    EXPECT_EQ(openingsOfTheDefault(40), withOne);
+    EXPECT_EQ(Level::polygons.front().texture.name, "GFX\\DEFAULT.TGA"); // a polygon without a picture
 }
 
 } // namespace tarnwick

@@ -4,6 +4,7 @@
 #include "game/Camera.h"
 #include "support/ConsoleAnswer.h"
 #include "support/LevelDrawingTest.h"
+#include "support/SceneAccess.h"
 
 #include <GL/gl.h>
 
@@ -266,6 +267,22 @@ TEST_F(LevelObjectsManagerTest, TheSquareFollowsTheCameraAndTheOffsetTheObject) 
     EXPECT_EQ(seenFromTheOrigin, 0u);
     EXPECT_EQ(seenFromNearby, 1u);
     EXPECT_EQ(queued(), 0u);
+}
+
+TEST_F(LevelObjectsManagerTest, TheSquareGrowsWithTheZoomAndFollowsTheShake) {
+    add(652.0f, 0.0f, "red"); // its left side at 650
+    const auto seenAt = [](Vector2 shake, float zoom) {
+        draw();
+        SceneAccess::placeCamera({}, shake, 0.0f, zoom);
+        LevelObjectsManager::prepareDraw(Camera::view());
+        return queued() == 1;
+    };
+
+    EXPECT_FALSE(seenAt({}, 1.0f));
+    EXPECT_TRUE(seenAt({}, 1.25f)); // 520 units by 1.25
+    EXPECT_FALSE(seenAt({}, 1.24f));
+    EXPECT_TRUE(seenAt({130.0f, 0.0f}, 1.0f));
+    EXPECT_FALSE(seenAt({129.0f, 0.0f}, 1.0f));
 }
 
 /// A window of 60 by 80: its view is 800 units wide and 1067 high.

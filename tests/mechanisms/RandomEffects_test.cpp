@@ -3,10 +3,10 @@
 
 #include "core/Random.h"
 #include "game/Camera.h"
-#include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "mechanisms/FxParticleManager.h"
 #include "reference/PlainEffects.h"
+#include "reference/RandomWindow.h"
 #include "support/ModuleTest.h"
 #include "support/SceneAccess.h"
 
@@ -81,7 +81,6 @@ Words wordsOf(const PlainEffect& particle) {
 
 class RandomEffectsTest : public ModuleTest {
 protected:
-    RandomEffectsTest() { GLWindow::createHeadless(800, 600); }
     ~RandomEffectsTest() override { GLWindow::close(); }
 
     void addEmitter(Dice& dice) {
@@ -136,7 +135,6 @@ protected:
             dice.chance(0.5f) ? Vector2{dice.between(-5.0f, 5.0f), dice.between(-5.0f, 5.0f)} : Vector2{};
         view.angle = dice.between(-180.0f, 180.0f);
         view.zoom = dice.between(0.8f, 2.5f);
-        view.areaX = Game::getViewAreaX();
         SceneAccess::placeCamera(view.position, view.shake, view.angle, view.zoom);
     }
 
@@ -193,6 +191,10 @@ protected:
         FxParticleManager::particles.clear();
         FxParticleManager::emitters.clear();
         plain = {};
+        const RandomWindow window(seed);
+        GLWindow::close();
+        GLWindow::createHeadless(window.width, window.height);
+        plain.view.areaX = window.areaX();
         Dice dice(seed);
         SceneSettings settings;
         settings.gravity = plain.gravity = dice.between(0.0f, 1500.0f);
@@ -207,7 +209,6 @@ protected:
             if (tick > 0) {
                 moveCamera(dice);
             } else {
-                plain.view.areaX = Game::getViewAreaX();
                 SceneAccess::placeCamera({}, {}, 0.0f, 1.0f);
             }
             meddle(dice);

@@ -289,7 +289,7 @@ protected:
 };
 
 TEST_F(RandomTriggersTest, SmallScenesAreThePlainReadingToTheLastBit) {
-    const std::uint32_t scenes = sanitised ? 12 : 120;
+    const std::uint32_t scenes = sanitised ? 12 : 200;
     std::map<std::int32_t, int> scenesWithType;
     for (std::uint32_t seed = 5001; seed <= 5000 + scenes; ++seed) {
         runScene(seed, 20 + static_cast<int>(seed - 5000) * 2, sanitised ? 100 : 150);

@@ -86,6 +86,30 @@ TEST_F(ParticleGroupMoverTest, ASingleFrozenParticleBecomesAGroupOfOne) {
     EXPECT_EQ(ParticleMover::particleGrid[257 * ParticleMover::gridSize + 258], nullptr);
 }
 
+TEST_F(ParticleGroupMoverTest, TheSharesOfIceAreHeldBetweenNothingAndAllAndItsGravityIsFree) {
+    const auto read = [this](const char* settings) {
+        data.write("cfg/water.cfg", settings);
+        ParticleGroupMover::initialise();
+        return SceneAccess::iceSettings();
+    };
+
+    const SceneSettings high =
+        read("particleGroupInterpolation = 1.5 groupExpandSpeed = 7 iceGravityStrenght = 3");
+    const SceneSettings low =
+        read("particleGroupInterpolation = -1 groupExpandSpeed = -0.1 iceGravityStrenght = -2");
+    const SceneSettings between = read("particleGroupInterpolation = 0.25 groupExpandSpeed = 0.75");
+
+    EXPECT_EQ(high.particleGroupInterpolation, 1.0f);
+    EXPECT_EQ(high.groupExpandSpeed, 1.0f);
+    EXPECT_EQ(high.iceGravityStrenght, 3.0f);
+    EXPECT_EQ(low.particleGroupInterpolation, 0.0f);
+    EXPECT_EQ(low.groupExpandSpeed, 0.0f);
+    EXPECT_EQ(low.iceGravityStrenght, -2.0f);
+    EXPECT_EQ(between.particleGroupInterpolation, 0.25f);
+    EXPECT_EQ(between.groupExpandSpeed, 0.75f);
+    EXPECT_EQ(between.iceGravityStrenght, 0.0f);
+}
+
 TEST_F(ParticleGroupMoverTest, ColdRunsThroughAWholeBodyOfWater) {
     for (int i = 0; i < 10; ++i) {
         addParticle({12.0f * static_cast<float>(i), 0.0f}, i == 4 ? -5.0f : 150.0f); // exactly 12 units apart

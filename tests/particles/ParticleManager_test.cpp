@@ -12,6 +12,7 @@
 #include "support/SceneAccess.h"
 
 #include <cmath>
+#include <vector>
 
 namespace tarnwick {
 
@@ -37,6 +38,25 @@ protected:
         particle.position = position;
         particle.temperature = 20.0f;
         return particle;
+    }
+
+    /// Of thirty particles, after ten ticks of ordinary gravity. Leaves none behind.
+    static std::vector<Vector2> placesAfterAFall() {
+        SceneSettings settings = stillness();
+        settings.gravity = 700.0f;
+        configure(settings);
+        seedRandom(1);
+        ParticleManager::createParticles(0.0f, 50.0f, 20.0f, 30);
+        for (int tick = 0; tick < 10; ++tick) {
+            ParticleManager::runSimulation(dt, Camera::view());
+        }
+        std::vector<Vector2> places;
+        for (const Particle& particle : ParticleManager::particles) {
+            places.push_back(particle.position);
+        }
+        ParticleManager::particles.clear();
+        ParticleMover::clearParticleGrid();
+        return places;
     }
 
     DataFolder data;
@@ -346,6 +366,7 @@ TEST_F(ParticleManagerTest, BeyondTheGridAParticleMovesAndIsAttractedButMeetsNob
 
 TEST_F(ParticleManagerTest, AbsurdGravityDoesNoHarm) {
     SceneAccess::buildBasin(-60.0f, 60.0f, 100.0f, 90.0f);
+    const std::vector<Vector2> before = placesAfterAFall();
     for (const float gravity : {1e30f, 3e38f, -3e38f}) {
         SceneSettings settings = stillness();
         settings.gravity = gravity;
@@ -358,11 +379,45 @@ TEST_F(ParticleManagerTest, AbsurdGravityDoesNoHarm) {
         }
         ParticleManager::particles.back().temperature = -1.0f;
         ParticleManager::runSimulation(dt, Camera::view());
+        EXPECT_LE(ParticleManager::particles.size(), 100u);
         ParticleManager::particles.clear();
         ParticleGroupMover::groups.clear();
         ParticleMover::clearParticleGrid();
     }
-    SUCCEED(); // the sanitisers judge
+
+    EXPECT_EQ(placesAfterAFall(), before); // nothing of it is left behind
+}
+
+TEST_F(ParticleManagerTest, WithoutGravityAParticleAtRestStaysWhereItIs) {
+    SceneAccess::buildBasin(-60.0f, 60.0f, 100.0f, 90.0f);
+    SceneSettings settings = stillness();
+    settings.gravity = 0.0f;
+    configure(settings);
+    Particle& particle = ParticleManager::particles.emplace_front();
+    particle.position = {3.0f, 50.0f};
+    particle.temperature = 20.0f;
+
+    for (int tick = 0; tick < 20; ++tick) {
+        ParticleManager::runSimulation(dt, Camera::view());
+    }
+
+    EXPECT_EQ(particle.position, (Vector2{3.0f, 50.0f}));
+    EXPECT_EQ(particle.velocity, Vector2{});
+    EXPECT_EQ(particle.speed, 0.0f);
+    EXPECT_EQ(particle.trail[2], (Vector2{3.0f, 50.0f}));
+}
+
+TEST_F(ParticleManagerTest, ParticleCreateMakesNoMoreThan65536InAll) {
+    ParticleManager::initialise();
+    ParticleGroupMover::groups.emplace_back().members.resize(6);
+    ParticleManager::particles.resize(30);
+    const char* const refusal = "\nToo many particles: the command makes no more than 65536 in all";
+
+    EXPECT_EQ(answerTo("ParticleCreate 1 2 5 65501"), refusal);
+    EXPECT_EQ(answerTo("ParticleCreate 1 2 5 2147483647"), refusal);
+    EXPECT_EQ(ParticleManager::particles.size(), 30u);
+    EXPECT_EQ(answerTo("ParticleCreate 1 2 5 65500"), "");
+    EXPECT_EQ(ParticleManager::particles.size(), 65530u);
 }
 
 } // namespace tarnwick

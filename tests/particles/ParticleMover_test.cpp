@@ -7,6 +7,7 @@
 #include "support/ModuleTest.h"
 #include "support/SceneAccess.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <list>
@@ -48,15 +49,21 @@ TEST_F(ParticleMoverTest, InitialiseAndShutdownPrintALineAndEmptyTheGrid) {
     EXPECT_EQ(GLConsole::outputText(), "\nInitialising particle mover..\nShutting down particle mover..");
 }
 
-TEST_F(ParticleMoverTest, ClearingTheGridUnlinksEveryFreeParticle) {
+TEST_F(ParticleMoverTest, ClearingTheGridUnlinksEveryFreeParticleAndNoneOfThemIsStuck) {
     Particle& particle = addParticle({});
+    Particle& other = addParticle({-512.0f, 1535.0f}); // in the last row
     ParticleMover::addGridParticle(particle);
+    ParticleMover::addGridParticle(other);
     ASSERT_EQ(cell(256, 256), &particle);
+    ASSERT_EQ(cell(0, 1023), &other);
 
     ParticleMover::clearParticleGrid();
 
-    EXPECT_EQ(cell(256, 256), nullptr);
+    EXPECT_TRUE(std::ranges::all_of(ParticleMover::particleGrid, [](auto* head) { return head == nullptr; }));
     EXPECT_FALSE(particle.inGrid);
+    EXPECT_FALSE(other.inGrid);
+    ParticleMover::addGridParticle(particle);
+    EXPECT_EQ(cell(256, 256), &particle);
 }
 
 TEST_F(ParticleMoverTest, TheGridReachesFurtherRightAndDownThanLeftAndUp) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <iterator>
+#include <vector>
 
 namespace tarnwick {
 
@@ -27,15 +28,19 @@ bool isInside(float position, float length) {
     return position > 0.01f && position < length - 0.01f;
 }
 
-void addPiece(NodeList& list, const LevelBspNode& parent, Vector2 start, Vector2 end) {
-    auto* piece = new LevelBspNode(parent);
-    piece->start = start;
-    piece->end = end;
-    piece->length = distanceBetween(start, end);
-    list.push_back(piece);
+LevelBspNode pieceOf(const LevelBspNode& parent, Vector2 start, Vector2 end) {
+    LevelBspNode piece = parent;
+    piece.start = start;
+    piece.end = end;
+    piece.length = distanceBetween(start, end);
+    return piece;
 }
 
-/// False when the two do not overlap in one line.
+bool isSameStretch(const LevelBspNode& a, const LevelBspNode& b) {
+    return a.start == b.start && a.end == b.end;
+}
+
+/// False when the two do not overlap in one line, or would come out as they are.
 bool cut(NodeList& list, const LevelBspNode& e1, const LevelBspNode& e2) {
     const float p1 = dotProduct(e2.start - e1.start, e1.normal);
     const float p2 = dotProduct(e2.end - e1.start, e1.normal);
@@ -49,21 +54,28 @@ bool cut(NodeList& list, const LevelBspNode& e1, const LevelBspNode& e2) {
     if (!collinear || !overlapping) {
         return false;
     }
-    if (isInside(s1, e2.length) && isInside(s2, e2.length)) {
-        addPiece(list, e2, e1.start, e2.end);
-        addPiece(list, e2, e2.start, e1.end);
-    } else if (isInside(s1, e2.length)) {
-        addPiece(list, e2, e1.start, e2.end);
-    } else if (isInside(s2, e2.length)) {
-        addPiece(list, e2, e2.start, e1.end);
+    std::vector<LevelBspNode> second;
+    std::vector<LevelBspNode> first;
+    if (isInside(s1, e2.length)) {
+        second.push_back(pieceOf(e2, e1.start, e2.end));
     }
-    if (isInside(t1, e1.length) && isInside(t2, e1.length)) {
-        addPiece(list, e1, e2.start, e1.end);
-        addPiece(list, e1, e1.start, e2.end);
-    } else if (isInside(t1, e1.length)) {
-        addPiece(list, e1, e2.start, e1.end);
-    } else if (isInside(t2, e1.length)) {
-        addPiece(list, e1, e1.start, e2.end);
+    if (isInside(s2, e2.length)) {
+        second.push_back(pieceOf(e2, e2.start, e1.end));
+    }
+    if (isInside(t1, e1.length)) {
+        first.push_back(pieceOf(e1, e2.start, e1.end));
+    }
+    if (isInside(t2, e1.length)) {
+        first.push_back(pieceOf(e1, e1.start, e2.end));
+    }
+    if (first.size() == 1 && second.size() == 1 && isSameStretch(first[0], e1) &&
+        isSameStretch(second[0], e2)) {
+        return false; // they would be cut for ever
+    }
+    for (const std::vector<LevelBspNode>* const pieces : {&second, &first}) {
+        for (const LevelBspNode& piece : *pieces) {
+            list.push_back(new LevelBspNode(piece));
+        }
     }
     return true;
 }

@@ -2,7 +2,6 @@
 
 #include "core/Random.h"
 #include "game/Camera.h"
-#include "game/Game.h"
 #include "graphics/GLWindow.h"
 #include "level/Level.h"
 #include "level/LevelBspTree.h"
@@ -10,6 +9,7 @@
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
+#include "reference/RandomWindow.h"
 #include "support/SceneAccess.h"
 
 #include <algorithm>
@@ -145,7 +145,7 @@ void RandomSceneTest::buildLevel(Dice& dice) {
 
 void RandomSceneTest::configure(Dice& dice) {
     SceneSettings settings;
-    settings.gravity = dice.between(0.0f, 1500.0f);
+    settings.gravity = dice.chance(0.15f) ? 0.0f : dice.between(0.0f, 1500.0f);
     settings.roomTemperature = dice.chance(0.3f) ? dice.between(-5.0f, 130.0f) : 20.0f;
     settings.heatTransferRate = dice.chance(0.2f) ? 1.0f : dice.between(0.0f, 0.5f);
     settings.steamRiseRate = dice.between(-0.5f, 2.0f);
@@ -186,7 +186,9 @@ void RandomSceneTest::fillScene(Dice& dice, int count) {
             particle.position = {dice.between(-700.0f, 700.0f), dice.between(-700.0f, 700.0f)};
         }
         std::ranges::fill(particle.trail, particle.position);
-        particle.velocity = {dice.between(-200.0f, 200.0f), dice.between(-200.0f, 200.0f)};
+        if (!dice.chance(0.1f)) { // else at rest, and without gravity it stays so
+            particle.velocity = {dice.between(-200.0f, 200.0f), dice.between(-200.0f, 200.0f)};
+        }
         particle.temperature = 20.0f;
         addParticle(particle);
     }
@@ -204,8 +206,7 @@ void RandomSceneTest::moveCamera(Dice& dice) {
         view.position = {dice.between(-400.0f, 400.0f), dice.between(-400.0f, 400.0f)};
     }
     SceneAccess::placeCamera(view.position, view.shake, view.angle, view.zoom);
-    plain.view = {view.position, view.shake,           view.angle,
-                  view.zoom,     Game::getViewAreaX(), Game::getViewAreaY()};
+    plain.view = view;
 }
 
 /// What triggers and movers would do to particles, groups and edges between two ticks.
@@ -359,10 +360,13 @@ std::string RandomSceneTest::anyDifference() const {
 /// Runs one scene side by side and stops at the first difference.
 void RandomSceneTest::runScene(std::uint32_t seed, int count, int ticks) {
     ModuleReset::all();
-    GLWindow::createHeadless(800, 600);
+    const RandomWindow window(seed);
+    GLWindow::createHeadless(window.width, window.height);
     Level::polygons.clear();
     plain = {};
     view = {};
+    view.areaX = window.areaX();
+    view.areaY = window.areaY();
     wanted = static_cast<std::size_t>(count);
     Dice dice(seed);
     buildLevel(dice);

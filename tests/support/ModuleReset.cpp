@@ -15,6 +15,7 @@
 #include "core/CrashReport.h"
 #include "core/DataFiles.h"
 #include "core/Log.h"
+#include "core/LongWork.h"
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/CheckPointTimesManager.h"
@@ -26,6 +27,7 @@
 #include "graphics/GLWindow.h"
 #include "graphics/LevelGeometryRenderer.h"
 #include "graphics/ParticleRenderer.h"
+#include "graphics/WindowFeed.h"
 #include "gui/GameMenus.h"
 #include "gui/GuiScreen.h"
 #include "gui/SplashScreen.h"
@@ -76,6 +78,7 @@ void ModuleReset::all() {
     GameSfx_Water::state = {};
     HighScores::state = {};
     LevelBspTree::state = {};
+    LongWork::state = {};
     LevelGeometryRenderer::state = {};
     LevelObjectsManager::animatedObjects.clear();
     LevelObjectsManager::staticObjects.clear();
@@ -105,6 +108,7 @@ void ModuleReset::all() {
     TriggerManager::triggers.clear();
     TriggerManager::state = {};
     Triggers_HeatSources::state = {};
+    WindowFeed::state = {};
 }
 
 } // namespace tarnwick

@@ -64,6 +64,15 @@ void SceneAccess::buildBowl(float width, float bottom, float slope) {
     buildTree();
 }
 
+SceneSettings SceneAccess::iceSettings() {
+    const ParticleGroupMover::State& groups = ParticleGroupMover::state;
+    SceneSettings settings;
+    settings.particleGroupInterpolation = groups.particleGroupInterpolation;
+    settings.groupExpandSpeed = groups.groupExpandSpeed;
+    settings.iceGravityStrenght = groups.iceGravityStrenght;
+    return settings;
+}
+
 float SceneAccess::simulationDecay() {
     return ParticleMover::state.simulationDecay;
 }

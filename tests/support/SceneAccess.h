@@ -34,6 +34,8 @@ public:
     /// Two slopes that meet at (0, `bottom`), each `width` wide and rising by `slope` units a unit.
     static void buildBowl(float width, float bottom, float slope);
     static float simulationDecay();
+    /// Of the settings that ice has; the others are those of a new `SceneSettings`.
+    static SceneSettings iceSettings();
 };
 
 } // namespace tarnwick

@@ -4,6 +4,7 @@
 #include "core/Vector2.h"
 #include "level/LevelFile.h"
 #include "level/Polygon2D.h"
+#include "tools/level/LevelFindings.h"
 #include "tools/level/LevelGeometry.h"
 #include "tools/level/LevelNames.h"
 #include "tools/level/ToolError.h"
@@ -23,8 +24,9 @@ namespace tarnwick {
 
 namespace {
 
-constexpr float shortestEdge = 0.01f;     ///< World units; the tree drops sides up to this length.
-constexpr double waterStartRadius = 10.0; ///< World units; the disc in which the first drops appear.
+constexpr float shortestEdge = 0.01f;      ///< World units; the tree drops sides up to this length.
+constexpr std::uint32_t mostPoints = 2000; ///< A ring of them takes 3 s, and the time grows with the cube.
+constexpr double waterStartRadius = 10.0;  ///< World units; the disc in which the first drops appear.
 
 std::string textOf(const LevelFile::Point& point) {
     return "(" + std::to_string(point.x) + ", " + std::to_string(point.y) + ")";
@@ -34,12 +36,6 @@ std::string textOf(const LevelFile::Point& point) {
 bool isExact(const LevelFile::Point& point) {
     return static_cast<std::int64_t>(static_cast<float>(point.x)) == point.x &&
            static_cast<std::int64_t>(static_cast<float>(point.y)) == point.y;
-}
-
-/// A side of a polygon by its number, from this point to the next, the last one back to point 0.
-Polygon2D::Edge sideOf(const Polygon2D& polygon, std::uint32_t side) {
-    const std::uint32_t next = side + 1 == polygon.pointCount() ? 0 : side + 1;
-    return {{polygon.pointsX[side], polygon.pointsY[side]}, {polygon.pointsX[next], polygon.pointsY[next]}};
 }
 
 /// Distance of a place from a side.
@@ -112,18 +108,14 @@ public:
         }
         validateMissingFiles();
         validateWaterStart();
-        validateIds();
+        validateEqualSides(level, polygons, findings);
+        validateActors(level, findings);
         return std::move(findings);
     }
 
 private:
     void found(std::size_t number, const std::string& text) {
-        const LevelFile::PolygonRecord& record = level.polygons[number];
-        std::string line = "polygon " + std::to_string(number);
-        if (!record.points.empty()) {
-            line += " at " + textOf(record.points.front());
-        }
-        findings.push_back(line + ": " + text);
+        findings.push_back(aboutPolygon(level, number, text));
     }
 
     void foundObject(std::size_t number, const std::string& text) {
@@ -174,6 +166,10 @@ private:
     }
 
     void validateOutline(std::size_t number, const Polygon2D& polygon) {
+        if (polygon.pointCount() > mostPoints) {
+            found(number, "has " + std::to_string(polygon.pointCount()) +
+                              " points: the game can take minutes to cut up more than 2000, divide it");
+        }
         if (polygon.pointCount() < 3) {
             found(number,
                   "has " + std::to_string(polygon.pointCount()) + " different points, too few for a polygon");
@@ -275,80 +271,6 @@ private:
         }
     }
 
-    void validateIds() {
-        std::set<std::int64_t> carried; // what a mover can carry
-        std::set<std::int64_t> targets; // what a trigger can act on
-        std::set<std::int64_t> actors;  // ids that a mover or trigger uses
-        for (const LevelFile::PolygonRecord& record : level.polygons) {
-            carried.insert(record.polygonId);
-        }
-        for (const LevelFile::ObjectRecord& record : level.objects) {
-            carried.insert(static_cast<std::int32_t>(record.objectId));
-        }
-        targets = carried;
-        for (const LevelFile::ForceRecord& record : level.forces) {
-            targets.insert(static_cast<std::int32_t>(record.forceId));
-        }
-        for (const LevelFile::SoundSourceRecord& record : level.soundSources) {
-            targets.insert(record.soundId);
-        }
-        for (const LevelFile::EmitterRecord& record : level.emitters) {
-            targets.insert(record.emitterId);
-        }
-        validateMovers(carried);
-        for (const LevelFile::MoverRecord& record : level.movers) {
-            targets.insert(record.moverId);
-            actors.insert(record.moverId);
-        }
-        validateTriggers(targets);
-        for (const LevelFile::TriggerRecord& record : level.triggers) {
-            actors.insert(record.targetId);
-        }
-        for (std::size_t number = 0; number < level.polygons.size(); ++number) {
-            const std::int32_t id = level.polygons[number].polygonId;
-            if (id != 0 && !actors.contains(id)) {
-                found(number, "has id " + std::to_string(id) + ", which no mover and no trigger uses");
-            }
-        }
-        for (std::size_t number = 0; number < level.objects.size(); ++number) {
-            const auto id = static_cast<std::int32_t>(level.objects[number].objectId);
-            if (id != 0 && !actors.contains(id)) {
-                foundObject(number, "has id " + std::to_string(id) + ", which no mover and no trigger uses");
-            }
-        }
-    }
-
-    void validateMovers(const std::set<std::int64_t>& carried) {
-        for (std::size_t number = 0; number < level.movers.size(); ++number) {
-            const std::int32_t id = level.movers[number].moverId;
-            const std::string line = "mover " + std::to_string(number) + ": ";
-            if (id == 0) {
-                findings.push_back(line + "has id 0 and carries everything that has no id");
-            } else if (!carried.contains(id)) {
-                findings.push_back(line + "carries nothing: no polygon or object has id " +
-                                   std::to_string(id));
-            }
-            if (level.movers[number].start == level.movers[number].end) {
-                findings.push_back(line + "starts where it ends, and moves nothing");
-            }
-        }
-    }
-
-    void validateTriggers(const std::set<std::int64_t>& targets) {
-        for (std::size_t number = 0; number < level.triggers.size(); ++number) {
-            const std::int32_t id = level.triggers[number].targetId;
-            const std::int32_t type = level.triggers[number].triggerType;
-            if (actionOf(type) == nullptr) {
-                findings.push_back("trigger " + std::to_string(number) + ": no trigger has type " +
-                                   std::to_string(type) + "; it does nothing");
-            }
-            if (id != 0 && !targets.contains(id)) {
-                findings.push_back("trigger " + std::to_string(number) + ": nothing has its target id " +
-                                   std::to_string(id));
-            }
-        }
-    }
-
     const LevelFile& level;
     const FileTest& fileExists;
     std::list<Polygon2D> polygons;
@@ -356,6 +278,20 @@ private:
 };
 
 } // namespace
+
+std::string aboutPolygon(const LevelFile& level, std::size_t number, const std::string& text) {
+    const LevelFile::PolygonRecord& record = level.polygons[number];
+    std::string line = "polygon " + std::to_string(number);
+    if (!record.points.empty()) {
+        line += " at " + textOf(record.points.front());
+    }
+    return line + ": " + text;
+}
+
+Polygon2D::Edge sideOf(const Polygon2D& polygon, std::uint32_t side) {
+    const std::uint32_t next = side + 1 == polygon.pointCount() ? 0 : side + 1;
+    return {{polygon.pointsX[side], polygon.pointsY[side]}, {polygon.pointsX[next], polygon.pointsY[next]}};
+}
 
 std::vector<std::string> validateLevel(const LevelFile& level, const FileTest& fileExists) {
     return LevelValidator(level, fileExists).validate();

@@ -19,6 +19,8 @@ public:
     /// not.
     void openWindow(std::int32_t width, std::int32_t height) const;
 
+    /// Whether pictures of the dumped ticks were asked for.
+    bool wantsFrames() const { return !folder.empty(); }
     /// Saves the picture of this moment as the next of the frames, `000000.png` first.
     void writeFrame();
     /// Saves the picture of this moment as the screenshot.

@@ -61,6 +61,12 @@ HeldKeys HeldKeys::fromFile(const std::string& fileName) {
     return keys;
 }
 
+void HeldKeys::catchUp(std::uint64_t ticksRun) {
+    if (ticksRun > 0) {
+        send(ticksRun - 1);
+    }
+}
+
 void HeldKeys::send(std::uint64_t ticksRun) {
     bool left = leftHeld;
     bool right = rightHeld;

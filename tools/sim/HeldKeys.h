@@ -19,6 +19,10 @@ public:
     /// line.
     static HeldKeys fromFile(const std::string& fileName);
 
+    /// For a run that goes on after `ticksRun` ticks: sends what is held since before. The window alone is to
+    /// hear of it.
+    void catchUp(std::uint64_t ticksRun);
+
     /// Sends the events that lead from what was held to what is held once `ticksRun` ticks have run.
     void send(std::uint64_t ticksRun);
 

@@ -95,8 +95,20 @@ void PlayerEvents::addStroke(std::uint64_t tick, SDL_Scancode scancode, SDL_Keyc
     strokes.push_back({tick + clickTicks, false, scancode, keycode});
 }
 
-void PlayerEvents::send(std::uint64_t ticksRun) {
-    const Place place = pointerAt(ticksRun);
+void PlayerEvents::catchUp(std::uint64_t ticksRun) {
+    if (ticksRun == 0) {
+        return;
+    }
+    movePointer(ticksRun - 1);
+    for (const Stroke& stroke : strokes) {
+        if (stroke.down && stroke.tick < ticksRun && stroke.tick + clickTicks >= ticksRun) {
+            sendStroke(stroke);
+        }
+    }
+}
+
+void PlayerEvents::movePointer(std::uint64_t tick) {
+    const Place place = pointerAt(tick);
     if (place.x != pointer.x || place.y != pointer.y) {
         pointer = place;
         SDL_Event event{};
@@ -105,6 +117,10 @@ void PlayerEvents::send(std::uint64_t ticksRun) {
         event.motion.y = place.y;
         SDL_PushEvent(&event);
     }
+}
+
+void PlayerEvents::send(std::uint64_t ticksRun) {
+    movePointer(ticksRun);
     for (const Stroke& stroke : strokes) {
         if (stroke.tick == ticksRun) {
             sendStroke(stroke);

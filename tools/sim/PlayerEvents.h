@@ -23,6 +23,10 @@ public:
     /// Throws `std::runtime_error` that names file and line.
     static PlayerEvents fromFile(const std::string& fileName);
 
+    /// For a run that goes on after `ticksRun` ticks: sends where the pointer is and which buttons and keys
+    /// are down since before. The window alone is to hear of it.
+    void catchUp(std::uint64_t ticksRun);
+
     /// Sends what is done once `ticksRun` ticks have run. Call it for every tick.
     void send(std::uint64_t ticksRun);
 
@@ -48,6 +52,7 @@ private:
     std::string readPlace(std::uint64_t tick, const std::string& x, const std::string& y);
     void addStroke(std::uint64_t tick, SDL_Scancode scancode, SDL_Keycode keycode);
     Place pointerAt(std::uint64_t tick) const;
+    void movePointer(std::uint64_t tick);
     void sendStroke(const Stroke& stroke) const;
 };
 

@@ -1,5 +1,7 @@
 #include "tools/sim/SimulationOptions.h"
 
+#include "tools/state/SimulationState.h"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -94,6 +96,11 @@ std::optional<SimulationOptions> SimulationOptions::fromCommandLine(int argc, ch
         readSize(size, options);
         if (!std::isfinite(options.dt) || options.dt <= 0.0f) {
             throw CLI::ValidationError("--dt", "the tick length must be above 0 seconds");
+        }
+        if (static_cast<double>(options.dt) * static_cast<double>(options.ticks) >=
+            SimulationState::clockRange) {
+            throw CLI::ValidationError(
+                "--dt", "the ticks would take more than the 4294967 seconds that the clock can tell");
         }
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {

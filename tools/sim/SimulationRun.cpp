@@ -7,12 +7,14 @@
 #include "core/Random.h"
 #include "game/BasicCommands.h"
 #include "game/Camera.h"
+#include "game/CheckPointTimesManager.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
 #include "game/HighScores.h"
 #include "game/Modules.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
+#include "graphics/WindowFeed.h"
 #include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "level/SurfaceTypeManager.h"
@@ -188,16 +190,105 @@ public:
     void keyboardReleased(std::uint32_t key) override { GameMenus::sendMenuEvent_keyboardReleased(key); }
 };
 
-void runTick(RunPosition& position, float dt, HeldKeys& keys, PlayerEvents& events) {
-    keys.send(position.tick);
-    events.send(position.tick);
-    GLWindow::run();
-    position.time += static_cast<double>(dt);
-    Clock::drive(static_cast<std::uint32_t>(std::floor(position.time * 1000.0)));
-    Game::tick(dt);
-    Game::serveRequests();
-    ++position.tick;
-    position.dt = dt;
+/// What drawing changes of the state in a tick that nobody sees: the menu's time passes in it, and that of
+/// the check points' display.
+void passDrawing() {
+    CheckPointTimesManager::draw();
+    GameMenus::sendMenuEvent_windowRedrawing();
+}
+
+/// The way of a run through its ticks, one for each pass of the game's loop. A loop of the game's own within
+/// a tick, as that in which a name is entered, has ticks too, a pass each: events and time go on in them, and
+/// the state is not told, which could not be taken up there.
+class Ticks {
+public:
+    /// Thrown out of a loop within a tick when the run is over.
+    struct Over {};
+
+    Ticks(RunPosition& from, const SimulationOptions& options, HeldKeys& heldKeys, PlayerEvents& playerEvents)
+        : position(from)
+        , dt(options.dt)
+        , last(from.tick + options.ticks)
+        , keys(heldKeys)
+        , events(playerEvents) {
+        keys.catchUp(position.tick);
+        events.catchUp(position.tick);
+        GLWindow::run();
+        if (!options.eventsFile.empty()) { // held keys alone are read from the keyboard's state, as in play
+            GLWindow::setEventListener(&listener);
+        }
+        WindowFeed::set([this, usual = GLWindow::getEventListener()] {
+            if (GLWindow::getEventListener() != usual) {
+                passWithin();
+            }
+        });
+    }
+    Ticks(const Ticks&) = delete;
+    Ticks& operator=(const Ticks&) = delete;
+    ~Ticks() {
+        WindowFeed::set(nullptr);
+        GLWindow::setEventListener(nullptr);
+    }
+
+    bool remain() const { return position.tick < last && Game::running() && GLWindow::exists(); }
+
+    /// One pass of the game's loop; `draw` is its drawing.
+    template <typename Draw>
+    void run(const Draw& draw) {
+        send();
+        GLWindow::run();
+        count();
+        Game::tick(dt);
+        draw();
+        Game::serveRequests();
+    }
+
+private:
+    RunPosition& position;
+    float dt;
+    std::uint64_t last;
+    HeldKeys& keys;
+    PlayerEvents& events;
+    GameEvents listener;
+
+    void passWithin() {
+        if (position.tick >= last) {
+            throw Over();
+        }
+        send();
+        count();
+    }
+    void send() {
+        keys.send(position.tick);
+        events.send(position.tick);
+    }
+    void count() {
+        position.time += static_cast<double>(dt);
+        Clock::drive(static_cast<std::uint32_t>(std::floor(position.time * 1000.0)));
+        ++position.tick;
+        position.dt = dt;
+    }
+};
+
+/// Runs what is left of the ticks, and writes what was asked for of each. A tick in which a loop within it
+/// came to the run's end is not written.
+void runTicks(
+    Ticks& ticks, const RunPosition& position, std::uint64_t every, Dump& dump, FrameWriter& frames) {
+    try {
+        while (ticks.remain()) {
+            ticks.run([&] {
+                if (frames.wantsFrames() && position.tick % every == 0) {
+                    frames.writeFrame();
+                } else {
+                    passDrawing();
+                }
+            });
+            if (position.tick % every == 0) {
+                dump.write(position);
+            }
+        }
+    } catch (const Ticks::Over&) { // nothing is to be undone
+    }
 }
 
 void writeSummary(const RunPosition& position, std::ostream& out) {
@@ -252,22 +343,19 @@ void runSimulation(const SimulationOptions& options, std::ostream& out, std::ost
     const ModulesStop atTheEnd;
     startLevel(options, startFolder, frames);
     RunPosition position = restoreState(stateFile);
+    if (position.time + static_cast<double>(options.dt) * static_cast<double>(options.ticks) >=
+        SimulationState::clockRange) {
+        fail(stateFile,
+             "from its time on the ticks would go beyond the 4294967 seconds that the clock can tell");
+    }
     runConsoleFile(consoleFile, log);
     Dump dump(dumpFile);
     dump.write(position);
     frames.writeFrame();
-    GameEvents listener;
-    if (!eventsFile.empty()) { // held keys alone are read from the keyboard's state, as in play
-        GLWindow::setEventListener(&listener);
+    {
+        Ticks ticks(position, options, keys, events);
+        runTicks(ticks, position, options.dumpEvery, dump, frames);
     }
-    for (std::uint64_t i = 0; i < options.ticks && Game::running() && GLWindow::exists(); ++i) {
-        runTick(position, options.dt, keys, events);
-        if (position.tick % options.dumpEvery == 0) {
-            dump.write(position);
-            frames.writeFrame();
-        }
-    }
-    GLWindow::setEventListener(nullptr);
     frames.writeScreenshot();
     writeSummary(position, dumpFile == "-" ? log : out);
 }

@@ -6,6 +6,7 @@
 #include "tools/state/JsonObject.h"
 #include "tools/state/SimulationState.h"
 
+#include <initializer_list>
 #include <list>
 #include <map>
 #include <string>
@@ -86,7 +87,10 @@ TexturePlaces texturePlaces() {
     return places;
 }
 
-Colour readColour(const JsonObject& in, const char* key) {
+Colour readColour(const JsonObject& in, const char* key, Colour otherwise) {
+    if (!in.has(key)) {
+        return otherwise;
+    }
     const nlohmann::json& shares = in.array(key);
     if (shares.size() != 4) {
         refuseField(in.path(key), "a list of four numbers");
@@ -95,41 +99,79 @@ Colour readColour(const JsonObject& in, const char* key) {
             asFloat(shares[2], in.path(key)), asFloat(shares[3], in.path(key))};
 }
 
-FxParticleEmitter readEmitter(const JsonObject& in) {
-    FxParticleEmitter emitter;
+/// Refuses an entity that the console made and that is not told whole: there is nothing to take the rest
+/// from.
+void needAll(const JsonObject& in, std::initializer_list<const char*> keys) {
+    for (const char* const key : keys) {
+        in.field(key);
+    }
+}
+
+Force readForce(const JsonObject& in, const Force* ofLevel) {
+    if (ofLevel == nullptr) {
+        needAll(in, {"position", "direction", "strength"});
+    }
+    const Force otherwise = ofLevel != nullptr ? *ofLevel : Force{};
+    return {.enabled = in.flag("enabled"),
+            .id = in.integer<std::int32_t>("id"),
+            .position = in.vector("position", otherwise.position),
+            .direction = in.vector("direction", otherwise.direction),
+            .strength = in.number("strength", otherwise.strength)};
+}
+
+/// What the console may have chosen of an emitter. What is missing stays as it is.
+void readMaking(const JsonObject& in, FxParticleEmitter& emitter) {
+    const auto readRange = [&](const char* key, float& first, float& second) {
+        const Vector2 range = in.vector(key, {first, second});
+        first = range.x;
+        second = range.y;
+    };
+    emitter.position = in.vector("position", emitter.position);
+    emitter.frequency = in.number("frequency", emitter.frequency);
+    emitter.spread = in.number("spread", emitter.spread);
+    emitter.burstSize = in.integer<std::uint32_t>("burstSize", emitter.burstSize);
+    emitter.useAlphaBlending = in.flag("useAlphaBlending", emitter.useAlphaBlending);
+    readRange("velocity", emitter.velocity1, emitter.velocity2);
+    readRange("size", emitter.size1, emitter.size2);
+    readRange("liveTime", emitter.liveTime1, emitter.liveTime2);
+    readRange("gravity", emitter.gravity1, emitter.gravity2);
+    emitter.color1 = readColour(in, "color1", emitter.color1);
+    emitter.color2 = readColour(in, "color2", emitter.color2);
+    if (in.has("textures")) {
+        emitter.textures.clear();
+        for (const nlohmann::json& name : in.array("textures")) {
+            emitter.addTexture(asText(name, in.path("textures")));
+        }
+    }
+}
+
+FxParticleEmitter readEmitter(const JsonObject& in, const FxParticleEmitter* ofLevel) {
+    if (ofLevel == nullptr) {
+        needAll(in, {"position", "frequency", "spread", "burstSize", "useAlphaBlending", "velocity", "size",
+                     "liveTime", "gravity", "color1", "color2", "textures"});
+    }
+    FxParticleEmitter emitter = ofLevel != nullptr ? *ofLevel : FxParticleEmitter();
     emitter.id = in.integer<std::int32_t>("id");
     emitter.active = in.flag("active");
     emitter.timer = in.number("timer");
     emitter.direction = in.vector("direction");
-    emitter.position = in.vector("position");
-    emitter.frequency = in.number("frequency");
+    readMaking(in, emitter);
     if (emitter.frequency < FxParticleEmitter::shortestFrequency) {
         refuseField(in.path("frequency"), "at least 0.001");
     }
     if (emitter.timer < 0.0f || emitter.timer >= emitter.frequency) {
         refuseField(in.path("timer"), "below the frequency");
     }
-    emitter.spread = in.number("spread");
-    emitter.burstSize = in.integer<std::uint32_t>("burstSize");
     if (emitter.burstSize > FxParticleEmitter::largestBurst) {
         refuseField(in.path("burstSize"), "at most 4096");
     }
-    emitter.useAlphaBlending = in.flag("useAlphaBlending");
-    const auto readRange = [&](const char* key, float& first, float& second) {
-        const Vector2 range = in.vector(key);
-        first = range.x;
-        second = range.y;
-    };
-    readRange("velocity", emitter.velocity1, emitter.velocity2);
-    readRange("size", emitter.size1, emitter.size2);
-    readRange("liveTime", emitter.liveTime1, emitter.liveTime2);
-    readRange("gravity", emitter.gravity1, emitter.gravity2);
-    emitter.color1 = readColour(in, "color1");
-    emitter.color2 = readColour(in, "color2");
-    for (const nlohmann::json& name : in.array("textures")) {
-        emitter.addTexture(asText(name, in.path("textures")));
-    }
     return emitter;
+}
+
+/// The entity of the level in the place of the next row; null behind them all.
+template <typename Entity>
+const Entity* entityAt(const std::list<Entity>& level, typename std::list<Entity>::const_iterator& place) {
+    return place != level.end() ? &*place++ : nullptr;
 }
 
 /// Refuses rows that do not begin with the entities of the level, told by their ids. More may follow: those
@@ -190,20 +232,18 @@ void EffectRows::read(const JsonObject& in) {
 }
 
 void EffectRows::readForces(const JsonObject& in) {
+    auto place = ForceManager::forces.cbegin();
     for (const nlohmann::json& entry : in.array("forces")) {
-        const JsonObject from(entry, "forces");
-        forces.push_back({.enabled = from.flag("enabled"),
-                          .id = from.integer<std::int32_t>("id"),
-                          .position = from.vector("position"),
-                          .direction = from.vector("direction"),
-                          .strength = from.number("strength")});
+        forces.push_back(readForce(JsonObject(entry, "forces"), entityAt(ForceManager::forces, place)));
     }
     testBeginning("forces", forces, ForceManager::forces);
 }
 
 void EffectRows::readEmitters(const JsonObject& in) {
+    auto place = FxParticleManager::emitters.cbegin();
     for (const nlohmann::json& entry : in.array("emitters")) {
-        emitters.push_back(readEmitter(JsonObject(entry, "emitters")));
+        emitters.push_back(
+            readEmitter(JsonObject(entry, "emitters"), entityAt(FxParticleManager::emitters, place)));
     }
     testBeginning("emitters", emitters, FxParticleManager::emitters);
 }
@@ -226,6 +266,9 @@ void EffectRows::readFlights(const JsonObject& in) {
 
 void EffectRows::readLooks(const JsonObject& in) {
     const char* const key = "effectLooks";
+    if (!in.has(key)) {
+        return; // they fly on without a picture
+    }
     const nlohmann::json& rows = in.array(key);
     if (rows.size() != flights.size()) {
         refuseField(key, "as long as \"effectParticles\"");

@@ -27,31 +27,27 @@ void GameRows::writeRules(JsonLine& out) {
 }
 
 void GameRows::writeAmbience(JsonLine& out) {
-    const GameSfx_Water::State& water = GameSfx_Water::state;
-    const GameSfx_Ice::State& ice = GameSfx_Ice::state;
-    const GameSfx_Steam::State& steam = GameSfx_Steam::state;
+    const Ambience now = ambienceNow();
     out.key("ambience").openObject();
     out.key("water").openObject();
-    out.key("previousAverageSpeed").number(water.previousAverageSpeed);
-    out.key("ambientLevel").number(water.ambientLevel);
+    out.key("previousAverageSpeed").number(now.waterSpeed).key("ambientLevel").number(now.waterLevel);
     out.closeObject();
     out.key("ice").openObject();
-    out.key("previousAverageSpeed").number(ice.previousAverageSpeed);
-    out.key("previousCount").number(ice.previousCount);
-    out.key("pendingFreeze").number(ice.pendingFreeze).key("freezeLevel").number(ice.freezeLevel);
-    out.key("frictionLevel").number(ice.frictionLevel);
+    out.key("previousAverageSpeed").number(now.iceSpeed).key("previousCount").number(now.iceCount);
+    out.key("pendingFreeze").number(now.pendingFreeze).key("freezeLevel").number(now.freezeLevel);
+    out.key("frictionLevel").number(now.frictionLevel);
     out.closeObject();
     out.key("steam").openObject();
-    out.key("previousCount").number(steam.previousCount);
-    out.key("pendingEvaporation").number(steam.pendingEvaporation);
-    out.key("evaporationLevel").number(steam.evaporationLevel);
-    out.key("ambientLevel").number(steam.ambientLevel);
+    out.key("previousCount").number(now.steamCount);
+    out.key("pendingEvaporation").number(now.pendingEvaporation);
+    out.key("evaporationLevel").number(now.evaporationLevel);
+    out.key("ambientLevel").number(now.steamLevel);
     out.closeObject().closeObject();
 }
 
 void GameRows::read(const JsonObject& in) {
     readRules(in.child("rules"));
-    readAmbience(in.child("ambience"));
+    readAmbience(in);
 }
 
 void GameRows::readRules(const JsonObject& from) {
@@ -66,20 +62,42 @@ void GameRows::readRules(const JsonObject& from) {
 }
 
 void GameRows::readAmbience(const JsonObject& in) {
-    const JsonObject water = in.child("water");
+    ambience = ambienceNow();
+    if (!in.has("ambience")) {
+        return;
+    }
+    const JsonObject bodies = in.child("ambience");
+    const JsonObject water = bodies.child("water");
     ambience.waterSpeed = water.number("previousAverageSpeed");
     ambience.waterLevel = water.number("ambientLevel");
-    const JsonObject ice = in.child("ice");
+    const JsonObject ice = bodies.child("ice");
     ambience.iceSpeed = ice.number("previousAverageSpeed");
     ambience.iceCount = ice.integer<std::uint32_t>("previousCount");
     ambience.pendingFreeze = ice.number("pendingFreeze");
     ambience.freezeLevel = ice.number("freezeLevel");
     ambience.frictionLevel = ice.number("frictionLevel");
-    const JsonObject steam = in.child("steam");
+    const JsonObject steam = bodies.child("steam");
     ambience.steamCount = steam.integer<std::uint32_t>("previousCount");
     ambience.pendingEvaporation = steam.number("pendingEvaporation");
     ambience.evaporationLevel = steam.number("evaporationLevel");
     ambience.steamLevel = steam.number("ambientLevel");
+}
+
+GameRows::Ambience GameRows::ambienceNow() {
+    const GameSfx_Water::State& water = GameSfx_Water::state;
+    const GameSfx_Ice::State& ice = GameSfx_Ice::state;
+    const GameSfx_Steam::State& steam = GameSfx_Steam::state;
+    return {.waterSpeed = water.previousAverageSpeed,
+            .waterLevel = water.ambientLevel,
+            .iceSpeed = ice.previousAverageSpeed,
+            .iceCount = ice.previousCount,
+            .pendingFreeze = ice.pendingFreeze,
+            .freezeLevel = ice.freezeLevel,
+            .frictionLevel = ice.frictionLevel,
+            .steamCount = steam.previousCount,
+            .pendingEvaporation = steam.pendingEvaporation,
+            .evaporationLevel = steam.evaporationLevel,
+            .steamLevel = steam.ambientLevel};
 }
 
 void GameRows::apply() const {

@@ -16,7 +16,8 @@ public:
     /// Writes what a level changes of them.
     static void write(JsonLine& out);
 
-    /// Reads and tests the rows and changes nothing. Throws `StateError` for one that is not whole.
+    /// Reads and tests the rows and changes nothing. Without "ambience" the sounds keep what they remember.
+    /// Throws `StateError` for one that is not whole.
     void read(const JsonObject& in);
     /// Hands what was read to the modules. Cannot fail.
     void apply() const;
@@ -49,6 +50,7 @@ private:
     Rules rules;
     Ambience ambience;
 
+    static Ambience ambienceNow();
     static void writeRules(JsonLine& out);
     static void writeAmbience(JsonLine& out);
     void readRules(const JsonObject& from);

@@ -63,22 +63,23 @@ JsonLine& JsonLine::append(Value value, Format... format) {
     return *this;
 }
 
-JsonLine& JsonLine::number(float value) {
-    if (!std::isfinite(value)) {
-        separate();
-        line += "null";
-        return *this;
+template <typename Value>
+JsonLine& JsonLine::real(Value value, int digits) {
+    if (std::isnan(value)) {
+        return string("nan");
     }
-    return append(value, std::chars_format::general, floatDigits);
+    if (std::isinf(value)) {
+        return string(value < 0 ? "-inf" : "inf");
+    }
+    return append(value, std::chars_format::general, digits);
+}
+
+JsonLine& JsonLine::number(float value) {
+    return real(value, floatDigits);
 }
 
 JsonLine& JsonLine::number(double value) {
-    if (!std::isfinite(value)) {
-        separate();
-        line += "null";
-        return *this;
-    }
-    return append(value, std::chars_format::general, doubleDigits);
+    return real(value, doubleDigits);
 }
 
 JsonLine& JsonLine::number(std::uint32_t value) {

@@ -12,7 +12,7 @@ namespace tarnwick {
 ///
 /// Floats are written with nine significant digits, so that every finite 32-bit float survives the trip bit
 /// for bit, the sign of zero included; doubles with seventeen. A number that is not finite is written as
-/// `null`, which no reader takes for a number.
+/// a text: "nan", "inf" or "-inf".
 class JsonLine {
 public:
     JsonLine& openObject();
@@ -43,6 +43,8 @@ private:
     void separate();
     template <typename Value, typename... Format>
     JsonLine& append(Value value, Format... format);
+    template <typename Value>
+    JsonLine& real(Value value, int digits);
 };
 
 } // namespace tarnwick

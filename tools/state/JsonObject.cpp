@@ -11,6 +11,13 @@ void refuseField(const std::string& what, const char* wanted) {
 }
 
 float asFloat(const nlohmann::json& value, const std::string& what) {
+    if (value == "nan") {
+        return std::numeric_limits<float>::quiet_NaN();
+    }
+    if (value == "inf" || value == "-inf") {
+        const float infinity = std::numeric_limits<float>::infinity();
+        return value == "inf" ? infinity : -infinity;
+    }
     if (!value.is_number()) {
         refuseField(what, "a number");
     }

@@ -16,7 +16,7 @@ namespace tarnwick {
 // `StateError` with the name `what` of the field.
 
 [[noreturn]] void refuseField(const std::string& what, const char* wanted);
-/// No larger than a 32-bit float can hold.
+/// No larger than a 32-bit float can hold; or one of the texts "nan", "inf" and "-inf".
 float asFloat(const nlohmann::json& value, const std::string& what);
 bool asFlag(const nlohmann::json& value, const std::string& what);
 /// A whole number that is 0 or 1.
@@ -47,13 +47,15 @@ Integer asInteger(const nlohmann::json& value, const std::string& what) {
     return static_cast<Integer>(negative);
 }
 
-/// An object of the line, whose fields must all be there. Refers to the parsed line, which must outlive it.
+/// An object of the line. Fields that it does not ask for may stand in it. Refers to the parsed line, which
+/// must outlive it.
 class JsonObject {
 public:
     /// `path` is how messages call it; empty for the line itself.
     JsonObject(const nlohmann::json& json, std::string path);
 
-    const nlohmann::json& field(const char* key) const;
+    bool has(const char* key) const { return object.contains(key); }
+    const nlohmann::json& field(const char* key) const; ///< Throws `StateError` if it is not there.
     JsonObject child(const char* key) const { return {field(key), path(key)}; }
     float number(const char* key) const { return asFloat(field(key), path(key)); }
     bool flag(const char* key) const { return asFlag(field(key), path(key)); }
@@ -63,6 +65,16 @@ public:
     Integer integer(const char* key) const {
         return asInteger<Integer>(field(key), path(key));
     }
+
+    // The same for fields that a line need not have: what is missing is `otherwise`.
+    float number(const char* key, float otherwise) const { return has(key) ? number(key) : otherwise; }
+    bool flag(const char* key, bool otherwise) const { return has(key) ? flag(key) : otherwise; }
+    Vector2 vector(const char* key, Vector2 otherwise) const { return has(key) ? vector(key) : otherwise; }
+    template <typename Integer>
+    Integer integer(const char* key, Integer otherwise) const {
+        return has(key) ? integer<Integer>(key) : otherwise;
+    }
+
     std::string path(const char* key) const { return name.empty() ? key : name + "." + key; }
 
 private:

@@ -4,14 +4,15 @@
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
-#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "level/LevelBspNode.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
+#include "tools/state/CheckPointRows.h"
 #include "tools/state/EffectRows.h"
 #include "tools/state/GameRows.h"
 #include "tools/state/JsonLine.h"
+#include "tools/state/MenuRows.h"
 #include "tools/state/MoverRows.h"
 #include "tools/state/ObjectRows.h"
 #include "tools/state/TriggerRows.h"
@@ -70,9 +71,10 @@ std::string SimulationState::write(const RunPosition& position) {
     out.key("tick").number(position.tick).key("dt").number(position.dt);
     out.key("random").number(getRandomState());
     out.key("time").number(position.time).key("clock").number(Clock::milliseconds());
-    out.key("menu").number(GameMenus::getCurrentMenu());
-    out.key("paused").flag(Game::paused());
+    MenuRows::write(out);
+    out.key("paused").flag(Game::paused()).key("consoleOpen").flag(Game::state.consoleOpen);
     writeCamera(out);
+    writeFreeCamera(out);
     GameRows::write(out);
     writeWater(out);
     writeParticles(out);
@@ -82,6 +84,7 @@ std::string SimulationState::write(const RunPosition& position) {
     MoverRows::write(out);
     EffectRows::write(out);
     TriggerRows::write(out);
+    CheckPointRows::write(out);
     out.closeObject();
     return out.text();
 }
@@ -97,6 +100,14 @@ void SimulationState::writeCamera(JsonLine& out) {
     out.key("shakeTargetX").number(camera.shakeTargetX).key("shakeTargetY").number(camera.shakeTargetY);
     out.key("shaking").flag(camera.shaking).key("shakeTimeLeft").number(camera.shakeTimeLeft);
     out.key("zoomTimeLeft").number(camera.zoomTimeLeft);
+    out.closeObject();
+}
+
+void SimulationState::writeFreeCamera(JsonLine& out) {
+    const FreeCamera& camera = Game::state.freeCamera;
+    out.key("freeCamera").openObject().key("enabled").flag(camera.enabled);
+    out.key("x").number(camera.position.x).key("y").number(camera.position.y);
+    out.key("zoom").number(camera.zoom);
     out.closeObject();
 }
 

@@ -4,14 +4,15 @@
 #include "core/Random.h"
 #include "game/Camera.h"
 #include "game/Game.h"
-#include "gui/GameMenus.h"
 #include "level/Level.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
+#include "tools/state/CheckPointRows.h"
 #include "tools/state/EffectRows.h"
 #include "tools/state/GameRows.h"
 #include "tools/state/JsonObject.h"
+#include "tools/state/MenuRows.h"
 #include "tools/state/MoverRows.h"
 #include "tools/state/ObjectRows.h"
 #include "tools/state/SimulationState.h"
@@ -20,6 +21,7 @@
 #include <nlohmann/json.hpp>
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -31,15 +33,23 @@ using Json = nlohmann::json;
 
 constexpr std::size_t particleValues = 27; ///< In a particle's row.
 
-/// Gives every lone "-0" a fraction: the parser would read it as the whole number 0 and lose the sign.
+/// Gives every lone "-0" outside texts a fraction: the parser would read it as the whole number 0 and lose
+/// the sign.
 std::string keepNegativeZeros(const std::string& line) {
     std::string kept;
     kept.reserve(line.size() + line.size() / 8);
+    bool inText = false;
     for (std::size_t i = 0; i < line.size(); ++i) {
         kept += line[i];
-        const bool isZero = line[i] == '0' && i > 0 && line[i - 1] == '-';
-        const char next = i + 1 < line.size() ? line[i + 1] : '\0';
-        if (isZero && (next == ',' || next == ']' || next == '}')) {
+        if (inText && line[i] == '\\' && i + 1 < line.size()) {
+            kept += line[++i];
+            continue;
+        }
+        inText = inText != (line[i] == '"');
+        const bool isZero = !inText && line[i] == '0' && i > 0 && line[i - 1] == '-';
+        const bool goesOn = i + 1 < line.size() &&
+                            std::string_view(".eE0123456789").find(line[i + 1]) != std::string_view::npos;
+        if (isZero && !goesOn) {
             kept += ".0";
         }
     }
@@ -103,9 +113,11 @@ struct SimulationState::Restored {
     RunPosition position;
     std::uint32_t random = 0;
     std::uint32_t clock = 0;
-    std::uint32_t menu = menu::none;
+    MenuRows menus;
     bool paused = false;
+    bool consoleOpen = false;
     Camera::State camera;
+    FreeCamera freeCamera;
     GameRows game;
     ParticleManager::State water;
     ParticleList particles;
@@ -115,6 +127,7 @@ struct SimulationState::Restored {
     MoverRows movers;
     EffectRows effects;
     TriggerRows triggers;
+    CheckPointRows checkPoints;
 };
 
 RunPosition SimulationState::read(const std::string& line) {
@@ -124,22 +137,16 @@ RunPosition SimulationState::read(const std::string& line) {
     }
     const JsonObject in(json, "");
     Restored restored;
-    restored.position.tick = in.integer<std::uint64_t>("tick");
-    restored.position.dt = in.number("dt");
-    if (!in.field("time").is_number()) {
-        refuseField("time", "a number");
-    }
-    restored.position.time = in.field("time").get<double>();
+    readPosition(in, restored.position);
     restored.random = in.integer<std::uint32_t>("random");
     restored.clock = in.integer<std::uint32_t>("clock");
-    restored.menu = in.integer<std::uint32_t>("menu");
-    if (restored.menu > menu::last) {
-        refuseField("menu", "the number of a menu");
-    }
-    restored.paused = in.flag("paused");
+    restored.menus.read(in);
+    restored.paused = in.flag("paused", Game::state.paused);
+    restored.consoleOpen = in.flag("consoleOpen", Game::state.consoleOpen);
     readCamera(in.child("camera"), restored);
+    readFreeCamera(in, restored);
     restored.game.read(in);
-    readWater(in.child("water"), restored);
+    readWater(in, restored);
     readParticles(in, restored);
     readGroups(in, restored);
     readPolygons(in, restored);
@@ -147,8 +154,21 @@ RunPosition SimulationState::read(const std::string& line) {
     restored.movers.read(in);
     restored.effects.read(in);
     restored.triggers.read(in);
+    restored.checkPoints.read(in);
     apply(restored);
     return restored.position;
+}
+
+void SimulationState::readPosition(const JsonObject& in, RunPosition& position) {
+    position.tick = in.integer<std::uint64_t>("tick");
+    position.dt = in.number("dt");
+    if (!in.field("time").is_number()) {
+        refuseField("time", "a number");
+    }
+    position.time = in.field("time").get<double>();
+    if (!(position.time >= 0.0 && position.time < clockRange)) {
+        refuseField("time", "from 0 to below 4294967 seconds, which is as far as the clock goes");
+    }
 }
 
 void SimulationState::readCamera(const JsonObject& in, Restored& restored) {
@@ -172,9 +192,23 @@ void SimulationState::readCamera(const JsonObject& in, Restored& restored) {
     camera.zoomTimeLeft = in.number("zoomTimeLeft");
 }
 
-void SimulationState::readWater(const JsonObject& in, Restored& restored) {
+void SimulationState::readFreeCamera(const JsonObject& in, Restored& restored) {
+    restored.freeCamera = Game::state.freeCamera;
+    if (in.has("freeCamera")) {
+        const JsonObject from = in.child("freeCamera");
+        restored.freeCamera.enabled = from.flag("enabled");
+        restored.freeCamera.position = {from.number("x"), from.number("y")};
+        restored.freeCamera.zoom = from.number("zoom");
+    }
+}
+
+void SimulationState::readWater(const JsonObject& line, Restored& restored) {
     ParticleManager::State& water = restored.water;
     water = ParticleManager::state;
+    if (!line.has("water")) {
+        return;
+    }
+    const JsonObject in = line.child("water");
     water.gravity = in.number("gravity");
     water.roomTemperature = in.number("roomTemperature");
     water.heatTransferRate = in.number("heatTransferRate");
@@ -233,10 +267,10 @@ void SimulationState::readPolygons(const JsonObject& in, Restored& restored) {
 void SimulationState::apply(Restored& restored) {
     seedRandom(restored.random);
     Clock::drive(restored.clock);
-    GameMenus::setCurrentMenu(restored.menu); // before the rules, whose timer hears of it
     Game::state.paused = restored.paused;
+    Game::state.consoleOpen = restored.consoleOpen;
+    Game::state.freeCamera = restored.freeCamera;
     Camera::state = restored.camera;
-    restored.game.apply();
     ParticleManager::state = restored.water;
     ParticleMover::clearParticleGrid();
     ParticleManager::particles = std::move(restored.particles);
@@ -246,6 +280,9 @@ void SimulationState::apply(Restored& restored) {
         }
     }
     ParticleGroupMover::groups = std::move(restored.groups);
+    restored.menus
+        .apply(); // after the water, which the scores count, and before the rules, whose timer hears of it
+    restored.game.apply();
     auto switches = restored.polygons.begin();
     for (Polygon2D& polygon : Level::polygons) {
         Level::setPolygonCollideable(polygon, switches->edgesOn);
@@ -260,7 +297,8 @@ void SimulationState::apply(Restored& restored) {
     restored.objects.apply();
     restored.movers.apply();
     restored.effects.apply();
-    restored.triggers.apply(); // last: they aim at all others
+    restored.triggers.apply(); // they aim at all others
+    restored.checkPoints.apply();
 }
 
 } // namespace tarnwick

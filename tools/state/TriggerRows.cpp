@@ -1,5 +1,6 @@
 #include "tools/state/TriggerRows.h"
 
+#include "level/LevelObject.h"
 #include "mechanisms/TriggerManager.h"
 #include "tools/state/JsonLine.h"
 #include "tools/state/JsonObject.h"
@@ -7,7 +8,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <map>
 #include <string>
 #include <utility>
@@ -16,11 +16,10 @@ namespace tarnwick {
 
 namespace {
 
-constexpr float never = std::numeric_limits<float>::infinity();
-
-constexpr TriggerTarget::Kind kinds[] = {TriggerTarget::Kind::object, TriggerTarget::Kind::force,
-                                         TriggerTarget::Kind::polygon, TriggerTarget::Kind::mover,
-                                         TriggerTarget::Kind::emitter};
+constexpr std::size_t objectKinds =
+    2; ///< The first kinds, whose lists stand newest first; the others oldest.
+constexpr TriggerTarget::Kind laterKinds[] = {TriggerTarget::Kind::force, TriggerTarget::Kind::polygon,
+                                              TriggerTarget::Kind::mover, TriggerTarget::Kind::emitter};
 
 } // namespace
 
@@ -42,12 +41,8 @@ void TriggerRows::writeTrigger(JsonLine& out, const Trigger& trigger) {
         out.vector(corner);
     }
     out.closeArray();
-    TargetCounts counts{};
-    for (const TriggerTarget& target : trigger.targets) {
-        ++counts[kindPlace(target.kind)];
-    }
     out.key("targets").openArray();
-    for (const std::size_t count : counts) {
+    for (const std::size_t count : countTargets(trigger)) {
         out.number(static_cast<std::uint64_t>(count));
     }
     out.closeArray().closeObject();
@@ -63,11 +58,22 @@ std::array<Vector2, TriggerRows::cornerCount> TriggerRows::cornersOf(const Trigg
     return {first, second, third, fourth};
 }
 
-std::size_t TriggerRows::kindPlace(TriggerTarget::Kind kind) {
-    return static_cast<std::size_t>(std::ranges::find(kinds, kind) - std::begin(kinds));
+std::size_t TriggerRows::kindPlace(const TriggerTarget& target) {
+    if (target.kind == TriggerTarget::Kind::object) {
+        return static_cast<const LevelObject*>(target.entity)->frameCount > 1 ? 0 : 1;
+    }
+    const auto* const found = std::ranges::find(laterKinds, target.kind);
+    return objectKinds + static_cast<std::size_t>(found - std::begin(laterKinds));
 }
 
-/// An event that never comes is written with `null` for its time.
+TriggerRows::TargetCounts TriggerRows::countTargets(const Trigger& trigger) {
+    TargetCounts counts{};
+    for (const TriggerTarget& target : trigger.targets) {
+        ++counts[kindPlace(target)];
+    }
+    return counts;
+}
+
 void TriggerRows::writeEvents(JsonLine& out) {
     std::map<const Trigger*, std::uint64_t> places;
     for (const Trigger& trigger : TriggerManager::triggers) {
@@ -125,7 +131,7 @@ void TriggerRows::readMaking(const JsonObject& from, Row& row) {
     }
     const nlohmann::json& counts = from.array("targets");
     if (counts.size() != kindCount) {
-        refuseField(from.path("targets"), "a list of five numbers");
+        refuseField(from.path("targets"), "a list of six numbers");
     }
     for (std::size_t i = 0; i < kindCount; ++i) {
         row.targets[i] = asInteger<std::uint32_t>(counts[i], from.path("targets"));
@@ -141,7 +147,7 @@ void TriggerRows::readEvents(const JsonObject& in) {
             refuseField(from.path("trigger"), "the place of a trigger");
         }
         event.dt = from.number("dt");
-        event.timeLeft = from.field("timeLeft").is_null() ? never : from.number("timeLeft");
+        event.timeLeft = from.number("timeLeft");
     }
 }
 
@@ -165,17 +171,21 @@ void TriggerRows::apply() const {
     }
 }
 
-/// Makes it anew, without the targets that came into the level only after it: of each kind those are the
-/// last.
+/// Makes it anew, without the targets that came into the level only after it: of objects, whose lists grow at
+/// the front, those are the first, and of the other kinds the last.
 void TriggerRows::makeTrigger(const Row& row) {
     TriggerManager::addTrigger(static_cast<std::int32_t>(row.typeId), row.targetId, 0.0f, row.corners[0],
                                row.corners[1], row.corners[2], row.corners[3]);
     Trigger& trigger = TriggerManager::triggers.front();
-    TargetCounts found{};
+    const TargetCounts all = countTargets(trigger);
+    TargetCounts met{};
     std::vector<TriggerTarget> kept;
     for (const TriggerTarget& target : trigger.targets) {
-        const std::size_t place = kindPlace(target.kind);
-        if (++found[place] <= row.targets[place]) {
+        const std::size_t place = kindPlace(target);
+        const std::size_t number = met[place]++;
+        const bool wasThere =
+            place < objectKinds ? number + row.targets[place] >= all[place] : number < row.targets[place];
+        if (wasThere) {
             kept.push_back(target);
         }
     }

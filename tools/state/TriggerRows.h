@@ -28,9 +28,10 @@ public:
     void apply() const;
 
 private:
-    static constexpr std::size_t kindCount = 5;
+    /// Kinds of targets: animated objects, static objects, forces, polygons, movers, emitters.
+    static constexpr std::size_t kindCount = 6;
     static constexpr std::size_t cornerCount = 4;
-    /// How many targets of each kind a trigger has: objects, forces, polygons, movers, emitters.
+    /// How many targets of each kind a trigger has.
     using TargetCounts = std::array<std::size_t, kindCount>;
 
     struct Row {
@@ -51,7 +52,8 @@ private:
     std::size_t madeByConsole = 0; ///< Rows at the front that the level does not have.
 
     static std::array<Vector2, cornerCount> cornersOf(const Trigger& trigger);
-    static std::size_t kindPlace(TriggerTarget::Kind kind);
+    static std::size_t kindPlace(const TriggerTarget& target);
+    static TargetCounts countTargets(const Trigger& trigger);
     static void writeTrigger(JsonLine& out, const Trigger& trigger);
     static void writeEvents(JsonLine& out);
 

@@ -57,9 +57,12 @@ protected:
         EXPECT_EQ(errors.str(), "tarnwick-level: " + line + "\n");
     }
 
-    /// A level of one triangle that shows "gfx\Stone.TGA".
+    /// A level of one triangle that shows "gfx\Stone.TGA", and of its end.
     static LevelFile triangleLevel() {
-        return compileText(mapOfObjects(triangleText("", textProperty("texture", "gfx\\\\Stone.TGA"))));
+        LevelFile level =
+            compileText(mapOfObjects(triangleText("", textProperty("texture", "gfx\\\\Stone.TGA"))));
+        level.triggers.push_back({0, 801, 0.0f, {{0, 0}, {9, 0}, {9, 9}, {0, 9}}});
+        return level;
     }
 
     DataFolder folder;

@@ -3,6 +3,14 @@
 #include "level/LevelFile.h"
 #include "support/ModuleTest.h"
 
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace tarnwick {
 
 class LevelValidatorTest : public ModuleTest {
@@ -22,8 +30,16 @@ protected:
         return level;
     }
 
-    static Findings findingsOf(const LevelFile& level) {
-        return validateLevel(level, [](const std::string&) { return true; });
+    /// What is found in a level that can be finished and whose files exist.
+    static Findings findingsOf(const LevelFile& level) { return findingsOf(level, true); }
+    static Findings findingsOf(LevelFile level, bool filesExist) {
+        level.triggers.push_back(trigger(levelEnd, 0));
+        return validateLevel(level, [filesExist](const std::string&) { return filesExist; });
+    }
+
+    static constexpr std::int32_t levelEnd = 801;
+    static LevelFile::TriggerRecord trigger(std::int32_t type, std::int32_t target) {
+        return {target, type, 0.0f, {}};
     }
 
     static Findings findingsOfPoints(const std::vector<LevelFile::Point>& points) {
@@ -120,6 +136,8 @@ TEST_F(LevelValidatorTest, AMissingPictureIsToldOnceAtItsFirstPolygon) {
     LevelFile level = levelOf({block(), block(200, 0), block(300, 0)});
     level.polygons[1].textureName = level.polygons[2].textureName = "gfx\\gone.tga";
 
+    level.triggers.push_back(trigger(levelEnd, 0));
+
     const Findings findings =
         validateLevel(level, [](const std::string& name) { return name != "gfx\\gone.tga"; });
 
@@ -131,7 +149,7 @@ TEST_F(LevelValidatorTest, AMissingPictureOfAnObjectIsToldUnlessAPolygonHasToldI
     level.polygons[0].textureName = "gfx\\gone.tga";
     level.objects = {{0, "gfx\\gone.tga", 0, {}, 0}, {0, "gfx\\lost.tga", 0, {1, 2}, 0}};
 
-    const Findings findings = validateLevel(level, [](const std::string&) { return false; });
+    const Findings findings = findingsOf(level, false);
 
     EXPECT_EQ(findings, (Findings{"polygon 0 at (100, 100): picture \"gfx\\gone.tga\" does not exist",
                                   "object 1 at (1, 2): picture \"gfx\\lost.tga\" does not exist"}));
@@ -161,7 +179,10 @@ TEST_F(LevelValidatorTest, AnIdOfAnObjectThatNothingUsesIsTold) {
 }
 
 TEST_F(LevelValidatorTest, WithoutATestNoPictureIsMissing) {
-    EXPECT_EQ(validateLevel(levelOf({block()}), nullptr), Findings{});
+    LevelFile level = levelOf({block()});
+    level.triggers.push_back(trigger(levelEnd, 0));
+
+    EXPECT_EQ(validateLevel(level, nullptr), Findings{});
 }
 
 TEST_F(LevelValidatorTest, WaterThatStartsInAWallIsTold) {
@@ -279,10 +300,124 @@ TEST_F(LevelValidatorTest, MissingSoundsAndSettingsAreTold) {
     level.soundSources.push_back({0, {}, 1, 1, ""});
     level.emitters.push_back({0, {}, {}, "fx\\gone.cfg"});
 
-    const Findings findings = validateLevel(level, [](const std::string&) { return false; });
+    const Findings findings = findingsOf(level, false);
 
     EXPECT_EQ(findings, (Findings{"sound 0: file \"snd\\gone.wav\" does not exist",
                                   "emitter 0: settings \"fx\\gone.cfg\" do not exist"}));
+}
+
+TEST_F(LevelValidatorTest, ALevelWithoutAnEndIsTold) {
+    EXPECT_EQ(validateLevel(levelOf({block()}), nullptr),
+              Findings{"no trigger is a Level_end_a: the level cannot be finished"});
+}
+
+TEST_F(LevelValidatorTest, NumbersThatAreNotFiniteAreTold) {
+    const float infinity = std::numeric_limits<float>::infinity();
+    const float none = std::numeric_limits<float>::quiet_NaN();
+    LevelFile level = levelOf({block()});
+    level.polygons[0].polygonId = 5;
+    level.forces = {{5, {}, {1, 0}, infinity}, {5, {}, {none, 0}, 1.0f}, {5, {}, {0, -infinity}, 1.0f}};
+    level.movers = {{5, none, {}, {10, 0}}, {5, 1.0f, {}, {10, 0}}};
+    level.emitters = {{5, {}, {none, none}, "fx.cfg"}};
+    level.triggers = {trigger(200, 5)};
+    level.triggers[0].delay = none;
+
+    EXPECT_EQ(findingsOf(level), (Findings{"force 0: its strength is not a finite number",
+                                           "force 1: its direction is not a finite number",
+                                           "force 2: its direction is not a finite number",
+                                           "emitter 0: its direction is not a finite number",
+                                           "mover 0: its speed is not a finite number",
+                                           "trigger 0: its delay is not a number"}));
+}
+
+TEST_F(LevelValidatorTest, ARemoverWithoutTargetIsTold) {
+    LevelFile level;
+    level.triggers = {trigger(300, 0), trigger(301, 0), trigger(402, 0), trigger(100, 0), trigger(0, 0)};
+
+    EXPECT_EQ(
+        findingsOf(level),
+        (Findings{"trigger 0: has target 0 and acts on nothing, but the walls without an id are no longer "
+                  "joined to one another: give it a target",
+                  "trigger 1: has target 0 and acts on nothing, but the walls without an id are no longer "
+                  "joined to one another: give it a target",
+                  "trigger 2: has target 0 and acts on nothing"}));
+}
+
+TEST_F(LevelValidatorTest, ATargetOfTheWrongKindIsTold) {
+    LevelFile level = levelOf({block()});
+    level.polygons[0].polygonId = 1;
+    level.objects = {{2, "lamp.tga", 0, {}, 0}};
+    level.forces = {{3, {}, {1, 0}, 1.0f}};
+    level.soundSources = {{4, {}, 1, 1, "a.wav"}};
+    level.emitters = {{5, {}, {}, "fx.cfg"}};
+    level.movers = {{1, 1.0f, {}, {10, 0}}};
+    const std::vector<std::pair<std::int32_t, std::set<std::int32_t>>> understood = {
+        {3, {2}}, {101, {4}}, {203, {3}}, {300, {1, 2, 3}}, {410, {1}}, {502, {5}}, {2, {1, 2, 3, 4, 5}}};
+    const std::map<std::int32_t, std::string> words = {
+        {3, "an object"}, {101, "a sound"},   {203, "a force"}, {300, "a polygon, an object or a force"},
+        {410, "a mover"}, {502, "an emitter"}};
+    for (const auto& [type, ids] : understood) {
+        for (std::int32_t id = 1; id <= 5; ++id) {
+            level.triggers = {trigger(0, 2), trigger(type, id)};
+            const Findings wrong = ids.contains(id) ? Findings{}
+                                                    : Findings{"trigger 1: nothing that has its target id " +
+                                                               std::to_string(id) + " is " + words.at(type)};
+            EXPECT_EQ(findingsOf(level), wrong) << type << ' ' << id;
+        }
+    }
+}
+
+TEST_F(LevelValidatorTest, AnAbsurdlyFastMoverIsTold) {
+    LevelFile level = levelOf({block()});
+    level.polygons[0].polygonId = 5;
+    level.movers = {{5, 1e30f, {}, {100001, 0}}, {5, 1e30f, {}, {99999, 0}}, {5, 40.0f, {}, {2000000000, 0}}};
+
+    EXPECT_EQ(findingsOf(level),
+              Findings{"mover 0: goes more than 100000 units in a tick, which takes the game seconds"});
+}
+
+TEST_F(LevelValidatorTest, AnOutlineThatTakesLongToCutUpIsTold) {
+    std::vector<LevelFile::Point> comb;
+    for (std::int32_t i = 0; i < 1001; ++i) {
+        comb.push_back({1000 + 4 * i, 100});
+        comb.push_back({1002 + 4 * i, 120});
+    }
+    comb.push_back({3000, 500});
+    const Findings findings = findingsOfPoints(comb);
+
+    ASSERT_FALSE(findings.empty());
+    EXPECT_EQ(findings[0], "polygon 1 at (1000, 100): has 2003 points: the game can take minutes to cut up "
+                           "more than 2000, divide it");
+}
+
+TEST_F(LevelValidatorTest, ASideThatTwoWallsShareInOneDirectionIsTold) {
+    LevelFile level = levelOf({block(), block(120, 100), block(100, 100)}); // a neighbour, and one twice
+    std::ranges::reverse(level.polygons[2].points);
+
+    EXPECT_EQ(
+        findingsOf(level),
+        Findings{"polygon 2 at (100, 120): side 0 is side 2 of polygon 0 again: the two walls overlap, and "
+                 "where the side is long and slanted the game can take it from both, so that all water "
+                 "falls through"});
+    level.polygons[2].polygonMode = 1; // seen only
+    EXPECT_EQ(findingsOf(level), Findings{});
+}
+
+TEST_F(LevelValidatorTest, OfSidesThatTwoWallsShareTheLongSlantedOnesAreTold) {
+    LevelFile level = levelOf({block(), block(), block()});
+    level.waterStart = {-500, -500};
+    level.polygons[0].points = {{0, 0}, {1000, 221}, {0, 500}};     // 1024.1 units
+    level.polygons[1].points = {{0, 0}, {1000, 221}, {10, 400}};    // begins with the same side
+    level.polygons[2].points = {{1000, 221}, {0, 500}, {900, 490}}; // the next side, the other way
+
+    const Findings found = findingsOf(level);
+
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_TRUE(found[0].starts_with("polygon 1 at (0, 0): side 0 is side 0 of polygon 0 again")) << found[0];
+    level.polygons[0].points[1] = level.polygons[1].points[1] = {1000, 220}; // 1023.9
+    EXPECT_EQ(findingsOf(level), Findings{});
+    level.polygons[0].points[1] = level.polygons[1].points[1] = {1100, 0}; // level
+    EXPECT_EQ(findingsOf(level), Findings{});
 }
 
 } // namespace tarnwick

@@ -375,4 +375,91 @@ TEST_F(SimulationRunTest, AFolderThatIsNotThereIsRefused) {
     EXPECT_EQ(refusalOf(asked), "nowhere: is no folder to read data from");
 }
 
+TEST_F(SimulationRunTest, TicksBeyondTheClockAreRefused) {
+    SimulationOptions asked = options();
+    asked.ticks = 10;
+    asked.dumpFile = "state.jsonl";
+    run(asked);
+    nlohmann::json late = nlohmann::json::parse(linesOf("state.jsonl")[0]);
+    late["time"] = 4294966.0;
+    files.write("late.jsonl", late.dump() + "\n");
+    asked.stateFile = "late.jsonl";
+
+    const std::string ofTen = refusalOf(asked);
+    asked.ticks = 100;
+
+    EXPECT_EQ(ofTen, "accepted");
+    EXPECT_EQ(refusalOf(asked), files.path().string() +
+                                    "/late.jsonl: from its time on the ticks would go beyond the 4294967 "
+                                    "seconds that the clock can tell");
+}
+
+TEST_F(SimulationRunTest, AClickInAMenuActsAfterItsTimeAlsoWithoutPictures) {
+    files.write("events.txt", "5 point 400 222\n10 click\n");
+    SimulationOptions asked = options();
+    asked.menus = true;
+    asked.eventsFile = "events.txt";
+    asked.ticks = 80;
+    asked.dumpFile = "dump.jsonl";
+
+    run(asked);
+
+    const std::vector<std::string> lines = linesOf("dump.jsonl");
+    EXPECT_EQ(nlohmann::json::parse(lines[69]).at("menu"), 1);
+    EXPECT_EQ(nlohmann::json::parse(lines[72]).at("menu"), 0); // 0.8 s later
+}
+
+/// Runs of a level that ends where its water starts, to the entry of a name and through it.
+class FinishedRunTest : public SimulationRunTest {
+protected:
+    SimulationOptions finished(const std::string& events, std::uint64_t ticks) const {
+        LevelFile level;
+        level.polygons = {polygonRecord({{-100, 40}, {100, 40}, {100, 60}, {-100, 60}})};
+        level.triggers = {{0, 801, 0.0f, {{-100, -100}, {100, -100}, {100, 100}, {-100, 100}}}};
+        files.write("end.rivl", LevelFileBuilder::write(level));
+        files.write("events.txt", events);
+        SimulationOptions asked = options();
+        asked.level = "end.rivl";
+        asked.eventsFile = "events.txt";
+        asked.ticks = ticks;
+        asked.dumpFile = "dump.jsonl";
+        return asked;
+    }
+    std::vector<nlohmann::json> lines() const {
+        std::vector<nlohmann::json> parsed;
+        for (const std::string& line : linesOf("dump.jsonl")) {
+            parsed.push_back(nlohmann::json::parse(line));
+        }
+        return parsed;
+    }
+};
+
+TEST_F(FinishedRunTest, TheRunEndsWithItsTicksAlsoWhileANameIsEntered) {
+    const std::string summary = run(finished("250 point 400 530\n260 click\n", 500));
+
+    EXPECT_NE(summary.find("ticks      500, 6.6"), std::string::npos) << summary;
+    EXPECT_EQ(lines().back()["menu"], 9);
+    EXPECT_LT(lines().back()["tick"], 330); // in the entry nothing is told
+    EXPECT_EQ(HighScores::nameOf(HighScores::table().front()), "NO NAME");
+}
+
+TEST_F(FinishedRunTest, AfterTheNameTheRunGoesOnAtTheTickThatTheEntryHasReached) {
+    run(finished("250 point 400 530\n260 click\n340 key Return\n", 500));
+
+    const std::vector<nlohmann::json> all = lines();
+    std::size_t before = 0; // the line in front of the entry
+    while (before + 1 < all.size() && all[before + 1]["tick"] == all[before]["tick"].get<int>() + 1) {
+        ++before;
+    }
+    ASSERT_LT(before + 1, all.size());
+    EXPECT_EQ(all[before]["menu"], 9);
+    EXPECT_EQ(all[before + 1]["menu"], 4); // the scores, over the level's start
+    EXPECT_EQ(all[before + 1]["lastMenu"], 1);
+    EXPECT_NEAR(all[before + 1]["tick"].get<double>(), 340.0 + 0.8 * 75.0, 3.0);
+    EXPECT_EQ(all.back()["tick"], 500);
+    EXPECT_NEAR(all.back()["time"].get<double>(), 500.0 / 75.0, 1e-5);
+    EXPECT_EQ(all.back()["rules"]["levelEnding"], false);
+    EXPECT_EQ(HighScores::nameOf(HighScores::table().front()), "");
+}
+
 } // namespace tarnwick

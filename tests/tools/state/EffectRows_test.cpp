@@ -109,6 +109,31 @@ TEST_F(EffectRowsTest, WhatIsWrittenIsRestoredByteForByteOverTheLevel) {
                 FxParticleManager::particles.front().texture == &emitter.textures[1]);
 }
 
+TEST_F(EffectRowsTest, FromALineThatTellsOnlyWhatChangesTheRestIsThatOfTheLevel) {
+    addLevel();
+    nlohmann::json json = nlohmann::json::parse(line());
+    json["forces"][0] = nlohmann::json::parse(R"({"id":7,"enabled":false})");
+    json["emitters"][1] = nlohmann::json::parse(R"({"id":4,"active":false,"timer":0,"direction":[0,1]})");
+
+    SimulationState::read(json.dump());
+
+    EXPECT_FALSE(ForceManager::forces.front().enabled);
+    EXPECT_EQ(ForceManager::forces.front().strength, 30.0f);
+    EXPECT_EQ(FxParticleManager::emitters.back().direction.y, 1.0f);
+    EXPECT_EQ(FxParticleManager::emitters.back().textures.size(), 2u);
+}
+
+TEST_F(EffectRowsTest, WhatTheConsoleMadeIsNeededWhole) {
+    addLevel();
+    ForceManager::addForce(8, 3.0f, 4.0f, 1.0f, 1.0f, -2.0f);
+    nlohmann::json json = nlohmann::json::parse(line());
+    json["forces"][1].erase("strength");
+    ModuleReset::all();
+    addLevel();
+
+    EXPECT_EQ(refusalOf(json), "no field \"forces.strength\"");
+}
+
 TEST_F(EffectRowsTest, WhatTheConsoleMadeComesBack) {
     addLevel();
     ForceManager::addForce(8, 3.0f, 4.0f, 1.0f, 1.0f, -2.0f);

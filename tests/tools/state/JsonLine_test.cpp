@@ -52,11 +52,12 @@ TEST(JsonLineTest, DoublesHaveSeventeenSignificantDigits) {
     EXPECT_EQ(out.text(), "0.10000000000000001");
 }
 
-TEST(JsonLineTest, WhatIsNoFiniteNumberIsNull) {
+TEST(JsonLineTest, WhatIsNoFiniteNumberIsAText) {
     JsonLine out;
-    out.openArray().number(std::numeric_limits<float>::infinity()).number(std::nan("")).closeArray();
+    out.openArray().number(std::numeric_limits<float>::infinity()).number(std::nan(""));
+    out.number(-std::numeric_limits<double>::infinity()).number(-std::nanf("")).closeArray();
 
-    EXPECT_EQ(out.text(), "[null,null]");
+    EXPECT_EQ(out.text(), R"(["inf","nan","-inf","nan"])");
 }
 
 } // namespace tarnwick

@@ -1,5 +1,6 @@
 #include "tools/state/ObjectRows.h"
 
+#include "console/GLConsole.h"
 #include "level/LevelObjectsManager.h"
 #include "support/DataFolder.h"
 #include "support/ModuleTest.h"
@@ -77,6 +78,37 @@ TEST_F(ObjectRowsTest, WhatIsWrittenIsRestoredByteForByte) {
     SimulationState::read(line);
 
     EXPECT_EQ(SimulationState::write({}), line);
+}
+
+TEST_F(ObjectRowsTest, ObjectsThatTheConsoleMadeAreMadeAgainInTheirPlaces) {
+    addObjects();
+    LevelObjectsManager::initialise();
+    addObjects();
+    GLConsole::runLine("ObjectCreate 10.5 -20 7 lamp.tga");
+    GLConsole::runLine("ObjectCreate 3 4 -1 fan_frame0.tga");
+    LevelObjectsManager::animatedObjects.front().currentFrame = 1;
+    const std::string line = SimulationState::write({});
+    LevelObjectsManager::initialise();
+    addObjects();
+    const LevelObject* const lamp = &LevelObjectsManager::staticObjects.back();
+
+    SimulationState::read(line);
+
+    EXPECT_EQ(SimulationState::write({}), line);
+    EXPECT_EQ(&LevelObjectsManager::staticObjects.back(), lamp); // others may point to it
+    ASSERT_EQ(LevelObjectsManager::staticObjects.size(), 3u);
+    EXPECT_EQ(LevelObjectsManager::staticObjects.front().x, 10.5f);
+    EXPECT_EQ(LevelObjectsManager::animatedObjects.front().frames.size(), 2u);
+}
+
+TEST_F(ObjectRowsTest, AnObjectThatTheConsoleMadeIsNeededWhole) {
+    LevelObjectsManager::initialise();
+    GLConsole::runLine("ObjectCreate 10.5 -20 7 lamp.tga");
+    nlohmann::json line = nlohmann::json::parse(SimulationState::write({}));
+    LevelObjectsManager::initialise();
+    line["staticObjects"][0].erase("position");
+
+    EXPECT_EQ(refusalOf(line), "no field \"staticObjects.position\"");
 }
 
 TEST_F(ObjectRowsTest, ObjectsOfAnotherLevelAreRefusedAndNothingChanges) {

@@ -1,16 +1,25 @@
 #include "tools/state/SimulationState.h"
 
+#include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "core/Random.h"
 #include "game/Camera.h"
+#include "game/CheckPointTimesManager.h"
+#include "graphics/KeyMap.h"
 #include "gui/GameMenus.h"
 #include "level/Level.h"
+#include "mechanisms/FxParticleManager.h"
+#include "mechanisms/TriggerManager.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "particles/ParticleMover.h"
 #include "support/ModuleTest.h"
 
 #include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <limits>
+#include <string>
 
 namespace tarnwick {
 
@@ -171,11 +180,191 @@ TEST_F(SimulationStateTest, ABadLineIsRefusedAndChangesNothing) {
     EXPECT_EQ(SimulationState::write(position), line);
 }
 
-TEST_F(SimulationStateTest, ANumberThatIsNotFiniteIsRefused) {
+TEST_F(SimulationStateTest, NumbersThatAreNotFiniteComeBack) {
     arrange();
-    ParticleManager::particles.front().position.x = std::numeric_limits<float>::infinity();
+    Particle& particle = ParticleManager::particles.front();
+    particle.position = {std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity()};
+    particle.temperature = std::numeric_limits<float>::quiet_NaN();
+    const std::string line = SimulationState::write(position);
+    particle.position = {};
 
-    EXPECT_EQ(refusalOf(SimulationState::write(position)), "\"particles\" is not a number");
+    SimulationState::read(line);
+
+    EXPECT_EQ(SimulationState::write(position), line);
+    EXPECT_EQ(ParticleManager::particles.front().position.y, -std::numeric_limits<float>::infinity());
+}
+
+TEST_F(SimulationStateTest, AMinusBeforeAZeroInATextStays) {
+    arrange();
+    FxParticleEmitter emitter;
+    emitter.addTexture("A-0,B-0]\"-0}.TGA");
+    FxParticleManager::addEmitter(emitter);
+    const std::string line = SimulationState::write(position);
+
+    SimulationState::read(line);
+
+    EXPECT_EQ(SimulationState::write(position), line);
+}
+
+TEST_F(SimulationStateTest, TheSignOfAZeroStaysHoweverTheLineIsSpaced) {
+    arrange();
+    nlohmann::json whole = nlohmann::json::parse(SimulationState::write(position));
+    whole["camera"]["y"] = -0.0;
+    std::string line = whole.dump(1);
+    line.replace(line.find("-0.0"), 4, "-0 ");
+
+    SimulationState::read(line);
+
+    EXPECT_TRUE(std::signbit(Camera::position().y));
+}
+
+TEST_F(SimulationStateTest, WithTheFieldsOfOldAloneTheRestStaysAsTheLoadLeftIt) {
+    ParticleManager::initialise();
+    GLConsole::runLine("Gravity 7");
+    arrange();
+    FxParticleManager::particles.emplace_back().size = 3.0f;
+    nlohmann::json old = nlohmann::json::parse(SimulationState::write(position));
+    for (const char* const added : {"lastMenu", "screen", "paused", "consoleOpen", "freeCamera", "ambience",
+                                    "water", "effectLooks", "checkPoints"}) {
+        old.erase(added);
+    }
+    Camera::setPosition(0.0f, 0.0f);
+
+    const std::string refusal = refusalOf(old.dump());
+
+    EXPECT_EQ(refusal, "accepted");
+    EXPECT_EQ(Camera::position().x, 12.5f);
+    EXPECT_EQ(ParticleManager::gravity(), 7.0f);
+    EXPECT_EQ(FxParticleManager::particles.front().size, 3.0f);
+}
+
+TEST_F(SimulationStateTest, AFieldThatNobodyKnowsIsPassedOver) {
+    arrange();
+    const std::string line = SimulationState::write(position);
+    nlohmann::json more = nlohmann::json::parse(line);
+    more["weather"] = "fair";
+    more["camera"]["lens"] = 50;
+
+    EXPECT_EQ(refusalOf(more.dump()), "accepted");
+}
+
+TEST_F(SimulationStateTest, ATimeBeyondTheClockIsRefused) {
+    arrange();
+    nlohmann::json whole = nlohmann::json::parse(SimulationState::write(position));
+    const char* const refusal =
+        "\"time\" is not from 0 to below 4294967 seconds, which is as far as the clock goes";
+    for (const double time : {-0.001, 4294967.0, 1e300}) {
+        whole["time"] = time;
+        EXPECT_EQ(refusalOf(whole.dump()), refusal) << time;
+    }
+    whole["time"] = 4294966.9;
+    EXPECT_EQ(refusalOf(whole.dump()), "accepted");
+}
+
+TEST_F(SimulationStateTest, TheOpenConsoleAndTheFreeCameraComeBack) {
+    arrange();
+    nlohmann::json whole = nlohmann::json::parse(SimulationState::write(position));
+    EXPECT_EQ(whole["consoleOpen"], false);
+    EXPECT_EQ(whole["freeCamera"], nlohmann::json::parse(R"({"enabled":false,"x":0,"y":0,"zoom":1})"));
+    whole["consoleOpen"] = true;
+    whole["freeCamera"] = nlohmann::json::parse(R"({"enabled":true,"x":3,"y":-4,"zoom":0.5})");
+
+    SimulationState::read(whole.dump());
+
+    const nlohmann::json restored = nlohmann::json::parse(SimulationState::write(position));
+    EXPECT_EQ(restored["consoleOpen"], true);
+    EXPECT_EQ(restored["freeCamera"], whole["freeCamera"]);
+}
+
+TEST_F(SimulationStateTest, TheMenuBeforeThisOneComesBack) {
+    arrange();
+    GameMenus::initialise();
+    GameMenus::setCurrentMenu(menu::main);
+    GameMenus::setCurrentMenu(menu::options);
+    const std::string line = SimulationState::write(position);
+    GameMenus::setCurrentMenu(menu::none);
+    GameMenus::setCurrentMenu(menu::inGame);
+
+    SimulationState::read(line);
+
+    EXPECT_EQ(GameMenus::getLastMenu(), menu::main);
+    EXPECT_EQ(SimulationState::write(position), line);
+}
+
+TEST_F(SimulationStateTest, AClickThatWaitsInAMenuIsActedOnAfterTheRestore) {
+    arrange();
+    GameMenus::initialise();
+    GameMenus::setCurrentMenu(menu::main);
+    GameMenus::sendMenuEvent_keyboardPressed(key::down); // the first key only gives the focus
+    GameMenus::sendMenuEvent_keyboardPressed(key::enter);
+    const std::string line = SimulationState::write(position);
+    GameMenus::setCurrentMenu(menu::credits);
+    SimulationState::read(line);
+    EXPECT_EQ(SimulationState::write(position), line);
+
+    Clock::drive(160 + 801);
+    GameMenus::sendMenuEvent_windowRedrawing();
+
+    EXPECT_EQ(nlohmann::json::parse(line)["screen"]["waiting"].size(), 1u);
+    EXPECT_EQ(GameMenus::getCurrentMenu(), menu::none); // the game was started
+}
+
+TEST_F(SimulationStateTest, WhatWaitsInNoMenuIsRefused) {
+    arrange();
+    GameMenus::initialise();
+    GameMenus::setCurrentMenu(menu::main);
+    const nlohmann::json whole = nlohmann::json::parse(SimulationState::write(position));
+    const auto refusalWith = [&](const char* field, const char* value) {
+        nlohmann::json changed = whole;
+        changed["screen"][field] = nlohmann::json::parse(value);
+        return refusalOf(changed.dump());
+    };
+    const char* const noEvent = "\"screen.waiting\" is not a list of events of the menu that is up";
+
+    EXPECT_EQ(refusalWith("focus", "99"), "\"screen.focus\" is not the place of a widget");
+    EXPECT_EQ(refusalWith("focus", "-2"), "\"screen.focus\" is not the place of a widget");
+    EXPECT_EQ(refusalWith("waiting", "[[0, 1]]"), "\"screen.waiting\" is not a list of events");
+    EXPECT_EQ(refusalWith("waiting", "[[5, 1, 0.5, 1]]"), noEvent);
+    EXPECT_EQ(refusalWith("waiting", "[[0, 99, 0.5, 1, 2, 3]]"), noEvent);
+    EXPECT_EQ(refusalWith("waiting", "[[0, 0, 0.5, 1, 2, 3]]"), noEvent); // a logo, which listens to nothing
+    EXPECT_EQ(refusalWith("waiting", "[[0, 1, 0.5, 1, 2]]"), noEvent);
+    EXPECT_EQ(refusalWith("waiting", "[[0, 1, 0.5, 1, 2, 1]]"), "accepted");
+}
+
+TEST_F(SimulationStateTest, CheckPointTimesAndTheirDisplayComeBack) {
+    arrange();
+    TriggerManager::initialise();
+    TriggerManager::addTrigger(901, 0, 0.0f, {}, {}, {}, {});
+    TriggerManager::addTrigger(901, 0, 0.0f, {}, {}, {}, {});
+    const Trigger* const trigger = &TriggerManager::triggers.back();
+    CheckPointTimesManager::recordTime(trigger, 4000);
+    CheckPointTimesManager::recordTime(trigger, 3000);
+    const std::string line = SimulationState::write(position);
+    CheckPointTimesManager::recordTime(&TriggerManager::triggers.front(), 1);
+    CheckPointTimesManager::recordTime(trigger, 99);
+
+    SimulationState::read(line);
+
+    const nlohmann::json row = nlohmann::json::parse(line)["checkPoints"];
+    EXPECT_EQ(SimulationState::write(position), line);
+    EXPECT_EQ(row["times"].dump(), "[[1,3000]]");
+    EXPECT_EQ(row["display"], 3);
+    EXPECT_EQ(row["currentTime"], 3000);
+    EXPECT_EQ(row["previousTime"], 4000);
+}
+
+TEST_F(SimulationStateTest, BadCheckPointsAreRefused) {
+    arrange();
+    const nlohmann::json whole = nlohmann::json::parse(SimulationState::write(position));
+    const auto refusalWith = [&](const char* field, const char* value) {
+        nlohmann::json changed = whole;
+        changed["checkPoints"][field] = nlohmann::json::parse(value);
+        return refusalOf(changed.dump());
+    };
+
+    EXPECT_EQ(refusalWith("times", "[[0, 1]]"), "\"checkPoints.times\" is not of the places of triggers");
+    EXPECT_EQ(refusalWith("times", "[[0]]"), "\"checkPoints.times\" is not a list of rows of 2 values");
+    EXPECT_EQ(refusalWith("display", "5"), "\"checkPoints.display\" is not a number from 0 to 4");
 }
 
 } // namespace tarnwick

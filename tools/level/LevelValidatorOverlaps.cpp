@@ -1,0 +1,68 @@
+// The part of the validator that compares polygons with one another.
+
+#include "core/Geometry.h"
+#include "core/Vector2.h"
+#include "level/LevelFile.h"
+#include "tools/level/LevelFindings.h"
+
+#include <map>
+#include <set>
+#include <tuple>
+#include <utility>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr float longSide = 1024.0f; ///< World units, of a slanted side: from here on rounding can lose it.
+
+} // namespace
+
+void validateEqualSides(const LevelFile& level, const std::list<Polygon2D>& polygons, Findings& findings) {
+    using Side = std::tuple<float, float, float, float>; // from start to end
+    struct Shared {
+        std::uint32_t side = 0; ///< Of the later polygon,
+        std::uint32_t other =
+            0; ///< and of the earlier one: the first that they share, or the first long one.
+        std::uint32_t count = 0;
+        bool isLong = false;
+    };
+    std::map<Side, std::pair<std::size_t, std::uint32_t>> known;
+    std::size_t number = 0;
+    for (const Polygon2D& polygon : polygons) {
+        const bool joined =
+            polygon.collideable && !polygon.moveable && !polygon.destructable && polygon.triangleCount > 0;
+        std::map<std::size_t, Shared> sharedWith;
+        for (std::uint32_t side = 0; joined && side < polygon.pointCount(); ++side) {
+            const Polygon2D::Edge edge = sideOf(polygon, side);
+            const Vector2 start = polygon.counterClockwise ? edge.start : edge.end;
+            const Vector2 end = polygon.counterClockwise ? edge.end : edge.start;
+            const auto [earlier, isNew] =
+                known.try_emplace({start.x, start.y, end.x, end.y}, std::pair(number, side));
+            if (isNew || earlier->second.first == number) {
+                continue;
+            }
+            const bool isLong =
+                start.x != end.x && start.y != end.y && distanceBetween(start, end) >= longSide;
+            Shared& shared = sharedWith[earlier->second.first];
+            if (shared.count++ == 0 || (isLong && !shared.isLong)) {
+                shared.side = side;
+                shared.other = earlier->second.second;
+                shared.isLong = isLong;
+            }
+        }
+        for (const auto& [earlier, shared] : sharedWith) {
+            if (shared.isLong || shared.count == polygon.pointCount()) {
+                findings.push_back(aboutPolygon(
+                    level, number,
+                    "side " + std::to_string(shared.side) + " is side " + std::to_string(shared.other) +
+                        " of polygon " + std::to_string(earlier) +
+                        " again: the two walls overlap, and where the side is long and slanted the game can "
+                        "take it from both, so that all water falls through"));
+            }
+        }
+        ++number;
+    }
+}
+
+} // namespace tarnwick
