@@ -95,6 +95,30 @@ const char* errorLineOf(int signalNumber) {
     return found == crashSignals.end() ? "" : found->errorLine;
 }
 
+/// Gives the signal to the main thread, if this is another one; whether it is.
+// no location: runs in a signal handler
+bool forwarded(int signalNumber) {
+    const pid_t mainThread = getpid();
+    if (gettid() == mainThread) {
+        return false;
+    }
+    const int errorBefore = errno;
+    tgkill(mainThread, mainThread, signalNumber);
+    errno = errorBefore;
+    return true;
+}
+
+/// Has `handler` called when the time is over, in place of what was to be called before.
+// no location: runs in a signal handler
+void setAlarm(unsigned seconds, void (*handler)(int)) {
+    struct sigaction action {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_ONSTACK | SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGALRM, &action, nullptr);
+    alarm(seconds);
+}
+
 /// Leaves the end of the program to another thread.
 // no location: runs in a signal handler
 [[noreturn]] void waitForTheEnd() {
@@ -149,8 +173,9 @@ void installCrashHandlers() {
     struct sigaction action {};
     action.sa_handler = CrashReport::onSignal;
     // A second fault is let in and cuts the window's closing short; blocked, it would end the program without
-    // a report. A second request to end changes nothing.
-    action.sa_flags = SA_ONSTACK | SA_NODEFER;
+    // a report. A second request to end changes nothing. After the first one the program goes on, and with it
+    // what it was waiting for.
+    action.sa_flags = SA_ONSTACK | SA_NODEFER | SA_RESTART;
     sigemptyset(&action.sa_mask);
     sigaddset(&action.sa_mask, SIGINT);
     sigaddset(&action.sa_mask, SIGTERM);
@@ -182,14 +207,50 @@ void CrashReport::prepareReport() {
 
 // no location: runs in a signal handler
 void CrashReport::onSignal(int signalNumber) {
-    const pid_t thread = gettid();
-    const pid_t mainThread = getpid();
-    if (isRequest(signalNumber) && thread != mainThread) {
-        const int errorBefore = errno;
-        tgkill(mainThread, mainThread, signalNumber);
-        errno = errorBefore;
+    if (!isRequest(signalNumber)) {
+        report(signalNumber);
+    } else if (!forwarded(signalNumber) && !noteRequest(signalNumber)) {
+        report(signalNumber);
+    }
+}
+
+/// False if the request is to be reported at once: without a window there is no loop.
+// no location: runs in a signal handler
+bool CrashReport::noteRequest(int signalNumber) {
+    const bool first = std::atomic_ref(state.request).exchange(signalNumber) == 0;
+    if (!first || state.windowClosing == nullptr || std::atomic_ref(state.reporter).load() != 0) {
+        return false;
+    }
+    setAlarm(longestPass, onUnheardRequest);
+    return true;
+}
+
+// no location: runs in a signal handler
+void CrashReport::onUnheardRequest(int signalNumber) {
+    if (!forwarded(signalNumber)) {
+        report(std::atomic_ref(state.request).load());
+    }
+}
+
+// no location: the report tells where the request was heard
+void CrashReport::endIfAsked() {
+    if (std::atomic_ref(state.request).load(std::memory_order_relaxed) == 0 || gettid() != getpid()) {
         return;
     }
+    std::signal(SIGALRM, SIG_IGN); // it is heard: also drops an alarm that is on its way
+    alarm(0);
+    sigset_t requests;
+    sigemptyset(&requests);
+    sigaddset(&requests, SIGINT);
+    sigaddset(&requests, SIGTERM);
+    sigprocmask(SIG_BLOCK, &requests, nullptr); // as in the handler
+    report(state.request);
+}
+
+/// Does not return.
+// no location: runs in a signal handler
+void CrashReport::report(int signalNumber) {
+    const pid_t thread = gettid();
     pid_t reporter = 0;
     if (!std::atomic_ref(state.reporter).compare_exchange_strong(reporter, thread)) {
         if (reporter == thread) {
@@ -213,18 +274,15 @@ void CrashReport::closeWindow() {
     if (state.windowClosing == nullptr) {
         return;
     }
-    struct sigaction action {};
-    action.sa_handler = onStandstill;
-    action.sa_flags = SA_ONSTACK;
-    sigemptyset(&action.sa_mask);
-    sigaction(SIGALRM, &action, nullptr);
-    alarm(longestClose);
+    setAlarm(longestClose, onStandstill);
     state.windowClosing();
     alarm(0);
 }
 
 // no location: runs in a signal handler
 void CrashReport::deliver() {
+    std::signal(SIGALRM, SIG_IGN); // a box stays for as long as the player reads it
+    alarm(0);
     const pid_t thread = gettid();
     pid_t deliverer = 0;
     if (!std::atomic_ref(state.deliverer).compare_exchange_strong(deliverer, thread)) {
@@ -255,6 +313,7 @@ void CrashReport::showBox() {
         sigemptyset(&none);
         sigprocmask(SIG_SETMASK, &none, nullptr);
         std::signal(SIGPIPE, SIG_DFL);
+        std::signal(SIGALRM, SIG_DFL);
         dup2(ends[0], STDIN_FILENO);
         close(ends[0]);
         close(ends[1]);

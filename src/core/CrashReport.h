@@ -25,8 +25,12 @@ void appendBacktrace(std::string& report);
 /// report: after damage to the heap this process could not show one, for a lock of the heap may be held. For
 /// the same reason the report takes no memory. A handler runs on a stack of its own, so that a stack overflow
 /// is reported too. A fault or a standstill while the window closes cuts the closing short, and the report
-/// follows. SIGINT and SIGTERM are reported by the main thread whichever thread receives them, a fault by its
-/// own thread.
+/// follows. A fault is reported by its own thread.
+///
+/// SIGINT and SIGTERM are no faults but requests: they may come while the GL driver draws, and a window
+/// cannot be closed then. So the handler only notes the first one, whichever thread receives it, and the main
+/// thread reports it where `endIfAsked` is called, at the start of every pass of the window's loop. A second
+/// request, and a second of time without a pass, are reported by the handler.
 class CrashReport {
 public:
     CrashReport() = delete;
@@ -37,10 +41,16 @@ public:
     static constexpr int mostLocations = 16;
     /// Seconds that the window may take to close.
     static constexpr unsigned longestClose = 5;
+    /// Seconds from a request to end to the pass of the loop that hears it.
+    static constexpr unsigned longestPass = 1;
 
     /// Hands over how a report closes the window, for a full screen would hide the message box. Called before
     /// the window is made; null, as at the start: there is nothing to close.
     static void setWindowClosing(void (*close)()) { state.windowClosing = close; }
+
+    /// A place at which the program can end: reports a request that came since, and does not return then.
+    /// Does nothing on any thread but the main one.
+    static void endIfAsked();
 
 private:
     friend class ModuleReset;
@@ -50,6 +60,7 @@ private:
         std::string report;                ///< Starts as the fixed text; with room for the rest.
         std::string boxProgram;            ///< Path of the program that shows the message box.
         void (*windowClosing)() = nullptr; ///< Null without a window.
+        int request = 0;                   ///< Signal that waits for `endIfAsked`; 0: none. Atomic.
         pid_t reporter = 0;                ///< Thread that makes the report; 0: none does. Atomic.
         pid_t deliverer = 0; ///< Thread that hands the finished report out; 0: none does. Atomic.
     };
@@ -62,6 +73,9 @@ private:
     static void prepareReport();
     static void onSignal(int signalNumber);
     static void onStandstill(int signalNumber);
+    static void onUnheardRequest(int signalNumber);
+    static bool noteRequest(int signalNumber);
+    static void report(int signalNumber);
     static void closeWindow();
     [[noreturn]] static void deliver();
     static void showBox();

@@ -1,5 +1,6 @@
 #include "graphics/GLTextureInternal.h"
 
+#include "core/CrashReport.h"
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
 #include "core/Strings.h"
@@ -39,6 +40,7 @@ GLTextureInternal::GLTextureInternal(const std::string& fileName, std::uint32_t 
 
 void GLTextureInternal::load() {
     TARNWICK_LOCATION("GLTextureInternal::load");
+    CrashReport::endIfAsked(); // many pictures take their time, and no event is looked at meanwhile
     width = 0;
     height = 0;
     bytesPerPixel = 0;

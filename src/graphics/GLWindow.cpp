@@ -72,6 +72,7 @@ void GLWindow::createWindow(const std::string& title, std::int32_t clientWidth, 
     }
     setHints();
     setenv("SDL_VIDEO_X11_WMCLASS", windowClassName, 0);
+    SDL_ClearError(); // what `fail` tells is of this window
     if (!startVideo()) {
         fail("Unable to create window: couldn't get program handle.", "Game error");
     }
@@ -156,13 +157,14 @@ bool GLWindow::startVideo() {
     return true;
 }
 
-/// Ends the program. What SDL knows about the reason goes to standard error only.
+/// Ends the program. A second line tells what SDL knows about the reason.
 void GLWindow::fail(const char* text, const char* caption) {
     TARNWICK_LOCATION("GLWindow::fail");
     const std::string reason = SDL_GetError();
-    std::fprintf(stderr, "%s: %s (%s)\n", caption, text, reason.c_str());
+    const std::string lines = reason.empty() ? text : std::string(text) + "\n" + reason;
+    std::fprintf(stderr, "%s: %s\n", caption, lines.c_str());
     if (onScreen()) {
-        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_ERROR, caption, text, nullptr);
+        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_ERROR, caption, lines.c_str(), nullptr);
     }
     std::exit(1);
 }
@@ -230,6 +232,7 @@ void GLWindow::openForEvents() {
     state.mouseX = 0;
     state.mouseY = 0;
     state.mouseButtons = 0;
+    state.headlessCorner = {};
     state.lastKeyPressed = 0;
     state.heldKey = {};
     state.keysDown = {};
@@ -249,6 +252,7 @@ void GLWindow::showForTheFirstTime() {
     enableVsync(state.vsyncWanted);
     resetViewport();
     glBeginDraw2d();
+    SDL_StartTextInput(); // by itself on only where SDL counts on a real keyboard
     SDL_ShowWindow(state.windowHandle);
     SDL_RaiseWindow(state.windowHandle);
     pumpUntilPlaced();

@@ -7,6 +7,7 @@
 #include <list>
 #include <string>
 #include <utility>
+#include <vector>
 
 struct SDL_Cursor;
 struct SDL_Window;
@@ -233,6 +234,15 @@ private:
     static constexpr const char* defaultTitle = "Untitled window";
     static constexpr const char* windowClassName = "TolvarsWindowClass";
 
+    /// One of the screens, in the coordinates that span all of them: the second may start at 1280 or at
+    /// -1920.
+    struct Display {
+        std::int32_t x = 0;
+        std::int32_t y = 0;
+        std::int32_t width = 0; ///< Pixels.
+        std::int32_t height = 0;
+    };
+
     struct State {
         bool open = false;
         bool closing = false;               ///< `close` is at work.
@@ -248,7 +258,9 @@ private:
         bool minimised = false;       ///< Headless: as the events told.
         std::int32_t clientWidth = 0; ///< Pixels, as the listener last heard.
         std::int32_t clientHeight = 0;
-        std::int32_t restoredWidth = 0; ///< Client pixels when neither minimised nor maximised.
+        std::array<std::int32_t, 2> headlessCorner{}; ///< Headless: screen position of the client area.
+        std::vector<Display> headlessDisplays;        ///< Headless: empty is one display, the client area.
+        std::int32_t restoredWidth = 0;               ///< Client pixels when neither minimised nor maximised.
         std::int32_t restoredHeight = 0;
         bool repaintRequested = false;
         bool focusSeen = false;     ///< The window had the focus since it was created.
@@ -264,6 +276,7 @@ private:
         std::uint32_t mouseButtons = 0; ///< Bits of the buttons that events say are down.
         std::uint32_t lastKeyPressed = 0;
         std::array<std::uint8_t, scancodes> heldKey{}; ///< What each place on the keyboard gave when pressed.
+        std::array<bool, scancodes> heldForText{};     ///< Its press was delivered for what it typed.
         std::array<std::uint8_t, keyNumbers> keysDown{}; ///< Places now held, by key number.
         std::array<bool, keyNumbers> keyToggled{};
         std::array<bool, keyNumbers> keyPressedOnce{}; ///< `keyCharacter` is known.
@@ -291,6 +304,8 @@ private:
     static bool recreate(std::uint32_t samples);
 
     static std::array<std::int32_t, 2> clientCorner();
+    static std::vector<Display> displays();
+    static Display displayOfWindow();
     static std::array<std::int32_t, 2> frameSize();
     static void resizePlatformWindow(std::int32_t width, std::int32_t height);
     static void clientAreaResized(std::int32_t width, std::int32_t height);

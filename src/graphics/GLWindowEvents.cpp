@@ -1,5 +1,6 @@
 // `GLWindow`: the message pump, the keyboard, the mouse's events and the focus.
 
+#include "core/CrashReport.h"
 #include "core/LocationStack.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
@@ -8,10 +9,14 @@
 
 #include <SDL.h>
 
+#include <string>
+#include <vector>
+
 namespace tarnwick {
 
 namespace {
 
+constexpr int mostWaitingEvents = 65535; ///< SDL's own limit.
 constexpr std::uint32_t shiftKey = 0x10;
 constexpr std::uint32_t altKey = 0x12;
 constexpr std::uint32_t capsLockKey = 0x14;
@@ -36,15 +41,44 @@ std::uint8_t latin1Of(const char* text) {
     return twoBytes ? static_cast<std::uint8_t>(((first & 0x03) << 6) | (second & 0x3F)) : std::uint8_t{0};
 }
 
-/// The text of a key press stands directly behind it in the queue.
-std::uint8_t characterOfPress(std::uint32_t number, const SDL_Keysym& keysym) {
-    TARNWICK_LOCATION("GLWindow::characterOfPress");
+/// What a key press types; it stands directly behind the press in the queue. Empty if it types nothing.
+std::string textOfPress() {
+    TARNWICK_LOCATION("GLWindow::textOfPress");
     SDL_Event next;
     if (SDL_PeepEvents(&next, 1, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1 &&
         next.type == SDL_TEXTINPUT) {
-        return latin1Of(next.text.text);
+        return next.text.text;
     }
-    return KeyMap::controlCharacter(number, (keysym.mod & KMOD_CTRL) != 0);
+    return {};
+}
+
+/// Whether a press types what its key types without Alt: the key's own character, or the one with Shift, as
+/// far as that is known.
+bool isPlainText(const std::string& text, std::uint32_t number, const SDL_Keysym& keysym) {
+    TARNWICK_LOCATION("GLWindow::isPlainText");
+    const auto character = static_cast<SDL_Keycode>(latin1Of(text.c_str()));
+    const bool shiftHeld = (keysym.mod & KMOD_SHIFT) != 0;
+    const bool capital = number >= 'A' && number <= 'Z' && character == static_cast<SDL_Keycode>(number);
+    return character == keysym.sym || capital ||
+           (shiftHeld && character == static_cast<SDL_Keycode>(KeyMap::usCharacter(number, true)));
+}
+
+/// Presses with this key down are for the text behind it, where the layout has one: \ and @ on most keyboards
+/// of Europe.
+bool altGrAlone(const SDL_Keysym& keysym) {
+    TARNWICK_LOCATION("GLWindow::altGrAlone");
+    return (keysym.mod & (KMOD_ALT | KMOD_CTRL)) == KMOD_RALT;
+}
+
+/// Forgets an accent that waits for the letter under it. What is in the queue stays there.
+void forgetAccent() {
+    TARNWICK_LOCATION("GLWindow::forgetAccent");
+    std::vector<SDL_Event> waiting(mostWaitingEvents);
+    const int count =
+        SDL_PeepEvents(waiting.data(), mostWaitingEvents, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT);
+    SDL_StopTextInput(); // would drop the texts of the presses that wait
+    SDL_StartTextInput();
+    SDL_PeepEvents(waiting.data(), count, SDL_ADDEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT);
 }
 
 /// The platform keeps these for itself: they are no presses for a listener.
@@ -73,6 +107,7 @@ std::uint32_t buttonBit(std::uint8_t button) {
 
 void GLWindow::run() {
     TARNWICK_LOCATION("GLWindow::run");
+    CrashReport::endIfAsked();
     WindowFeed::run();
     SDL_Event event;
     while (state.open && SDL_PollEvent(&event) == 1) {
@@ -191,9 +226,17 @@ void GLWindow::keyPressed(const SDL_Event& event) {
     releaseHeldKey(keysym.scancode);
     state.heldKey[keysym.scancode] = static_cast<std::uint8_t>(number);
     ++state.keysDown[number];
-    state.keyCharacter[number] = characterOfPress(number, keysym);
+    const std::string text = textOfPress();
+    state.keyCharacter[number] = text.empty()
+                                     ? KeyMap::controlCharacter(number, (keysym.mod & KMOD_CTRL) != 0)
+                                     : latin1Of(text.c_str());
     state.keyPressedOnce[number] = true;
-    if (isSystemKey(number, keysym)) {
+    if (number == key::console && text.empty()) { // on some keyboards it is an accent
+        forgetAccent();
+    }
+    state.heldForText[keysym.scancode] =
+        altGrAlone(keysym) && !text.empty() && !isPlainText(text, number, keysym);
+    if (isSystemKey(number, keysym) && !state.heldForText[keysym.scancode]) {
         return;
     }
     state.lastKeyPressed = number;
@@ -210,7 +253,8 @@ void GLWindow::keyReleased(const SDL_Event& event) {
         return;
     }
     releaseHeldKey(keysym.scancode);
-    if (!isSystemKey(number, keysym) && state.eventListener != nullptr) {
+    const bool delivered = !isSystemKey(number, keysym) || state.heldForText[keysym.scancode];
+    if (delivered && state.eventListener != nullptr) {
         state.eventListener->keyboardReleased(number);
     }
 }

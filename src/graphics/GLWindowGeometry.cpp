@@ -8,13 +8,15 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <array>
+#include <vector>
 
 namespace tarnwick {
 
 namespace {
 
-/// Where an absolute move to `target` ends on a screen of `size` pixels: the move is told in 65535ths of the
-/// screen, in single precision, cut to whole numbers, and comes out one pixel short of the middle.
+/// Where an absolute move to `target` ends on a desktop of `size` pixels: the move is told in 65535ths of the
+/// desktop, in single precision, cut to whole numbers, and comes out one pixel short of the middle.
 /// `getClientCenterX` counts on it.
 std::int32_t absoluteMove(std::int32_t target, std::int32_t size) {
     TARNWICK_LOCATION("GLWindow::absoluteMove");
@@ -41,17 +43,6 @@ Borders bordersOf(SDL_Window* window) {
     return borders;
 }
 
-/// The desktop's size on the display of a window; 0 by 0 without video.
-std::array<std::int32_t, 2> desktopSize(SDL_Window* window) {
-    TARNWICK_LOCATION("GLWindow::desktopSize");
-    SDL_DisplayMode mode{};
-    const int display = window != nullptr ? std::max(SDL_GetWindowDisplayIndex(window), 0) : 0;
-    if (SDL_GetDesktopDisplayMode(display, &mode) != 0) {
-        return {0, 0};
-    }
-    return {mode.w, mode.h};
-}
-
 } // namespace
 
 void GLWindow::setTitle(const std::string& text) {
@@ -68,11 +59,47 @@ void GLWindow::setTitle(const std::string& text) {
 /// Screen position of the client area's top left pixel.
 std::array<std::int32_t, 2> GLWindow::clientCorner() {
     TARNWICK_LOCATION("GLWindow::clientCorner");
-    std::array<std::int32_t, 2> corner{};
+    std::array<std::int32_t, 2> corner = state.headlessCorner;
     if (state.windowHandle != nullptr) {
         SDL_GetWindowPosition(state.windowHandle, &corner[0], &corner[1]);
     }
     return corner;
+}
+
+/// The displays of the desktop; none without video.
+std::vector<GLWindow::Display> GLWindow::displays() {
+    TARNWICK_LOCATION("GLWindow::displays");
+    if (state.open && state.windowHandle == nullptr) {
+        if (!state.headlessDisplays.empty()) {
+            return state.headlessDisplays;
+        }
+        return {{0, 0, state.clientWidth, state.clientHeight}};
+    }
+    std::vector<Display> found;
+    const int count = SDL_GetNumVideoDisplays();
+    for (int i = 0; i < count; ++i) {
+        SDL_Rect bounds{};
+        if (SDL_GetDisplayBounds(i, &bounds) == 0) {
+            found.push_back({bounds.x, bounds.y, bounds.w, bounds.h});
+        }
+    }
+    return found;
+}
+
+/// The display that the middle of the window is on, else the first one; empty without any.
+GLWindow::Display GLWindow::displayOfWindow() {
+    TARNWICK_LOCATION("GLWindow::displayOfWindow");
+    const std::vector<Display> all = displays();
+    const auto [left, top] = clientCorner();
+    const std::int32_t x = left + getClientWidth() / 2;
+    const std::int32_t y = top + getClientHeight() / 2;
+    for (const Display& display : all) {
+        if (x >= display.x && x < display.x + display.width && y >= display.y &&
+            y < display.y + display.height) {
+            return display;
+        }
+    }
+    return all.empty() ? Display{} : all.front();
 }
 
 /// What the frame adds to the client area's width and height.
@@ -97,6 +124,8 @@ void GLWindow::setPosition(std::int32_t x, std::int32_t y) {
     if (state.windowHandle != nullptr) {
         const Borders borders = bordersOf(state.windowHandle);
         SDL_SetWindowPosition(state.windowHandle, x + borders.left, y + borders.top);
+    } else if (state.open) {
+        state.headlessCorner = {x, y};
     }
 }
 
@@ -210,19 +239,19 @@ std::int32_t GLWindow::getClientCenterY() {
 
 std::int32_t GLWindow::getScreenWidth() {
     TARNWICK_LOCATION("GLWindow::getScreenWidth");
-    return state.open && state.windowHandle == nullptr ? state.clientWidth
-                                                       : desktopSize(state.windowHandle)[0];
+    return displayOfWindow().width;
 }
 
 std::int32_t GLWindow::getScreenHeight() {
     TARNWICK_LOCATION("GLWindow::getScreenHeight");
-    return state.open && state.windowHandle == nullptr ? state.clientHeight
-                                                       : desktopSize(state.windowHandle)[1];
+    return displayOfWindow().height;
 }
 
 void GLWindow::center() {
     TARNWICK_LOCATION("GLWindow::center");
-    setPosition(getScreenWidth() / 2 - getWidth() / 2, getScreenHeight() / 2 - getHeight() / 2);
+    const Display display = displayOfWindow();
+    setPosition(display.x + display.width / 2 - getWidth() / 2,
+                display.y + display.height / 2 - getHeight() / 2);
 }
 
 bool GLWindow::isMinimised() {
@@ -354,7 +383,7 @@ void GLWindow::showCursor(std::int32_t type) {
 std::int32_t GLWindow::getMouseScreenX() {
     TARNWICK_LOCATION("GLWindow::getMouseScreenX");
     if (state.windowHandle == nullptr) {
-        return static_cast<std::int32_t>(state.mouseX);
+        return state.headlessCorner[0] + static_cast<std::int32_t>(state.mouseX);
     }
     int x = 0;
     if (offscreen()) { // its screen position is relative to the window
@@ -368,7 +397,7 @@ std::int32_t GLWindow::getMouseScreenX() {
 std::int32_t GLWindow::getMouseScreenY() {
     TARNWICK_LOCATION("GLWindow::getMouseScreenY");
     if (state.windowHandle == nullptr) {
-        return static_cast<std::int32_t>(state.mouseY);
+        return state.headlessCorner[1] + static_cast<std::int32_t>(state.mouseY);
     }
     int y = 0;
     if (offscreen()) {
@@ -403,19 +432,29 @@ void GLWindow::moveMouse(std::int32_t dx, std::int32_t dy) {
 
 void GLWindow::moveMouseTo(std::int32_t screenX, std::int32_t screenY) {
     TARNWICK_LOCATION("GLWindow::moveMouseTo");
-    const std::int32_t screenWidth = getScreenWidth();
-    const std::int32_t screenHeight = getScreenHeight();
-    if (!state.open || screenWidth < 1 || screenHeight < 1) {
+    const std::vector<Display> all = displays();
+    if (!state.open || all.empty()) {
         return;
     }
-    const std::int32_t x = absoluteMove(std::clamp(screenX, 0, screenWidth), screenWidth);
-    const std::int32_t y = absoluteMove(std::clamp(screenY, 0, screenHeight), screenHeight);
-    if (state.windowHandle == nullptr) {
-        state.mouseX = static_cast<std::uint32_t>(x);
-        state.mouseY = static_cast<std::uint32_t>(y);
+    std::array<std::int32_t, 2> first{all.front().x, all.front().y}; // of the desktop, which spans them all
+    std::array<std::int32_t, 2> end = first;
+    for (const Display& display : all) {
+        first = {std::min(first[0], display.x), std::min(first[1], display.y)};
+        end = {std::max(end[0], display.x + display.width), std::max(end[1], display.y + display.height)};
+    }
+    const std::int32_t width = end[0] - first[0];
+    const std::int32_t height = end[1] - first[1];
+    if (width < 1 || height < 1) {
         return;
     }
+    const std::int32_t x = first[0] + absoluteMove(std::clamp(screenX - first[0], 0, width), width);
+    const std::int32_t y = first[1] + absoluteMove(std::clamp(screenY - first[1], 0, height), height);
     const auto [left, top] = clientCorner();
+    if (state.windowHandle == nullptr) {
+        state.mouseX = static_cast<std::uint32_t>(x - left);
+        state.mouseY = static_cast<std::uint32_t>(y - top);
+        return;
+    }
     SDL_WarpMouseInWindow(state.windowHandle, x - left, y - top);
 }
 

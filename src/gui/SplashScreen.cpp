@@ -1,5 +1,6 @@
 #include "gui/SplashScreen.h"
 
+#include "core/CrashReport.h"
 #include "core/FrameTimer.h"
 #include "core/LocationStack.h"
 #include "core/WorkerThread.h"
@@ -32,6 +33,7 @@ void SplashScreen::run() {
     state.threadReady = !state.thread->exists(); // a thread that the system refuses is not waited for
     state.thread->start();
     while (!state.threadReady) {
+        CrashReport::endIfAsked();
         std::this_thread::sleep_for(readyPause);
     }
 }

@@ -105,7 +105,7 @@ protected:
 struct SignalCase {
     const char* name;
     const char* errorLine;
-    const char* place;
+    const char* locations;
 };
 
 /// Shown by CTest beside the test's name.
@@ -119,20 +119,22 @@ TEST_P(CrashReportSignalTest, TheWholeReportGoesToStandardErrorAndTheStatusIsOne
     const Remains remains = crash(GetParam().name);
 
     EXPECT_EQ(remains.errorText,
-              reportOf(GetParam().errorLine, std::string("\n1 - Victim::") + GetParam().place));
+              reportOf(GetParam().errorLine, std::string("\n1 - ") + GetParam().locations));
     EXPECT_EQ(remains.exitStatus, 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     AllSignals,
     CrashReportSignalTest,
-    testing::Values(SignalCase{"SIGABRT", "Abnormal program termination by program.", "abortProgram"},
-                    SignalCase{"SIGFPE", arithmeticError, "divideByZero"},
+    testing::Values(SignalCase{"SIGABRT", "Abnormal program termination by program.", "Victim::abortProgram"},
+                    SignalCase{"SIGFPE", arithmeticError, "Victim::divideByZero"},
                     SignalCase{"SIGILL", "Attempted execution of unknown processor instruction.",
-                               "runUnknownInstruction"},
-                    SignalCase{"SIGINT", "Abnormal interuption of program by user.", "interruptProgram"},
-                    SignalCase{"SIGSEGV", memoryError, "writeToNobodysMemory"},
-                    SignalCase{"SIGTERM", "Program requested to terminate abnormally.", "terminateProgram"}),
+                               "Victim::runUnknownInstruction"},
+                    SignalCase{"SIGINT", "Abnormal interuption of program by user.",
+                               "GLWindow::run\n2 - Victim::interruptProgram"},
+                    SignalCase{"SIGSEGV", memoryError, "Victim::writeToNobodysMemory"},
+                    SignalCase{"SIGTERM", "Program requested to terminate abnormally.",
+                               "GLWindow::run\n2 - Victim::terminateProgram"}),
     [](const auto& parameter) { return std::string(parameter.param.name); });
 
 TEST_F(CrashReportTest, InstallingTheHandlersEmptiesTheStackButForItsLastEntry) {
@@ -214,7 +216,33 @@ TEST_F(CrashReportTest, AFaultOfTheSecondThreadListsItsOwnLocations) {
 
 TEST_F(CrashReportTest, ARequestToEndIsReportedByTheMainThread) {
     EXPECT_EQ(crash("interrupted thread").errorText,
-              reportOf("Abnormal interuption of program by user.", "\n1 - Victim::interruptASecondThread"));
+              reportOf("Abnormal interuption of program by user.",
+                       "\n1 - GLWindow::run\n2 - Victim::interruptASecondThread"));
+}
+
+TEST_F(CrashReportTest, ARequestToEndLetsTheFrameBeDoneBeforeTheWindowCloses) {
+    const Remains remains = crash("request in a frame");
+
+    EXPECT_EQ(remains.errorText,
+              "frame done\nwindow closed\n" + reportOf("Program requested to terminate abnormally.",
+                                                       "\n1 - GLWindow::run\n2 - Victim::interruptAFrame"));
+    EXPECT_EQ(remains.exitStatus, 1);
+}
+
+TEST_F(CrashReportTest, ARequestToEndThatNoFrameHearsIsReportedAllTheSame) {
+    const Remains remains = crash("standstill after a request");
+
+    EXPECT_EQ(remains.errorText,
+              reportOf("Abnormal interuption of program by user.", "\n1 - Victim::interruptAStandstill"));
+    EXPECT_EQ(remains.exitStatus, 1);
+}
+
+TEST_F(CrashReportTest, ASecondRequestToEndIsReportedAtOnce) {
+    const Remains remains = crash("two requests");
+
+    EXPECT_EQ(remains.errorText,
+              reportOf("Program requested to terminate abnormally.", "\n1 - Victim::interruptTwice"));
+    EXPECT_EQ(remains.exitStatus, 1);
 }
 
 TEST_F(CrashReportTest, TheWindowIsClosedBeforeTheReport) {
@@ -286,6 +314,19 @@ TEST_F(CrashReportBoxTest, AProgramForTheBoxThatReadsNothingChangesNothingElse) 
     const Remains remains = crashWith({"DISPLAY=:0"});
 
     EXPECT_EQ(remains.errorText, report);
+    EXPECT_EQ(remains.exitStatus, 1);
+}
+
+TEST_F(CrashReportBoxTest, TheAlarmOfAWindowThatClosesDoesNotEndTheProgramBeforeItsBox) {
+    folder.write("tarnwick-crash-box",
+                 "#!/bin/sh\nparent=$PPID\nkill -ALRM $parent\ncat > text\n"
+                 "[ \"$(ps -o ppid= -p $$ | tr -d ' ')\" = $parent ] && mv text box.txt\n");
+
+    const Remains remains = run("./victim", "fault while closing", {"PATH=/usr/bin:/bin", "DISPLAY=:0"});
+
+    EXPECT_EQ(
+        readAll("box.txt"),
+        reportOf(arithmeticError, "\n1 - Victim::divideByZero").substr(0, remains.errorText.size() - 1));
     EXPECT_EQ(remains.exitStatus, 1);
 }
 

@@ -40,7 +40,8 @@ TEST_F(GLWindowFailureTest, AnUnknownDriverEndsTheProgram) {
 
 TEST_F(GLWindowFailureTest, ADriverWithoutGlEndsTheProgram) {
     EXPECT_EXIT(createWindowWith("SDL_VIDEODRIVER", "dummy"), testing::ExitedWithCode(1),
-                "Error: Unable to create window: couldn't register window class\\.");
+                "Error: Unable to create window: couldn't register window class\\.\n"
+                "No dynamic OpenGL support");
 }
 
 TEST_F(GLWindowFailureTest, TheDriverOffScreenIsTakenWhenAskedFor) {

@@ -56,6 +56,14 @@ protected:
     }
     ~GLWindowTest() override { GLWindow::close(); }
 
+    /// The window of 800 by 600 in the middle of the last of these displays.
+    static void standOn(const std::vector<std::array<std::int32_t, 4>>& displays) {
+        for (const auto& [x, y, width, height] : displays) {
+            GLWindow::state.headlessDisplays.push_back({x, y, width, height});
+        }
+        GLWindow::setPosition(displays.back()[0] + 10, displays.back()[1] + 10);
+        GLWindow::center();
+    }
     static std::array<std::uint16_t, 256> gammaRamp(float gamma) { return GLWindow::gammaRamp(gamma); }
 
     RecordingListener listener;
@@ -165,6 +173,103 @@ TEST_F(GLWindowTest, ACentredMouseHasNotMoved) {
     EXPECT_EQ(GLWindow::getMouseScreenX(), GLWindow::getClientCenterX());
     EXPECT_EQ(GLWindow::getMouseScreenY(), GLWindow::getClientCenterY());
     EXPECT_TRUE(GLWindow::mouseInClientArea());
+}
+
+constexpr std::array<std::int32_t, 4> firstDisplay{0, 0, 1280, 1024};
+
+class GLWindowOnDisplaysTest : public GLWindowTest,
+                               public testing::WithParamInterface<std::array<std::int32_t, 4>> {};
+
+TEST_P(GLWindowOnDisplaysTest, TheMiddleIsThatOfTheWindowsDisplay) {
+    const auto [x, y, width, height] = GetParam();
+    standOn({firstDisplay, GetParam()});
+
+    EXPECT_EQ(GLWindow::getScreenWidth(), width);
+    EXPECT_EQ(GLWindow::getScreenHeight(), height);
+    EXPECT_EQ(GLWindow::getX(), x + width / 2 - 400);
+    EXPECT_EQ(GLWindow::getY(), y + height / 2 - 300);
+}
+
+TEST_P(GLWindowOnDisplaysTest, ACentredMouseHasNotMoved) {
+    standOn({firstDisplay, GetParam()});
+
+    GLWindow::centerMouse();
+
+    EXPECT_EQ(GLWindow::getMouseScreenX(), GLWindow::getClientCenterX());
+    EXPECT_EQ(GLWindow::getMouseScreenY(), GLWindow::getClientCenterY());
+}
+
+TEST_P(GLWindowOnDisplaysTest, AMoveOfTheMouseStaysNearIt) {
+    standOn({firstDisplay, GetParam()});
+    GLWindow::centerMouse();
+
+    GLWindow::moveMouse(31, -9);
+
+    EXPECT_EQ(GLWindow::getMouseScreenX(), GLWindow::getClientCenterX() + 30);
+    EXPECT_EQ(GLWindow::getMouseScreenY(), GLWindow::getClientCenterY() - 10);
+}
+
+INSTANTIATE_TEST_SUITE_P(TwoDisplays,
+                         GLWindowOnDisplaysTest,
+                         testing::Values(std::array{1280, 0, 1920, 1080},
+                                         std::array{-1920, 100, 1920, 1080},
+                                         std::array{0, -1080, 1920, 1080},
+                                         std::array{0, 1024, 1920, 1080}));
+
+TEST_F(GLWindowTest, TheMouseStaysOnTheDisplays) {
+    standOn({firstDisplay, {1280, 0, 1280, 1024}});
+
+    GLWindow::moveMouse(5000, 5000);
+
+    EXPECT_EQ(GLWindow::getMouseScreenX(), 2559);
+    EXPECT_EQ(GLWindow::getMouseScreenY(), 1023);
+}
+
+TEST_F(GLWindowTest, ACharacterBehindAltGrIsAPress) {
+    pressKey(SDL_SCANCODE_Q, SDLK_q, "@", KMOD_RALT);
+    GLWindow::run();
+    const std::uint8_t character = GLWindow::keyboardKeyToAscii('Q');
+    SDL_Event release{};
+    release.type = SDL_KEYUP;
+    release.key.keysym.scancode = SDL_SCANCODE_Q;
+    release.key.keysym.sym = SDLK_q;
+    release.key.keysym.mod = KMOD_RALT;
+    SDL_PushEvent(&release);
+    GLWindow::run();
+
+    EXPECT_EQ(listener.heard, (std::vector<std::string>{"key 81", "key up 81"}));
+    EXPECT_EQ(character, '@');
+}
+
+TEST_F(GLWindowTest, AnAltThatChangesNoTextMakesASystemKey) {
+    pressKey(SDL_SCANCODE_Q, SDLK_q, "q", KMOD_RALT);
+    pressKey(SDL_SCANCODE_Q, SDLK_q, "Q", KMOD_RALT | KMOD_LSHIFT);
+    pressKey(SDL_SCANCODE_2, SDLK_2, "@", KMOD_RALT | KMOD_LSHIFT);
+    pressKey(SDL_SCANCODE_Q, SDLK_q, nullptr, KMOD_RALT);
+    pressKey(SDL_SCANCODE_Q, SDLK_q, "@", KMOD_LALT);
+    pressKey(SDL_SCANCODE_Q, SDLK_q, "@", KMOD_LALT | KMOD_RALT);
+    GLWindow::run();
+
+    EXPECT_TRUE(listener.heard.empty());
+}
+
+TEST_F(GLWindowTest, ACharacterBehindAltGrMayBeAnotherKeysOnAUsKeyboard) {
+    pressKey(SDL_SCANCODE_2, SDLK_2, "@", KMOD_RALT); // Spanish
+    GLWindow::run();
+
+    EXPECT_EQ(listener.heard, std::vector<std::string>{"key 50"});
+    EXPECT_EQ(GLWindow::keyboardKeyToAscii('2'), '@');
+}
+
+TEST_F(GLWindowTest, AnAccentOnTheConsoleKeyLosesNoTextBehindIt) {
+    SDL_StopTextInput();
+    pressKey(SDL_SCANCODE_GRAVE, SDLK_CARET);
+    pressKey(SDL_SCANCODE_A, SDLK_a, "a");
+    GLWindow::run();
+
+    EXPECT_EQ(listener.heard, (std::vector<std::string>{"key 223", "key 65"}));
+    EXPECT_EQ(GLWindow::keyboardKeyToAscii('A'), 'a');
+    EXPECT_EQ(SDL_IsTextInputActive(), SDL_TRUE); // it was started anew
 }
 
 TEST_F(GLWindowTest, ACloseRequestAlwaysEndsInDestruction) {

@@ -18,6 +18,7 @@
 #include <iterator>
 #include <map>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -49,13 +50,29 @@ volatile int seven = 7;
     std::abort();
 }
 
+/// Goes on as a loop does.
 [[gnu::noinline]] void interruptProgram() {
     TARNWICK_LOCATION("Victim::interruptProgram");
     kill(getpid(), SIGINT);
+    GLWindow::run();
 }
 
 [[gnu::noinline]] void terminateProgram() {
     TARNWICK_LOCATION("Victim::terminateProgram");
+    kill(getpid(), SIGTERM);
+    GLWindow::run();
+}
+
+/// The loop does not come round again: what the alarm would do.
+[[gnu::noinline]] void interruptAStandstill() {
+    TARNWICK_LOCATION("Victim::interruptAStandstill");
+    kill(getpid(), SIGINT);
+    kill(getpid(), SIGALRM);
+}
+
+[[gnu::noinline]] void interruptTwice() {
+    TARNWICK_LOCATION("Victim::interruptTwice");
+    kill(getpid(), SIGINT);
     kill(getpid(), SIGTERM);
 }
 
@@ -130,15 +147,13 @@ void crashOnASecondThread() {
 void interruptFromAnotherThread() {
     TARNWICK_LOCATION("Victim::interruptFromAnotherThread");
     raise(SIGINT);
-    pause();
 }
 
 /// SIGINT may be given to any thread that does not block it.
 void interruptASecondThread() {
     TARNWICK_LOCATION("Victim::interruptASecondThread");
-    std::thread thread(interruptFromAnotherThread);
-    pause();
-    thread.join();
+    std::thread(interruptFromAnotherThread).join();
+    GLWindow::run();
 }
 
 /// Ends with status 0 if installing the handlers again empties the location stack but for its last entry.
@@ -183,16 +198,28 @@ void standStillWhileTheWindowCloses() {
     divideByZero();
 }
 
+void tell(std::string_view text) {
+    if (write(STDERR_FILENO, text.data(), text.size()) < 0) {
+        _exit(3);
+    }
+}
+
 void tellThatTheWindowCloses() {
-    BadListener listener([] {
-        const char text[] = "window closed\n";
-        if (write(STDERR_FILENO, text, sizeof text - 1) < 0) {
-            _exit(3);
-        }
-    });
+    BadListener listener([] { tell("window closed\n"); });
     GLWindow::createHeadless(64, 64);
     GLWindow::setEventListener(&listener);
     writeToNobodysMemory();
+}
+
+/// As in the middle of a frame: the window stays until the frame is done.
+void interruptAFrame() {
+    TARNWICK_LOCATION("Victim::interruptAFrame");
+    BadListener listener([] { tell("window closed\n"); });
+    GLWindow::createHeadless(64, 64);
+    GLWindow::setEventListener(&listener);
+    kill(getpid(), SIGTERM);
+    tell("frame done\n");
+    GLWindow::run();
 }
 
 const std::map<std::string, void (*)()> waysToCrash{
@@ -202,6 +229,9 @@ const std::map<std::string, void (*)()> waysToCrash{
     {"SIGABRT", abortProgram},
     {"SIGINT", interruptProgram},
     {"SIGTERM", terminateProgram},
+    {"standstill after a request", interruptAStandstill},
+    {"two requests", interruptTwice},
+    {"request in a frame", interruptAFrame},
     {"100 places", crashAfter100Places},
     {"no places", crashWithoutPlaces},
     {"null place", crashAfterANullPlace},
