@@ -26,10 +26,11 @@ void flushToDisk(const fs::path& file) {
     }
 }
 
-/// Throws `fs::filesystem_error` and leaves `file` if it cannot be moved.
-void moveFile(const fs::path& file, const fs::path& place) {
+/// Throws `fs::filesystem_error` and leaves `file` if it cannot be moved. `number` is the game's: two that
+/// end at once may keep files of one name.
+void moveFile(const fs::path& file, const fs::path& place, int number) {
     fs::create_directories(place.parent_path());
-    const fs::path beside = place.string() + ".new";
+    const fs::path beside = place.string() + ".new-" + std::to_string(number);
     try {
         fs::copy_file(file, beside,
                       fs::copy_options::overwrite_existing); // `run` may lie on another file system
@@ -91,7 +92,7 @@ bool keepFiles(const fs::path& folder, int number, const UserFolders& folders, s
             continue;
         }
         try {
-            moveFile(folder / name, place);
+            moveFile(folder / name, place, number);
         } catch (const fs::filesystem_error& reason) {
             messages << "tarnwick: cannot keep " << place.string() << ": " << reason.code().message() << '\n';
             kept = false;
