@@ -85,8 +85,8 @@ def play(game):
     assert game.end() == 0, "the game did not end well"
 
 
-def written(trace):
-    """Paths that were written, made, renamed or removed."""
+def written(trace, working_folder):
+    """Paths that were written, made, renamed or removed; calls without a folder are the game's, in its own."""
     paths = set()
     for line in trace.read_text(errors="replace").splitlines():
         call = line.split(None, 1)[1]
@@ -94,7 +94,7 @@ def written(trace):
             continue
         names = PATH.findall(call)
         for folder, name in names[-1:] if call.startswith("symlink") else names:  # not where a link leads
-            paths.add(os.path.normpath(os.path.join(folder or "/", name)))
+            paths.add(os.path.normpath(os.path.join(folder or working_folder, name)))
     return {path for path in paths if not path.startswith(DEVICES)}
 
 
@@ -112,7 +112,7 @@ def main():
         assert not game.folder.exists(), "the game's folder was left"
         if game.trace.exists():
             ours = [home / place for place in (".local/state", ".local/share", ".config")]
-            paths = written(game.trace)
+            paths = written(game.trace, game.folder)
             elsewhere = sorted(path for path in paths if not any(path.startswith(str(place)) for place in ours))
             assert any(path.endswith("sav/scores.sav") for path in paths), "the trace does not show the scores"
             assert not elsewhere, f"written elsewhere: {elsewhere}"
