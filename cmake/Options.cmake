@@ -19,7 +19,7 @@ if(TARNWICK_CCACHE)
     # that macros of the headers count by their text.
     # It looks at the files that the compiler names instead of running the preprocessor first.
     set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_DEPEND=1
-        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${TARNWICK_CCACHE})
+        CCACHE_SLOPPINESS=pch_defines,time_macros ${TARNWICK_CCACHE})
 endif()
 
 # The linkers of most machines are slow; these two are not.
