@@ -2,6 +2,7 @@
 
 #include "core/LocationStack.h"
 
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -108,15 +109,22 @@ bool forwarded(int signalNumber) {
     return true;
 }
 
+/// Lets SIGALRM come after so many milliseconds, in place of a former time; 0: never.
+// no location: runs in a signal handler
+void startAlarm(unsigned milliseconds) {
+    const itimerval time{{0, 0}, {milliseconds / 1000, milliseconds % 1000 * 1000L}};
+    setitimer(ITIMER_REAL, &time, nullptr);
+}
+
 /// Has `handler` called when the time is over, in place of what was to be called before.
 // no location: runs in a signal handler
-void setAlarm(unsigned seconds, void (*handler)(int)) {
+void setAlarm(unsigned milliseconds, void (*handler)(int)) {
     struct sigaction action {};
     action.sa_handler = handler;
     action.sa_flags = SA_ONSTACK | SA_RESTART;
     sigemptyset(&action.sa_mask);
     sigaction(SIGALRM, &action, nullptr);
-    alarm(seconds);
+    startAlarm(milliseconds);
 }
 
 /// Leaves the end of the program to another thread.
@@ -197,20 +205,35 @@ void appendBacktrace(std::string& report) {
     }
 }
 
+void CrashReport::setWindowClosing(void (*close)(), bool (*drop)()) {
+    TARNWICK_LOCATION("CrashReport::setWindowClosing");
+    state.windowClosing = close;
+    state.windowDropping = drop;
+}
+
 void CrashReport::prepareReport() {
     TARNWICK_LOCATION("CrashReport::prepareReport");
     state.report.clear();
     state.report.reserve(reportCapacity);
     state.report += fixedText();
     state.boxProgram = besideThisProgram(boxProgramName);
+    std::atexit(holdExit);
+}
+
+/// A library that loses the window ends the program: not before the report is out, which ends it, too.
+// no location: the report may be going out in another thread
+void CrashReport::holdExit() {
+    if (std::atomic_ref(state.deliverer).load() != 0) {
+        waitForTheEnd();
+    }
 }
 
 // no location: runs in a signal handler
 void CrashReport::onSignal(int signalNumber) {
     if (!isRequest(signalNumber)) {
-        report(signalNumber);
+        report(signalNumber, true);
     } else if (!forwarded(signalNumber) && !noteRequest(signalNumber)) {
-        report(signalNumber);
+        report(signalNumber, false);
     }
 }
 
@@ -228,7 +251,7 @@ bool CrashReport::noteRequest(int signalNumber) {
 // no location: runs in a signal handler
 void CrashReport::onUnheardRequest(int signalNumber) {
     if (!forwarded(signalNumber)) {
-        report(std::atomic_ref(state.request).load());
+        report(std::atomic_ref(state.request).load(), false);
     }
 }
 
@@ -238,18 +261,19 @@ void CrashReport::endIfAsked() {
         return;
     }
     std::signal(SIGALRM, SIG_IGN); // it is heard: also drops an alarm that is on its way
-    alarm(0);
+    startAlarm(0);
     sigset_t requests;
     sigemptyset(&requests);
     sigaddset(&requests, SIGINT);
     sigaddset(&requests, SIGTERM);
     sigprocmask(SIG_BLOCK, &requests, nullptr); // as in the handler
-    report(state.request);
+    report(state.request, true);
 }
 
-/// Does not return.
+/// Does not return. If not `closeable`, the main thread may be anywhere, with any lock: where the window can
+/// be dropped it is not closed.
 // no location: runs in a signal handler
-void CrashReport::report(int signalNumber) {
+void CrashReport::report(int signalNumber, bool closeable) {
     const pid_t thread = gettid();
     pid_t reporter = 0;
     if (!std::atomic_ref(state.reporter).compare_exchange_strong(reporter, thread)) {
@@ -260,13 +284,21 @@ void CrashReport::report(int signalNumber) {
     }
     state.report += errorLineOf(signalNumber);
     appendBacktrace(state.report);
-    closeWindow();
+    if (closeable || !dropWindow()) {
+        closeWindow();
+    }
     deliver();
 }
 
 // no location: runs in a signal handler
 void CrashReport::onStandstill(int /*signalNumber*/) {
     deliver();
+}
+
+/// False if there is none that could be dropped.
+// no location: runs in a signal handler
+bool CrashReport::dropWindow() {
+    return state.windowDropping != nullptr && state.windowDropping();
 }
 
 // no location: runs in a signal handler
@@ -276,13 +308,13 @@ void CrashReport::closeWindow() {
     }
     setAlarm(longestClose, onStandstill);
     state.windowClosing();
-    alarm(0);
+    startAlarm(0);
 }
 
 // no location: runs in a signal handler
 void CrashReport::deliver() {
     std::signal(SIGALRM, SIG_IGN); // a box stays for as long as the player reads it
-    alarm(0);
+    startAlarm(0);
     const pid_t thread = gettid();
     pid_t deliverer = 0;
     if (!std::atomic_ref(state.deliverer).compare_exchange_strong(deliverer, thread)) {
@@ -291,6 +323,7 @@ void CrashReport::deliver() {
         }
         waitForTheEnd();
     }
+    dropWindow();
     std::signal(SIGPIPE, SIG_IGN); // nobody may be reading
     writeAll(STDERR_FILENO, state.report);
     writeAll(STDERR_FILENO, "\n");

@@ -24,13 +24,14 @@ void appendBacktrace(std::string& report);
 /// The box is shown by a small program of its own, `tarnwick-crash-box` beside this one, which is handed the
 /// report: after damage to the heap this process could not show one, for a lock of the heap may be held. For
 /// the same reason the report takes no memory. A handler runs on a stack of its own, so that a stack overflow
-/// is reported too. A fault or a standstill while the window closes cuts the closing short, and the report
-/// follows. A fault is reported by its own thread.
+/// is reported too. A fault or a standstill while the window closes cuts the closing short: the window is
+/// dropped, and the report follows. A fault is reported by its own thread.
 ///
 /// SIGINT and SIGTERM are no faults but requests: they may come while the GL driver draws, and a window
 /// cannot be closed then. So the handler only notes the first one, whichever thread receives it, and the main
-/// thread reports it where `endIfAsked` is called, at the start of every pass of the window's loop. A second
-/// request, and a second of time without a pass, are reported by the handler.
+/// thread reports it where `endIfAsked` is called: at the start of every pass of the window's loop, and
+/// between the steps of all work that takes longer than a frame. A second request, and nearly a second of
+/// time without a pass, are reported by the handler, wherever the main thread is: it drops the window then.
 class CrashReport {
 public:
     CrashReport() = delete;
@@ -39,14 +40,17 @@ public:
     static constexpr std::size_t lineLength = 103;
     /// Locations that a report lists at most.
     static constexpr int mostLocations = 16;
-    /// Seconds that the window may take to close.
-    static constexpr unsigned longestClose = 5;
-    /// Seconds from a request to end to the pass of the loop that hears it.
-    static constexpr unsigned longestPass = 1;
+    /// Milliseconds that the window may take to close.
+    static constexpr unsigned longestClose = 2000;
+    /// Milliseconds from a request to end to the pass of the loop that hears it: the window is gone within a
+    /// second.
+    static constexpr unsigned longestPass = 900;
 
     /// Hands over how a report closes the window, for a full screen would hide the message box. Called before
-    /// the window is made; null, as at the start: there is nothing to close.
-    static void setWindowClosing(void (*close)()) { state.windowClosing = close; }
+    /// the window is made; null, as at the start: there is nothing to close. `drop` takes from the desktop
+    /// what the closing left there, a window half made or one whose closing was cut short, and tells whether
+    /// it could; it runs in a signal handler and may take no lock. Null: nothing is left.
+    static void setWindowClosing(void (*close)(), bool (*drop)() = nullptr);
 
     /// A place at which the program can end: reports a request that came since, and does not return then.
     /// Does nothing on any thread but the main one.
@@ -57,11 +61,12 @@ private:
     friend void installCrashHandlers();
 
     struct State {
-        std::string report;                ///< Starts as the fixed text; with room for the rest.
-        std::string boxProgram;            ///< Path of the program that shows the message box.
-        void (*windowClosing)() = nullptr; ///< Null without a window.
-        int request = 0;                   ///< Signal that waits for `endIfAsked`; 0: none. Atomic.
-        pid_t reporter = 0;                ///< Thread that makes the report; 0: none does. Atomic.
+        std::string report;                 ///< Starts as the fixed text; with room for the rest.
+        std::string boxProgram;             ///< Path of the program that shows the message box.
+        void (*windowClosing)() = nullptr;  ///< Null without a window.
+        bool (*windowDropping)() = nullptr; ///< Null if nothing is to be dropped.
+        int request = 0;                    ///< Signal that waits for `endIfAsked`; 0: none. Atomic.
+        pid_t reporter = 0;                 ///< Thread that makes the report; 0: none does. Atomic.
         pid_t deliverer = 0; ///< Thread that hands the finished report out; 0: none does. Atomic.
     };
     static State state;
@@ -75,8 +80,10 @@ private:
     static void onStandstill(int signalNumber);
     static void onUnheardRequest(int signalNumber);
     static bool noteRequest(int signalNumber);
-    static void report(int signalNumber);
+    static void report(int signalNumber, bool closeable);
+    static bool dropWindow();
     static void closeWindow();
+    static void holdExit();
     [[noreturn]] static void deliver();
     static void showBox();
 };

@@ -1,5 +1,6 @@
 #include "core/LongWork.h"
 
+#include "core/CrashReport.h"
 #include "core/LocationStack.h"
 
 namespace tarnwick {
@@ -14,6 +15,7 @@ LongWork::State LongWork::state;
 
 bool LongWork::goesOn() {
     TARNWICK_LOCATION("LongWork::goesOn");
+    CrashReport::endIfAsked();
     if (state.watch != nullptr && ++state.calls % callsBetweenLooks == 0) {
         state.wanted = state.watch(Kind::load);
     }

@@ -51,7 +51,7 @@ void smoothEdges() {
 int main() {
     installCrashHandlers();
     TARNWICK_LOCATION("main");
-    CrashReport::setWindowClosing(GLWindow::close);
+    CrashReport::setWindowClosing(GLWindow::close, GLWindow::drop);
     const StartFile start = StartFile::read();
     openWindow(start);
     GLTextureManager::initialise();

@@ -1,5 +1,6 @@
 #include "graphics/GLWindow.h"
 
+#include "core/CrashReport.h"
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
 #include "core/LongWork.h"
@@ -216,7 +217,9 @@ SDL_Window* GLWindow::createPlatformWindow(std::int32_t width, std::int32_t heig
         setPixelFormat(samples, accumulation);
         SDL_Window* const window = SDL_CreateWindow(defaultTitle, SDL_WINDOWPOS_UNDEFINED,
                                                     SDL_WINDOWPOS_UNDEFINED, width, height, flags);
+        CrashReport::endIfAsked();
         if (window != nullptr) {
+            keepConnection(window);
             return window;
         }
     }
@@ -253,7 +256,7 @@ void GLWindow::showForTheFirstTime() {
     resetViewport();
     glBeginDraw2d();
     SDL_StartTextInput(); // by itself on only where SDL counts on a real keyboard
-    SDL_ShowWindow(state.windowHandle);
+    mapWindow();
     SDL_RaiseWindow(state.windowHandle);
     pumpUntilPlaced();
 }
@@ -276,6 +279,7 @@ void GLWindow::pumpUntilPlaced() {
         return; // a platform without frames
     }
     for (std::uint32_t waited = 0; waited < placingMilliseconds; waited += placingPause) {
+        CrashReport::endIfAsked();
         SDL_PumpEvents();
         SDL_Delay(placingPause);
     }
@@ -301,6 +305,9 @@ void GLWindow::windowDestroyed() {
     state.cursorType = 1;
     state.title.clear();
     SDL_QuitSubSystem(subsystem);
+    if (SDL_WasInit(SDL_INIT_VIDEO) == 0) {
+        state.connection = -1;
+    }
 }
 
 void GLWindow::releasePlatformWindow() {
@@ -429,6 +436,7 @@ bool GLWindow::openWithSamples(std::uint32_t samples, std::int32_t width, std::i
         return false;
     }
     state.renderingContext = SDL_GL_CreateContext(state.windowHandle);
+    CrashReport::endIfAsked();
     GLint present = 0;
     glGetIntegerv(GL_SAMPLES, &present);
     const bool enough = samples == 1 || static_cast<std::uint32_t>(present) >= samples;

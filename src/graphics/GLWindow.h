@@ -54,6 +54,10 @@ public:
     static bool contextCurrent();
     /// Destroys the window at once; the listener hears `windowClosed`.
     static void close();
+    /// Takes every window of the program from the desktop without a word, however far it is made or closed:
+    /// nothing here works afterwards. For the crash report alone; takes no lock and can run in a signal
+    /// handler. False, and nothing done, but on an X server.
+    static bool drop();
 
     /// One pass of the message pump: hands every pending event to the listener, without ever blocking. Every
     /// loop in the system calls it once a pass.
@@ -247,6 +251,7 @@ private:
         bool open = false;
         bool closing = false;               ///< `close` is at work.
         SDL_Window* windowHandle = nullptr; ///< Null without a window and in a headless one.
+        int connection = -1;                ///< Of the X server's socket; -1: there is none.
         void* renderingContext = nullptr;   ///< SDL's handle; current for the whole life of the window.
         SDL_Window* stageWindow = nullptr;  ///< Unseen; has the context while the window is lent, else null.
         void (*endLending)() = nullptr;     ///< Null while the window is not lent.
@@ -296,6 +301,8 @@ private:
     static bool openWithSamples(std::uint32_t samples, std::int32_t width, std::int32_t height);
     static void reopen(std::uint32_t samples, std::int32_t width, std::int32_t height);
     static void setIcon();
+    static void keepConnection(SDL_Window* window);
+    static void mapWindow();
     static void pumpUntilPlaced();
     static void windowDestroyed();
     static void releasePlatformWindow();

@@ -1,6 +1,7 @@
 #include "graphics/LevelGeometryRenderer.h"
 
 #include "core/CommandRegistry.h"
+#include "core/CrashReport.h"
 #include "core/FrameTimer.h"
 #include "core/GLTexture.h"
 #include "core/LocationStack.h"
@@ -63,6 +64,7 @@ void LevelGeometryRenderer::initialise() {
         }
     }
     for (std::size_t layer = 0; layer < layerCount; ++layer) {
+        CrashReport::endIfAsked();
         if (state.layerLists[layer] != 0) {
             glNewList(state.layerLists[layer], GL_COMPILE);
             drawLayer(queues[layer]);

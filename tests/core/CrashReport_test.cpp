@@ -264,6 +264,30 @@ TEST_F(CrashReportTest, AStandstillWhileTheWindowClosesDoesNotHoldTheReportBack)
     EXPECT_EQ(remains.exitStatus, 1);
 }
 
+// The fault: a closing that waits for a lock which the interrupted code holds, and a window that stays over
+// its box.
+TEST_F(CrashReportTest, ARequestThatNoFrameHearsDropsTheWindowInPlaceOfClosingIt) {
+    const std::string report =
+        reportOf("Abnormal interuption of program by user.", "\n1 - Victim::interruptAStandstill");
+
+    EXPECT_EQ(crash("droppable standstill").errorText, "window dropped\nwindow dropped\n" + report);
+    EXPECT_EQ(crash("standstill that cannot be dropped").errorText,
+              "nothing to drop\nwindow closed\nnothing to drop\n" + report);
+}
+
+// The fault: a window whose closing stood still stays over the box.
+TEST_F(CrashReportTest, AWindowWhoseClosingStandsStillIsDropped) {
+    EXPECT_EQ(crash("standstill while closing, dropped").errorText,
+              "window dropped\n" + reportOf(arithmeticError, "\n1 - Victim::divideByZero"));
+}
+
+// The fault: a level that is cut up for minutes does not hear the request.
+TEST_F(CrashReportTest, ARequestIsHeardInLongWork) {
+    EXPECT_EQ(crash("request in long work").errorText,
+              reportOf("Program requested to terminate abnormally.",
+                       "\n1 - LongWork::goesOn\n2 - Victim::interruptLongWork"));
+}
+
 /// A victim in the test's folder, beside a program for the box that keeps what it is given.
 class CrashReportBoxTest : public CrashReportTest {
 protected:

@@ -31,7 +31,7 @@ def wait_for(what, condition, patience=PATIENCE):
 class Game:
     """A running game in a data folder that is its own, with its console log switched on."""
 
-    def __init__(self, program, data, output):
+    def __init__(self, program, data, output, **process_options):
         self.output = pathlib.Path(output)
         self.output.mkdir(parents=True, exist_ok=True)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tarnwick-game-"))
@@ -39,7 +39,7 @@ class Game:
             target = shutil.copytree if part.is_dir() else shutil.copy
             target(part, self.folder / part.name)
         self.switch_log_on()
-        self.process = subprocess.Popen([os.path.abspath(program)], cwd=self.folder)
+        self.process = subprocess.Popen([os.path.abspath(program)], cwd=self.folder, **process_options)
         self.window = wait_for("the window opens", self.find_window)
         wait_for("the game has the focus", self.has_focus)
 

@@ -3,6 +3,7 @@
 
 #include "core/CrashReport.h"
 #include "core/LocationStack.h"
+#include "core/LongWork.h"
 #include "core/WorkerThread.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
@@ -211,6 +212,38 @@ void tellThatTheWindowCloses() {
     writeToNobodysMemory();
 }
 
+bool tellThatTheWindowIsDropped() {
+    tell("window dropped\n");
+    return true;
+}
+
+bool tellThatNothingCanBeDropped() {
+    tell("nothing to drop\n");
+    return false;
+}
+
+/// The loop does not come round again, in the middle of what may hold a lock.
+void interruptAStandstillWith(bool (*drop)()) {
+    BadListener listener([] { tell("window closed\n"); });
+    GLWindow::createHeadless(64, 64);
+    GLWindow::setEventListener(&listener);
+    CrashReport::setWindowClosing(GLWindow::close, drop);
+    interruptAStandstill();
+}
+
+void standStillWhileTheWindowClosesAndDropIt() {
+    CrashReport::setWindowClosing(GLWindow::close, tellThatTheWindowIsDropped);
+    standStillWhileTheWindowCloses();
+}
+
+/// Work that looks at no events, but asks whether it goes on.
+void interruptLongWork() {
+    TARNWICK_LOCATION("Victim::interruptLongWork");
+    GLWindow::createHeadless(64, 64);
+    kill(getpid(), SIGTERM);
+    LongWork::goesOn();
+}
+
 /// As in the middle of a frame: the window stays until the frame is done.
 void interruptAFrame() {
     TARNWICK_LOCATION("Victim::interruptAFrame");
@@ -243,6 +276,10 @@ const std::map<std::string, void (*)()> waysToCrash{
     {"interrupted thread", interruptASecondThread},
     {"install again", installAgain},
     {"closing", tellThatTheWindowCloses},
+    {"droppable standstill", [] { interruptAStandstillWith(tellThatTheWindowIsDropped); }},
+    {"standstill that cannot be dropped", [] { interruptAStandstillWith(tellThatNothingCanBeDropped); }},
+    {"standstill while closing, dropped", standStillWhileTheWindowClosesAndDropIt},
+    {"request in long work", interruptLongWork},
     {"fault while closing", crashAgainWhileTheWindowCloses},
     {"standstill while closing", standStillWhileTheWindowCloses},
 };
