@@ -88,12 +88,11 @@ std::string NameEntry::name() const {
 
 bool NameEntry::overContinueButton(std::uint32_t x, std::uint32_t y) const {
     TARNWICK_LOCATION("NameEntry::overContinueButton");
-    const float virtualX = static_cast<float>(x) * VirtualScreen::unitsPerPixelX();
-    const float virtualY = static_cast<float>(y) * VirtualScreen::unitsPerPixelY();
+    const Vector2 pointer = VirtualScreen::at(x, y);
     const auto left = static_cast<float>(continueButton->x);
     const auto top = static_cast<float>(continueButton->y);
-    return left <= virtualX && virtualX < left + static_cast<float>(continueButton->width) &&
-           top <= virtualY && virtualY < top + static_cast<float>(continueButton->height);
+    return left <= pointer.x && pointer.x < left + static_cast<float>(continueButton->width) &&
+           top <= pointer.y && pointer.y < top + static_cast<float>(continueButton->height);
 }
 
 void NameEntry::mouseMoved(std::uint32_t x, std::uint32_t y) {
@@ -191,7 +190,8 @@ void NameEntry::drawNameEntry() const {
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glColor4f(0.0f, 0.0f, 0.0f, veilAlpha);
-    glRectf(0.0f, 0.0f, VirtualScreen::width, VirtualScreen::height);
+    const Box window = VirtualScreen::window();
+    glRectf(window.minX, window.minY, window.maxX, window.maxY);
     drawCentred("New high score!", titleY, titleSize, titleSize);
     drawCentred("Please enter name:", requestY, titleSize, titleSize);
     drawCentred(enteredName.data(), nameY, nameBoxHeight, nameSize);

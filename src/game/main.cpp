@@ -2,6 +2,7 @@
 #include "audio/SoundManager.h"
 #include "audio/SoundSystem.h"
 #include "console/GLConsole.h"
+#include "core/Comfort.h"
 #include "core/CrashReport.h"
 #include "core/LocationStack.h"
 #include "game/BasicCommands.h"
@@ -53,6 +54,7 @@ int main() {
     TARNWICK_LOCATION("main");
     CrashReport::setWindowClosing(GLWindow::close, GLWindow::drop);
     const StartFile start = StartFile::read();
+    Comfort::initialise();
     openWindow(start);
     GLTextureManager::initialise();
     BasicCommands::handOver();

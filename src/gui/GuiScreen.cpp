@@ -8,27 +8,26 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarnwick {
 
 namespace {
 
-/// A client position in virtual units; halves go away from zero.
-std::uint32_t toVirtual(std::uint32_t position, float virtualUnitsPerPixel) {
-    TARNWICK_LOCATION("GuiScreen::toVirtual");
+/// A position of the virtual screen in whole units, halves away from zero. Beside the screen, left and above,
+/// it is as far away as beyond its other edges: no widget is there.
+std::uint32_t wholeUnits(float position) {
+    TARNWICK_LOCATION("GuiScreen::wholeUnits");
     constexpr float farAway = 1e9f; // beyond every widget, and a whole number in 32 bits
-    return static_cast<std::uint32_t>(
-        std::min(round(static_cast<float>(position) * virtualUnitsPerPixel), farAway));
+    const float whole = round(position);
+    return static_cast<std::uint32_t>(whole < 0.0f ? farAway : std::min(whole, farAway));
 }
 
-std::uint32_t toVirtualX(std::uint32_t x) {
-    TARNWICK_LOCATION("GuiScreen::toVirtualX");
-    return toVirtual(x, VirtualScreen::unitsPerPixelX());
-}
-
-std::uint32_t toVirtualY(std::uint32_t y) {
-    TARNWICK_LOCATION("GuiScreen::toVirtualY");
-    return toVirtual(y, VirtualScreen::unitsPerPixelY());
+/// A client position in virtual units.
+std::pair<std::uint32_t, std::uint32_t> toVirtual(std::uint32_t clientX, std::uint32_t clientY) {
+    TARNWICK_LOCATION("GuiScreen::toVirtual");
+    const Vector2 position = VirtualScreen::at(clientX, clientY);
+    return {wholeUnits(position.x), wholeUnits(position.y)};
 }
 
 bool contains(const GuiWidget& widget, std::uint32_t x, std::uint32_t y) {
@@ -170,8 +169,7 @@ void GuiScreen::reset() {
 
 void GuiScreen::mouseMoved(std::uint32_t clientX, std::uint32_t clientY) {
     TARNWICK_LOCATION("GuiScreen::mouseMoved");
-    const std::uint32_t x = toVirtualX(clientX);
-    const std::uint32_t y = toVirtualY(clientY);
+    const auto [x, y] = toVirtual(clientX, clientY);
     bool found = false;
     for (const auto& widget : widgets) {
         if (!found && widget->enabled && contains(*widget, x, y)) {
@@ -202,8 +200,7 @@ void GuiScreen::mousePressed(std::uint32_t clientX, std::uint32_t clientY, std::
     if (focusedWidget == nullptr) {
         return;
     }
-    const std::uint32_t x = toVirtualX(clientX);
-    const std::uint32_t y = toVirtualY(clientY);
+    const auto [x, y] = toVirtual(clientX, clientY);
     focusedWidget->mousePressed(x, y, button);
     if (GuiWidget* const widget = focusedWidget; widget != nullptr) { // the press may have moved the focus
         deliver(delayedMousePressed, widget, widget->onMousePressed, widget->mousePressedDelay, x, y, button);
@@ -215,8 +212,7 @@ void GuiScreen::mouseReleased(std::uint32_t clientX, std::uint32_t clientY, std:
     if (focusedWidget == nullptr) {
         return;
     }
-    const std::uint32_t x = toVirtualX(clientX);
-    const std::uint32_t y = toVirtualY(clientY);
+    const auto [x, y] = toVirtual(clientX, clientY);
     focusedWidget->mouseReleased(x, y, button);
     if (GuiWidget* const widget = focusedWidget; widget != nullptr) {
         deliver(delayedMouseReleased, widget, widget->onMouseReleased, widget->mouseReleasedDelay, x, y,

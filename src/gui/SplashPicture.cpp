@@ -94,7 +94,7 @@ void SplashPicture::draw(std::int32_t clientWidth, std::int32_t clientHeight) co
     glDisable(GL_CULL_FACE);
     glDisable(GL_DEPTH_TEST);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    VirtualScreen::scale(width, height, 0.0f);
+    VirtualScreen::fit(width, height, 0.0f);
     drawBackground();
     drawAnimation();
 }

@@ -1,3 +1,4 @@
+#include "core/Comfort.h"
 #include "core/ConfigFile.h"
 #include "core/Strings.h"
 #include "docs/Document.h"
@@ -135,6 +136,17 @@ bool liesIn(const std::string& range, float value) {
     return lowest <= value && (bounded ? value <= highest : joint == "or");
 }
 
+/// What the document says of the keys of `cfg/comfort.cfg`.
+std::map<std::string, std::string> documentedComforts() {
+    std::map<std::string, std::string> comforts;
+    for (const DocumentRow& row : documentRows("docs/configuration.md")) {
+        if (row.heading == "cfg/comfort.cfg") {
+            comforts[row.cells[0]] = row.cells[5];
+        }
+    }
+    return comforts;
+}
+
 } // namespace
 
 class ConfigurationDocumentTest : public ModuleTest {
@@ -176,6 +188,15 @@ TEST_F(ConfigurationDocumentTest, TheDocumentNamesTheKeysThatTheModulesAskFor) {
     startEveryModule(folder);
 
     EXPECT_EQ(listOf(documented), listOf(asked.keys));
+}
+
+TEST_F(ConfigurationDocumentTest, AComfortDoesWhatTheDocumentSays) {
+    std::map<std::string, std::string> comforts;
+    for (const Comfort::Entry& entry : Comfort::entries) {
+        comforts[entry.key] = entry.does;
+    }
+
+    EXPECT_EQ(documentedComforts(), comforts);
 }
 
 TEST_F(ConfigurationDocumentTest, TheValuesInTheFilesFitTheirTypeAndRange) {

@@ -3,6 +3,7 @@
 #include "audio/MusicSystem.h"
 #include "audio/SoundManager.h"
 #include "console/GLConsole.h"
+#include "core/Comfort.h"
 #include "game/BasicCommands.h"
 #include "game/Game.h"
 #include "game/NameEntry.h"
@@ -25,8 +26,10 @@ void startEveryModule(const DataFolder& folder) {
     for (std::int32_t id = 1; id <= 5; ++id) {
         level.soundSources.push_back({id, {0, 0}, 100, 0, "sfx\\none.wav"});
     }
+    folder.write("cfg/comfort.cfg", "");
     folder.write("fx/drip.cfg", "");
     folder.write("maps/small.rivl", LevelFileBuilder::write(level));
+    Comfort::initialise();
     GLWindow::createHeadless(800, 600);
     BasicCommands::handOver();
     GLConsole::initialise();

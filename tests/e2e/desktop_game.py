@@ -76,9 +76,10 @@ class Game:
         values = {words[i - 1]: words[i + 1] for i in range(1, len(words) - 1) if words[i] == "="}
         width, height = self.size()
         shape = [float(values[f"{widget}_{side}"]) for side in "xywh"]
-        left, top = (1280 - width) // 2, (1024 - height) // 2
-        return (int(left + shape[0] * width / 800), int(top + shape[1] * height / 600),
-                int(shape[2] * width / 800), int(shape[3] * height / 600))
+        scale = min(width / 800, height / 600)  # the menus keep their shape, in the middle of the window
+        left, top = (1280 - 800 * scale) / 2, (1024 - 600 * scale) / 2
+        return (int(left + shape[0] * scale), int(top + shape[1] * scale),
+                int(shape[2] * scale), int(shape[3] * scale))
 
     def point_at(self, menu, widget, across=0.5):
         """Moves the pointer over a widget, from its left edge (0) to its right (1)."""

@@ -10,6 +10,7 @@
 #include "audio/SoundSystem.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
+#include "core/Comfort.h"
 #include "core/CommandRegistry.h"
 #include "core/ConfigFile.h"
 #include "core/CrashReport.h"
@@ -56,6 +57,7 @@ void ModuleReset::all() {
     CheckPointTimesManager::state = {};
     CircleCollision::state = {};
     Clock::state = {};
+    Comfort::state = {};
     CommandRegistry::state = {};
     ConfigFile::state = {};
     CrashReport::state = {};

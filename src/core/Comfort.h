@@ -1,0 +1,53 @@
+#pragma once
+
+#include <array>
+#include <variant>
+
+namespace tarnwick {
+
+/// What a player may have beside the plain game, as `cfg\comfort.cfg` says: read once, at the program's
+/// start, by `main` alone. A missing file or entry is off, and whatever is off changes nothing: so the tests
+/// and the tools, which do not read the file, have the plain game to the tick.
+///
+/// A new entry is a field of `Values`, a row of `entries`, a line in the file and a row in its table of
+/// `docs/configuration.md`.
+class Comfort {
+public:
+    Comfort() = delete;
+
+    /// The initialisers are off.
+    struct Values {
+        bool keepProportions = false;
+    };
+
+    /// On by the word TRUE alone.
+    struct Switch {
+        bool Values::*field;
+    };
+    struct Entry {
+        const char* key;
+        std::variant<Switch> kind;
+        const char* does; ///< As the documents say it.
+    };
+
+    static constexpr std::array entries = {
+        Entry{
+            "keepProportions", Switch{&Values::keepProportions},
+            "Menus, texts and pictures of 800 by 600 units keep their shape in the middle of a window of any "
+            "other shape, in place of being stretched over it."},
+    };
+
+    /// Reads the file. Without one everything is off, and nothing is printed.
+    static void initialise();
+
+    static const Values& values() { return state; }
+
+private:
+    friend class ModuleReset;
+    friend class ComfortTest;
+
+    using State = Values;
+    static State state;
+};
+
+} // namespace tarnwick
