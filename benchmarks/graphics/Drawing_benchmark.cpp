@@ -81,7 +81,7 @@ private:
             }
             particle.temperature = 20.0f;
         }
-        Camera::setPosition(0.0f, 0.0f);
+        Camera::setPosition({0.0f, 0.0f});
         Camera::setState(Camera::normal);
     }
 

@@ -28,8 +28,8 @@ constexpr std::uint8_t escape = 27;
 /// A plain rectangle from `top` to `bottom` and from the left edge to `right`, pixels.
 void drawBand(std::uint32_t top, std::uint32_t bottom, std::int32_t right, Colour colour) {
     TARNWICK_LOCATION("GLConsole::drawBand");
-    PlainDrawing::drawRectangle(0.0f, static_cast<float>(top), static_cast<float>(right),
-                                static_cast<float>(bottom), colour);
+    PlainDrawing::drawRectangle(
+        {0.0f, static_cast<float>(top), static_cast<float>(right), static_cast<float>(bottom)}, colour);
 }
 
 Colour opaque(const std::array<float, 3>& colour) {
@@ -163,9 +163,9 @@ void GLConsole::drawInputLine() {
     const std::uint32_t height =
         GLWindow::keyboardKeyToggled(key::insert) ? insertCursorHeight : overwriteCursorHeight;
     PlainDrawing::setPictures(false);
-    PlainDrawing::drawRectangle(static_cast<float>(left), static_cast<float>(top),
-                                static_cast<float>(left + state.fontSize), static_cast<float>(top + height),
-                                {1.0f, 1.0f, 1.0f, 1.0f});
+    PlainDrawing::drawRectangle({static_cast<float>(left), static_cast<float>(top),
+                                 static_cast<float>(left + state.fontSize), static_cast<float>(top + height)},
+                                opaqueWhite);
 }
 
 /// Draws the gathered characters from the sheet.

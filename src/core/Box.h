@@ -7,8 +7,8 @@
 
 namespace tarnwick {
 
-/// The smallest upright rectangle around some points, world units. Without points it is inside out and
-/// touches nothing.
+/// The smallest upright rectangle around some points, world units unless told otherwise. Without points it is
+/// inside out, holds none and touches nothing.
 struct Box {
     float minX = std::numeric_limits<float>::infinity();
     float minY = std::numeric_limits<float>::infinity();
@@ -26,6 +26,16 @@ struct Box {
         maxY = std::max(maxY, other.maxY);
     }
 
+    Box shifted(Vector2 offset) const {
+        return {minX + offset.x, minY + offset.y, maxX + offset.x, maxY + offset.y};
+    }
+    /// Larger by `margin` on every side.
+    Box grown(float margin) const { return {minX - margin, minY - margin, maxX + margin, maxY + margin}; }
+
+    /// A point on the border is inside.
+    bool holds(Vector2 point) const {
+        return minX <= point.x && point.x <= maxX && minY <= point.y && point.y <= maxY;
+    }
     /// Rectangles that share no more than a border touch.
     bool touches(const Box& other) const {
         return minX <= other.maxX && other.minX <= maxX && minY <= other.maxY && other.minY <= maxY;

@@ -11,22 +11,22 @@ namespace {
 
 /// What the type of a function says of its command.
 struct Kind {
-    std::uint32_t type = ConsoleCommand::voidType;
+    ConsoleCommand::Type type = ConsoleCommand::Type::voidType;
     bool hasArgument = false;
     bool hasReturn = false;
 };
 
 template <typename Value>
-constexpr std::uint32_t typeOf() {
+constexpr ConsoleCommand::Type typeOf() {
     if constexpr (std::is_same_v<Value, std::int32_t>) {
-        return ConsoleCommand::integerType;
+        return ConsoleCommand::Type::integerType;
     } else if constexpr (std::is_same_v<Value, bool>) {
-        return ConsoleCommand::booleanType;
+        return ConsoleCommand::Type::booleanType;
     } else if constexpr (std::is_same_v<Value, float>) {
-        return ConsoleCommand::floatType;
+        return ConsoleCommand::Type::floatType;
     } else {
         static_assert(std::is_same_v<Value, std::string>);
-        return ConsoleCommand::stringType;
+        return ConsoleCommand::Type::stringType;
     }
 }
 
@@ -46,7 +46,7 @@ constexpr Kind kindOf(Value (*)(Value, bool)) {
     return {typeOf<Value>(), true, true};
 }
 constexpr Kind kindOf(std::string (*)(const std::string&)) {
-    return {ConsoleCommand::stringType, true, true};
+    return {ConsoleCommand::Type::stringType, true, true};
 }
 template <typename Value>
 constexpr Kind kindOf(CommandVariable<Value>) {
@@ -96,7 +96,7 @@ void CommandRegistry::addCommandInternal(const ConsoleCommand& command) {
     TARNWICK_LOCATION("CommandRegistry::addCommandInternal");
     const bool callable = std::visit([](auto function) { return !isNull(function); }, command.function);
     const bool nameable = !command.name.empty() && command.name.find(' ') == std::string::npos;
-    if (callable && nameable && command.type <= ConsoleCommand::stringType) {
+    if (callable && nameable && command.type <= ConsoleCommand::Type::stringType) {
         state.commands[keyOf(command.name)] = command;
     }
 }

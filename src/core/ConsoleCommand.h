@@ -21,12 +21,14 @@ CommandVariable(Value*, const char*) -> CommandVariable<Value>;
 /// `type`, `hasArgument` and `hasReturn` say what the function is; `CommandRegistry::addCommand` sets them
 /// from the function's signature, so that they always fit the alternative that `function` holds.
 struct ConsoleCommand {
-    /// Values of `type`.
-    static constexpr std::uint32_t voidType = 0;
-    static constexpr std::uint32_t integerType = 1;
-    static constexpr std::uint32_t booleanType = 2;
-    static constexpr std::uint32_t floatType = 3;
-    static constexpr std::uint32_t stringType = 4;
+    enum class Type : std::uint32_t {
+        voidType = 0,
+        integerType = 1,
+        booleanType = 2,
+        floatType = 3,
+        stringType = 4,
+    };
+    using enum Type;
 
     /// A plain action; a setter (argument only); a getter (value only); or a get-or-set, called with `set`
     /// false and a zero value to read and with `set` true to write, which gives back the value that now
@@ -51,7 +53,7 @@ struct ConsoleCommand {
 
     std::string name; ///< As registered, mixed case: this is what is displayed.
     Function function;
-    std::uint32_t type = voidType;
+    Type type = voidType;
     bool hasArgument = false; ///< The function takes a value.
     bool hasReturn = false;   ///< The function gives a value.
 

@@ -89,7 +89,7 @@ void Camera::readConfiguration() {
     state.shakeSpeed = std::abs(config.getVarAsFloat("shakeSpeed"));
 }
 
-void Camera::setState(std::int32_t newState) {
+void Camera::setState(Course newState) {
     TARNWICK_LOCATION("Camera::setState");
     if (newState < movingToWaypoint || newState > zoomingIn) {
         return;
@@ -121,10 +121,10 @@ void Camera::shake() {
     }
 }
 
-void Camera::setPosition(float x, float y) {
+void Camera::setPosition(Vector2 place) {
     TARNWICK_LOCATION("Camera::setPosition");
-    state.cameraX = x;
-    state.cameraY = y;
+    state.cameraX = place.x;
+    state.cameraY = place.y;
 }
 
 void Camera::doMovements(bool turningEnabled, float dt) {
@@ -142,7 +142,7 @@ void Camera::doMovement(float dt) {
     TARNWICK_LOCATION("Camera::doMovement");
     const Vector2 target = weightedWaterCentre(position());
     if (state.cameraState == movingToWaypoint) {
-        moveToWaypoint(target.x, target.y, dt);
+        moveToWaypoint(target, dt);
         return;
     }
     const float kept = shareLeft(state.movementInterpolateSpeed, dt);
@@ -155,12 +155,11 @@ void Camera::followTarget(Vector2 target, float kept) {
     state.cameraY = state.cameraY * kept + target.y * (1.0f - kept);
 }
 
-void Camera::moveToWaypoint(float x, float y, float dt) {
+void Camera::moveToWaypoint(Vector2 waypoint, float dt) {
     TARNWICK_LOCATION("Camera::moveToWaypoint");
-    const Vector2 target{x, y};
     const Vector2 before = position();
-    followTarget(target, shareLeft(state.waypointInterpolateSpeed, dt));
-    if (distanceBetween(before, target) <= state.waypointInterpolateDistance) {
+    followTarget(waypoint, shareLeft(state.waypointInterpolateSpeed, dt));
+    if (distanceBetween(before, waypoint) <= state.waypointInterpolateDistance) {
         setState(normal);
     }
 }

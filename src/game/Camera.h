@@ -15,20 +15,22 @@ class Camera {
 public:
     Camera() = delete;
 
-    /// Values of `state().cameraState`.
-    /// Flies to the water; simulation and timer are held.
-    static constexpr std::int32_t movingToWaypoint = 0;
-    static constexpr std::int32_t normal = 1;
-    static constexpr std::int32_t zoomingOut = 2;
-    static constexpr std::int32_t holdingZoom = 3;
-    static constexpr std::int32_t zoomingIn = 4;
+    enum class Course : std::int32_t {
+        movingToWaypoint = 0, ///< Flies to the water; simulation and timer are held.
+        normal = 1,
+        zoomingOut = 2,
+        holdingZoom = 3,
+        zoomingIn = 4,
+    };
+    using enum Course;
 
     /// Reads `cfg\camera.cfg` and puts everything at its start: zoom 1, position (-1000, 0), state 0.
     static void initialise();
 
-    /// Sets one of the five states from any other; ignores all other values.
-    static void setState(std::int32_t newState);
-    static std::int32_t getState() { return state.cameraState; }
+    /// Sets one of the five states from any other; ignores all other numbers.
+    static void setState(Course newState);
+    static void setState(std::int32_t newState) { setState(static_cast<Course>(newState)); }
+    static Course getState() { return state.cameraState; }
     static bool movingTowardsWaypoint();
     /// Starts or prolongs the overview: from state 1 or 4 to 2, in state 3 the wait starts again.
     static void zoomOut();
@@ -44,7 +46,7 @@ public:
 
     /// World units, without the shake.
     static Vector2 position() { return {state.cameraX, state.cameraY}; }
-    static void setPosition(float x, float y);
+    static void setPosition(Vector2 place);
     /// World units, added to the position in all view calculations.
     static Vector2 shakeOffset() { return {state.shakeOffsetX, state.shakeOffsetY}; }
     /// Degrees; 0 at level start.
@@ -63,7 +65,7 @@ private:
     friend class SceneAccess;
 
     struct State {
-        std::int32_t cameraState = 0;
+        Course cameraState = movingToWaypoint;
         float cameraX = 0.0f; ///< World units.
         float cameraY = 0.0f;
         float cameraAngle = 0.0f;     ///< Degrees.
@@ -98,7 +100,8 @@ private:
     static State state;
 
     static void doMovement(float dt);
-    static void moveToWaypoint(float x, float y, float dt);
+    static void moveToWaypoint(Vector2 waypoint, float dt);
+    static void moveToWaypoint(float x, float y, float dt) { moveToWaypoint({x, y}, dt); }
     static void followTarget(Vector2 target, float kept);
     static void setShakeOffset(Vector2 offset);
     static void doZooming(float dt);

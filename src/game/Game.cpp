@@ -168,7 +168,7 @@ bool Game::load(const std::string& levelFile) {
     Log::printTitle("Game initialisation");
     Triggers_HeatSources_LoadSettings();
     ParticleManager::initialise();
-    ParticleManager::setLookAt([](Vector2 point) { Camera::setPosition(point.x, point.y); });
+    ParticleManager::setLookAt(Camera::setPosition);
     ParticleRenderer::initialise();
     Camera::initialise();
     startLevel();
@@ -199,7 +199,7 @@ void Game::startLevel() {
     const Vector2 water = Level::waterStart();
     ParticleManager::createParticles(water, startRadius, startParticles);
     const Vector2 camera = Level::cameraStart();
-    Camera::setPosition(camera.x, camera.y);
+    Camera::setPosition(camera);
     Camera::setState(Camera::movingToWaypoint);
 }
 
@@ -262,7 +262,8 @@ void Game::gameLoop() {
     TARNWICK_LOCATION("Game::gameLoop");
     updateFrameSpeed();
     if (GLWindow::mouseInClientArea()) {
-        GLWindow::setCursor(0); // a paint with the mouse outside has put the arrow there for good
+        // a paint with the mouse outside has put the arrow there for good
+        GLWindow::setCursor(GLWindow::Cursor::none);
     }
     // The average and not this frame's own time: a single slow frame does not make the next tick long.
     state.tickAccumulator += state.frameTime.average();

@@ -23,7 +23,7 @@ void openWindow(const StartFile& start) {
     TARNWICK_LOCATION("openWindow");
     GLWindow::createWindow("Tarnwick: Version " TARNWICK_VERSION_SHOWN, 800, 600);
     GLWindow::center();
-    GLWindow::setCursor(0);
+    GLWindow::setCursor(GLWindow::Cursor::none);
     if (start.asksForWindow()) {
         GLWindow::setClientSize(start.windowWidth, start.windowHeight);
         GLWindow::center();

@@ -58,10 +58,8 @@ void DynamicPolygonRenderer::prepareDraw(const View& view) {
     const Box near = view.polygonSquare();
     for (const DynamicPolygonEntry& entry : state.dynamicPolygons) {
         const Polygon2D& polygon = *entry.polygon;
-        const bool inReach =
-            entry.maxX + polygon.offsetX >= near.minX && entry.minX + polygon.offsetX <= near.maxX &&
-            entry.maxY + polygon.offsetY >= near.minY && entry.minY + polygon.offsetY <= near.maxY;
-        if (polygon.visible && inReach) {
+        const Box box = entry.box().shifted({polygon.offsetX, polygon.offsetY});
+        if (polygon.visible && box.touches(near)) {
             state.layerQueues[polygon.layer < layerCount ? polygon.layer : 0].push(polygon);
         }
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Box.h"
 #include "core/View.h"
 #include "graphics/PolygonQueue.h"
 #include "level/Polygon2D.h"
@@ -15,10 +16,13 @@ namespace tarnwick {
 /// A polygon that can move or vanish, with the box of its outline where the level has it, without offset.
 struct DynamicPolygonEntry {
     const Polygon2D* polygon = nullptr; ///< Not owned.
-    float minX = 0.0f;                  ///< World units, all four.
+    float minX = 0.0f;                  ///< World units; the sides of `box`, each by its name.
     float maxX = 0.0f;
     float minY = 0.0f;
     float maxY = 0.0f;
+
+    /// Of the outline, without offset.
+    Box box() const { return {minX, minY, maxX, maxY}; }
 };
 
 /// Draws the polygons that movers carry and triggers remove, each frame, after leaving out what the camera

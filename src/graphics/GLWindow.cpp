@@ -95,7 +95,7 @@ void GLWindow::createWindow(const std::string& title, std::int32_t clientWidth, 
     }
     state.vsyncWanted = true;
     openForEvents();
-    setCursor(1);
+    setCursor(Cursor::arrow);
     showForTheFirstTime();
     center();
     setTitle(title);
@@ -302,7 +302,7 @@ void GLWindow::windowDestroyed() {
     state.clientHeight = 0;
     state.restoredWidth = 0;
     state.restoredHeight = 0;
-    state.cursorType = 1;
+    state.cursorType = Cursor::arrow;
     state.title.clear();
     SDL_QuitSubSystem(subsystem);
     if (SDL_WasInit(SDL_INIT_VIDEO) == 0) {
@@ -386,7 +386,7 @@ bool GLWindow::recreate(std::uint32_t samples) {
     const std::string title = getTitle();
     const bool fullscreen = state.fullscreen;
     const bool resizeable = isResizeable();
-    const std::int32_t cursorType = state.cursorType;
+    const Cursor cursorType = state.cursorType;
     const std::int32_t width = getClientWidth();
     const std::int32_t height = getClientHeight();
     const std::int32_t x = getX();

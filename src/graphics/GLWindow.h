@@ -117,9 +117,11 @@ public:
 
     // Cursor and mouse.
 
-    /// 0: none, 1: the arrow, 2: a cross; any other value does nothing.
-    static void setCursor(std::int32_t type);
-    static std::int32_t getCursor() { return state.cursorType; }
+    enum class Cursor : std::int32_t { none = 0, arrow = 1, cross = 2 };
+    /// Any other number does nothing.
+    static void setCursor(Cursor cursor);
+    static void setCursor(std::int32_t type) { setCursor(static_cast<Cursor>(type)); }
+    static std::int32_t getCursor() { return static_cast<std::int32_t>(state.cursorType); }
     /// Client position of the last mouse event, y downwards; left of or above the client area it is a large
     /// number (16 bits, unsigned).
     static std::uint32_t getMouseX() { return state.mouseX; }
@@ -273,7 +275,7 @@ private:
         std::uint32_t antiAliasingMode = 1;
         bool swapControl = false; ///< The platform lets us choose when to present.
         bool vsyncWanted = true;  ///< Kept across re-creations.
-        std::int32_t cursorType = 1;
+        Cursor cursorType = Cursor::arrow;
         SDL_Cursor* arrowCursor = nullptr;
         SDL_Cursor* crossCursor = nullptr;
         std::uint32_t mouseX = 0; ///< Client pixels, at the last mouse event.
@@ -317,7 +319,7 @@ private:
     static void resizePlatformWindow(std::int32_t width, std::int32_t height);
     static void clientAreaResized(std::int32_t width, std::int32_t height);
     static void resetViewport();
-    static void showCursor(std::int32_t type);
+    static void showCursor(Cursor cursor);
     static void moveMouseTo(std::int32_t screenX, std::int32_t screenY);
 
     static void windowProcedure(const SDL_Event& event);

@@ -188,7 +188,7 @@ void GLWindow::windowEvent(const SDL_Event& event) {
 void GLWindow::paint() {
     TARNWICK_LOCATION("GLWindow::paint");
     state.repaintRequested = false;
-    setCursor(mouseInClientArea() ? state.cursorType : 1);
+    setCursor(mouseInClientArea() ? state.cursorType : Cursor::arrow);
     if (state.eventListener != nullptr) {
         state.eventListener->windowRedrawing();
     }

@@ -340,7 +340,7 @@ void GLWindow::setFullscreen(bool flag, std::int32_t width, std::int32_t height)
         center();
         return;
     }
-    showCursor(1); // whatever the outcome; the type that was set stays in mind
+    showCursor(Cursor::arrow); // whatever the outcome; the type that was set stays in mind
     if (!changed) {
         setClientSize(width, height);
         return;
@@ -354,29 +354,30 @@ void GLWindow::setFullscreen(bool flag, std::int32_t width, std::int32_t height)
     resetViewport();
 }
 
-void GLWindow::setCursor(std::int32_t type) {
+void GLWindow::setCursor(Cursor cursor) {
     TARNWICK_LOCATION("GLWindow::setCursor");
-    if (!state.open || type < 0 || type > 2) {
+    if (!state.open || cursor < Cursor::none || cursor > Cursor::cross) {
         return;
     }
-    state.cursorType = type;
-    showCursor(type);
+    state.cursorType = cursor;
+    showCursor(cursor);
 }
 
-void GLWindow::showCursor(std::int32_t type) {
+void GLWindow::showCursor(Cursor cursor) {
     TARNWICK_LOCATION("GLWindow::showCursor");
     if (state.windowHandle == nullptr) {
         return;
     }
-    if (type == 0) {
+    if (cursor == Cursor::none) {
         SDL_ShowCursor(SDL_DISABLE);
         return;
     }
-    SDL_Cursor*& cursor = type == 1 ? state.arrowCursor : state.crossCursor;
-    if (cursor == nullptr) {
-        cursor = SDL_CreateSystemCursor(type == 1 ? SDL_SYSTEM_CURSOR_ARROW : SDL_SYSTEM_CURSOR_CROSSHAIR);
+    const bool arrow = cursor == Cursor::arrow;
+    SDL_Cursor*& picture = arrow ? state.arrowCursor : state.crossCursor;
+    if (picture == nullptr) {
+        picture = SDL_CreateSystemCursor(arrow ? SDL_SYSTEM_CURSOR_ARROW : SDL_SYSTEM_CURSOR_CROSSHAIR);
     }
-    SDL_SetCursor(cursor);
+    SDL_SetCursor(picture);
     SDL_ShowCursor(SDL_ENABLE);
 }
 

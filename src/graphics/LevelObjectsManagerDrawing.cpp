@@ -28,8 +28,7 @@ bool inReach(const LevelObject& object, const Box& near) {
     const float y = object.y + object.offsetY;
     const float halfWidth = halfWidthOf(*picture);
     const float halfHeight = halfHeightOf(*picture);
-    return x + halfWidth >= near.minX && x - halfWidth <= near.maxX && y + halfHeight >= near.minY &&
-           y - halfHeight <= near.maxY;
+    return Box{x - halfWidth, y - halfHeight, x + halfWidth, y + halfHeight}.touches(near);
 }
 
 } // namespace

@@ -31,10 +31,10 @@ void PlainDrawing::beginFlat() {
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 }
 
-void PlainDrawing::drawRectangle(float left, float top, float right, float bottom, Colour colour) {
+void PlainDrawing::drawRectangle(const Box& box, Colour colour) {
     TARNWICK_LOCATION("PlainDrawing::drawRectangle");
     glColor4f(colour.red, colour.green, colour.blue, colour.alpha);
-    glRectf(left, top, right, bottom);
+    glRectf(box.minX, box.minY, box.maxX, box.maxY);
 }
 
 void PlainDrawing::setBlending(bool on) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Box.h"
 #include "core/Colour.h"
 
 #include <cstdint>
@@ -14,8 +15,8 @@ public:
     /// Everything off that would come between: pictures, light, fog, culling, stencil and depth. What is
     /// drawn blends by its alpha. Between `GLWindow::glPushState` and `glPopState`.
     static void beginFlat();
-    /// A plain rectangle in client pixels, which leaves its colour set.
-    static void drawRectangle(float left, float top, float right, float bottom, Colour colour);
+    /// A plain rectangle, `box` in client pixels, which leaves its colour set.
+    static void drawRectangle(const Box& box, Colour colour);
     static void setBlending(bool on);
     static void setPictures(bool on);
     /// The picture that quads are drawn with: a GL texture name, or 0 for plain colour.

@@ -22,12 +22,11 @@ class Sound;
 /// taken while the first waits for its action.
 class GuiAnimatedButton : public GuiWidget, public GuiDropShadow {
 public:
-    static constexpr std::int32_t outOfFocus = 0; ///< Values of `state`.
-    static constexpr std::int32_t inFocus = 1;
-    static constexpr std::int32_t clicked = 2;
+    enum class State : std::int32_t { outOfFocus = 0, inFocus = 1, clicked = 2 };
+    using enum State;
 
     float framesPerSecond = 10.0f; ///< 0 and below: the animation stands.
-    std::int32_t state = outOfFocus;
+    State state = outOfFocus;
 
     GuiAnimatedButton();
     ~GuiAnimatedButton() override;

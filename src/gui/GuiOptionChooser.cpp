@@ -47,7 +47,7 @@ void GuiOptionChooser::setFramesPerSecond(float speed) {
     rightButton.framesPerSecond = speed;
 }
 
-void GuiOptionChooser::setButtonStates(std::int32_t state) {
+void GuiOptionChooser::setButtonStates(GuiAnimatedButton::State state) {
     TARNWICK_LOCATION("GuiOptionChooser::setButtonStates");
     leftButton.state = state;
     rightButton.state = state;

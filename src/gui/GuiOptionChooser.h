@@ -38,7 +38,7 @@ public:
     /// Pictures a second of both arrows.
     void setFramesPerSecond(float speed);
     /// Puts both arrows into a state of `GuiAnimatedButton`.
-    void setButtonStates(std::int32_t state);
+    void setButtonStates(GuiAnimatedButton::State state);
 
     /// Heard on gaining the focus and on a change of the option.
     void setOverSound(const std::string& name);

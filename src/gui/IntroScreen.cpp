@@ -26,7 +26,7 @@ void IntroScreen::run() {
     while (GLWindow::exists() && running && !player->finished()) {
         GLWindow::requestRepaint(); // which tells the desktop what the cursor looks like
         GLWindow::run();
-        GLWindow::setCursor(GLWindow::mouseInClientArea() ? 0 : 1);
+        GLWindow::setCursor(GLWindow::mouseInClientArea() ? GLWindow::Cursor::none : GLWindow::Cursor::arrow);
         player->play();
         player->draw();
     }

@@ -56,8 +56,7 @@ void FxParticleManager::runEmitters(float dt, const View& view) {
     TARNWICK_LOCATION("FxParticleManager::runEmitters");
     const Box near = view.emitterSquare();
     for (FxParticleEmitter& emitter : emitters) {
-        const Vector2 place = emitter.position;
-        if (place.x >= near.minX && place.x <= near.maxX && place.y >= near.minY && place.y <= near.maxY) {
+        if (near.holds(emitter.position)) {
             emitter.run(dt);
         }
     }

@@ -40,7 +40,7 @@ Box grownBox(const Vector2 (&corners)[3]) {
     Box box = Box::around(corners[0], corners[1]);
     box.add(Box::around(corners[1], corners[2]));
     const float margin = ((box.maxX - box.minX) + (box.maxY - box.minY)) * marginShare;
-    return {box.minX - margin, box.minY - margin, box.maxX + margin, box.maxY + margin};
+    return box.grown(margin);
 }
 
 } // namespace

@@ -160,9 +160,9 @@ void MoverManager::updateCollideableNodes(const View& view) {
     const Box near = view.solidSquare(); // Kept: but nothing is too high up in the level
     for (const DynamicPolygon& dynamic : state.dynamicPolygons) {
         const Vector2 offset{dynamic.polygon->offsetX, dynamic.polygon->offsetY};
-        if (!dynamic.polygon->collideable || !(dynamic.minX + offset.x <= near.maxX) ||
-            !(dynamic.maxX + offset.x >= near.minX) || !(dynamic.minY + offset.y <= near.maxY) ||
-            !(dynamic.maxY + offset.y >= offset.y)) {
+        const Box box = dynamic.boxAt(offset);
+        if (!dynamic.polygon->collideable || !(box.minX <= near.maxX) || !(box.maxX >= near.minX) ||
+            !(box.minY <= near.maxY) || !(box.maxY >= offset.y)) {
             continue;
         }
         for (const LevelBspNode& edge : dynamic.edges) {

@@ -68,11 +68,14 @@ private:
     struct DynamicPolygon {
         Polygon2D* polygon = nullptr;    ///< Not owned.
         std::vector<LevelBspNode> edges; ///< The sides without the offset, the last one first.
-        float minX = 0.0f;               ///< The box that is tested against the view, without the offset.
+        float minX = 0.0f; ///< The sides of the box that is tested against the view, without offset.
         float maxX = 0.0f;
         float minY = 0.0f; ///< Kept: the x of the second point counts as a y too, and the y of the first not.
         float maxY = 0.0f;
         Box outline; ///< Around all points, without the offset.
+
+        /// What is tested against the view where the polygon stands at `offset`.
+        Box boxAt(Vector2 offset) const { return Box{minX, minY, maxX, maxY}.shifted(offset); }
     };
 
     /// All that the movers of one id carry.

@@ -33,16 +33,11 @@ constexpr float slackOfPlace = 1e-5f; ///< and as a share of a coordinate: more 
 /// The box, moved by `offset` and wider by `margin`, and by what rounding may make of a test in it.
 Box widened(const Box& box, Vector2 offset, float margin) {
     TARNWICK_LOCATION("MoverManager::widened");
-    Box moved{box.minX + offset.x, box.minY + offset.y, box.maxX + offset.x, box.maxY + offset.y};
+    const Box moved = box.shifted(offset);
     const float farthest = std::max({std::abs(moved.minX), std::abs(moved.minY), std::abs(moved.maxX),
                                      std::abs(moved.maxY), std::abs(offset.x), std::abs(offset.y)});
     const float border = margin * cornerReach + slack + farthest * slackOfPlace;
-    return {moved.minX - border, moved.minY - border, moved.maxX + border, moved.maxY + border};
-}
-
-bool contains(const Box& box, Vector2 point) {
-    TARNWICK_LOCATION("MoverManager::contains");
-    return box.touches(Box::around(point, point));
+    return moved.grown(border);
 }
 
 /// The first edge that a body of `reach` at `position` touches; as many as there are edges if it touches
@@ -93,8 +88,9 @@ void MoverManager::pushPolygonParticles(float dt, const View& view) {
         const bool moved = offset != Vector2{polygon.previousOffsetX, polygon.previousOffsetY};
         // Kept: nothing is too high up in the level; only a box that lies above the polygon's own origin is
         // left out.
-        const bool outside = dynamic.minX + offset.x > near.maxX || dynamic.maxX + offset.x < near.minX ||
-                             dynamic.minY + offset.y > near.maxY || dynamic.maxY + offset.y < offset.y;
+        const Box box = dynamic.boxAt(offset);
+        const bool outside =
+            box.minX > near.maxX || box.maxX < near.minX || box.minY > near.maxY || box.maxY < offset.y;
         if (moved && polygon.collideable && !outside) {
             if (!loaded) {
                 loadCandidates();
@@ -232,7 +228,7 @@ void MoverManager::findTouchingGroups(const DynamicPolygon& pusher, Vector2 offs
     for (auto place = candidates.begin(); place != candidates.end();) {
         ParticleGroup* const group = *place;
         const float reach = group->radius + touchMargin;
-        const std::size_t edge = contains(widened(pusher.outline, offset, reach), group->centre)
+        const std::size_t edge = widened(pusher.outline, offset, reach).holds(group->centre)
                                      ? firstTouched(pusher.edges, state.push.edgeStarts, group->centre, reach)
                                      : edgeCount;
         if (edge == edgeCount) {
@@ -254,7 +250,7 @@ void MoverManager::killParticlesInsidePolygon(const DynamicPolygon& pusher) {
     const Box around = widened(pusher.outline, offset, 0.0f);
     for (Particle* const particle : state.push.touchingParticles) {
         // Where the polygon will be, also in the first steps of its way.
-        if (contains(around, particle->position) && insideTriangles(polygon, particle->position - offset)) {
+        if (around.holds(particle->position) && insideTriangles(polygon, particle->position - offset)) {
             ParticleManager::killParticle(*particle); // it is pushed on all the same
         }
     }

@@ -87,8 +87,7 @@ void PushField::findInBox(const Box& box, std::vector<std::uint32_t>& result) co
             const Cell& cell = cells[row * columns + column];
             for (std::uint32_t slot = cell.begin; slot < cell.end; ++slot) {
                 const std::uint32_t candidate = slots[slot];
-                const Vector2 place = entries[candidate].position;
-                if (box.touches(Box::around(place, place))) {
+                if (box.holds(entries[candidate].position)) {
                     result.push_back(candidate);
                 }
             }

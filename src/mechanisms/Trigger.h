@@ -48,7 +48,7 @@ struct Trigger {
     Vector2 normalsB[3];
     Vector2 edgesB[3];
     float lengthsB[3] = {};
-    float minX = 0.0f; ///< Box of the four corners.
+    float minX = 0.0f; ///< The sides of `box`, each by its name.
     float maxX = 0.0f;
     float minY = 0.0f;
     float maxY = 0.0f;
@@ -62,6 +62,8 @@ struct Trigger {
     float delay = 0.0f;          ///< Seconds between firing and the handler's call; 0 or less: at once.
     std::uint32_t fireCount = 0; ///< Fires since the last reset.
 
+    /// Around the four corners.
+    Box box() const { return {minX, minY, maxX, maxY}; }
     /// Whether it has fired as often as its type lets it.
     bool spent() const { return type->maxFires != 0 && fireCount >= type->maxFires; }
 };

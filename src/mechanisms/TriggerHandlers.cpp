@@ -74,13 +74,13 @@ struct Motion {
     Vector2 place;               ///< World units.
 };
 
-Motion motionOf(void* body, std::int32_t bodyKind) {
+Motion motionOf(void* body, BodyKind bodyKind) {
     TARNWICK_LOCATION("TriggerHandlers::motionOf");
-    if (body != nullptr && bodyKind == triggerBodyParticle) {
+    if (body != nullptr && bodyKind == BodyKind::particle) {
         auto& particle = *static_cast<Particle*>(body);
         return {&particle.velocity, particle.position};
     }
-    if (body != nullptr && bodyKind == triggerBodyGroup) {
+    if (body != nullptr && bodyKind == BodyKind::group) {
         auto& group = *static_cast<ParticleGroup*>(body);
         return {&group.velocity, group.centre};
     }
@@ -121,11 +121,11 @@ void setTriggerReach(const TriggerReach& given) {
     beyond = given;
 }
 
-void trigFuncNull(Trigger* /*trigger*/, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncNull(Trigger* /*trigger*/, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncNull");
 }
 
-void trigFuncAnimPlayLoop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncAnimPlayLoop(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncAnimPlayLoop");
     forEachObject(*trigger, [](LevelObject& object) {
         object.loopCount = 0;
@@ -133,7 +133,7 @@ void trigFuncAnimPlayLoop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyK
     });
 }
 
-void trigFuncAnimPlayOnce(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncAnimPlayOnce(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncAnimPlayOnce");
     forEachObject(*trigger, [](LevelObject& object) {
         object.resetAnimation();
@@ -142,22 +142,22 @@ void trigFuncAnimPlayOnce(Trigger* trigger, void* /*body*/, std::int32_t /*bodyK
     });
 }
 
-void trigFuncAnimStop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncAnimStop(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncAnimStop");
     forEachObject(*trigger, [](LevelObject& object) { object.paused = true; });
 }
 
-void trigFuncSoundPlay(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncSoundPlay(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncSoundPlay");
     call(beyond.playSounds, trigger->targetId);
 }
 
-void trigFuncSoundStop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncSoundStop(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncSoundStop");
     call(beyond.stopSounds, trigger->targetId);
 }
 
-void trigFuncForceDirectional(Trigger* trigger, void* body, std::int32_t bodyKind, float dt) {
+void trigFuncForceDirectional(Trigger* trigger, void* body, BodyKind bodyKind, float dt) {
     TARNWICK_LOCATION("trigFuncForceDirectional");
     const Motion motion = motionOf(body, bodyKind);
     if (motion.velocity == nullptr) {
@@ -167,7 +167,7 @@ void trigFuncForceDirectional(Trigger* trigger, void* body, std::int32_t bodyKin
         *trigger, [&](const Force& force) { *motion.velocity += force.direction * force.strength * dt; });
 }
 
-void trigFuncForceInstantenous(Trigger* trigger, void* body, std::int32_t bodyKind, float /*dt*/) {
+void trigFuncForceInstantenous(Trigger* trigger, void* body, BodyKind bodyKind, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncForceInstantenous");
     const Motion motion = motionOf(body, bodyKind);
     if (motion.velocity == nullptr) {
@@ -177,7 +177,7 @@ void trigFuncForceInstantenous(Trigger* trigger, void* body, std::int32_t bodyKi
                         [&](const Force& force) { *motion.velocity = force.direction * force.strength; });
 }
 
-void trigFuncForceMultiDirPull(Trigger* trigger, void* body, std::int32_t bodyKind, float dt) {
+void trigFuncForceMultiDirPull(Trigger* trigger, void* body, BodyKind bodyKind, float dt) {
     TARNWICK_LOCATION("trigFuncForceMultiDirPull");
     const Motion motion = motionOf(body, bodyKind);
     if (motion.velocity == nullptr) {
@@ -187,7 +187,7 @@ void trigFuncForceMultiDirPull(Trigger* trigger, void* body, std::int32_t bodyKi
                         [&](const Force& force) { *motion.velocity -= radialPush(force, motion.place, dt); });
 }
 
-void trigFuncForceMultiDirPush(Trigger* trigger, void* body, std::int32_t bodyKind, float dt) {
+void trigFuncForceMultiDirPush(Trigger* trigger, void* body, BodyKind bodyKind, float dt) {
     TARNWICK_LOCATION("trigFuncForceMultiDirPush");
     const Motion motion = motionOf(body, bodyKind);
     if (motion.velocity == nullptr) {
@@ -197,81 +197,81 @@ void trigFuncForceMultiDirPush(Trigger* trigger, void* body, std::int32_t bodyKi
                         [&](const Force& force) { *motion.velocity += radialPush(force, motion.place, dt); });
 }
 
-void trigFuncEntityRemove(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncEntityRemove(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncEntityRemove");
     setEntities(*trigger, false);
 }
 
-void trigFuncEntityAdd(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncEntityAdd(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncEntityAdd");
     setEntities(*trigger, true);
 }
 
-void trigFuncMoverGotoStart(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncMoverGotoStart(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncMoverGotoStart");
     setMovers(*trigger, MoverToStart);
 }
 
-void trigFuncMoverGotoEnd(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncMoverGotoEnd(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncMoverGotoEnd");
     setMovers(*trigger, MoverToEnd);
 }
 
-void trigFuncMoverStop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncMoverStop(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncMoverStop");
     setMovers(*trigger, MoverIdle);
 }
 
-void trigFuncMoverGotoStartLoop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncMoverGotoStartLoop(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncMoverGotoStartLoop");
     setMovers(*trigger, MoverLoopToStart);
 }
 
-void trigFuncMoverGotoEndLoop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncMoverGotoEndLoop(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncMoverGotoEndLoop");
     setMovers(*trigger, MoverLoopToEnd);
 }
 
-void trigFuncEmitterCreateBurst(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncEmitterCreateBurst(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncEmitterCreateBurst");
     forEachEmitter(*trigger, [](FxParticleEmitter& emitter) { emitter.createBurst(); });
 }
 
-void trigFuncEmitterStart(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncEmitterStart(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncEmitterStart");
     forEachEmitter(*trigger, [](FxParticleEmitter& emitter) { emitter.active = true; });
 }
 
-void trigFuncEmitterStop(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncEmitterStop(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncEmitterStop");
     forEachEmitter(*trigger, [](FxParticleEmitter& emitter) { emitter.active = false; });
 }
 
-void trigFuncCameraZoom(Trigger* /*trigger*/, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncCameraZoom(Trigger* /*trigger*/, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncCameraZoom");
     call(beyond.zoomCamera);
 }
 
-void trigFuncCameraShake(Trigger* /*trigger*/, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncCameraShake(Trigger* /*trigger*/, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncCameraShake");
     call(beyond.shakeCamera);
 }
 
-void trigFuncParticleKill(Trigger* /*trigger*/, void* body, std::int32_t bodyKind, float /*dt*/) {
+void trigFuncParticleKill(Trigger* /*trigger*/, void* body, BodyKind bodyKind, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncParticleKill");
     if (body == nullptr) {
         return;
     }
-    if (bodyKind == triggerBodyParticle) {
+    if (bodyKind == BodyKind::particle) {
         ParticleManager::killParticle(*static_cast<Particle*>(body));
-    } else if (bodyKind == triggerBodyGroup) {
+    } else if (bodyKind == BodyKind::group) {
         ParticleGroupMover::killGroup(*static_cast<ParticleGroup*>(body));
     }
 }
 
-void trigFuncParticleKillRandom(Trigger* trigger, void* body, std::int32_t bodyKind, float dt) {
+void trigFuncParticleKillRandom(Trigger* trigger, void* body, BodyKind bodyKind, float dt) {
     TARNWICK_LOCATION("trigFuncParticleKillRandom");
-    if (bodyKind != triggerBodyParticle && bodyKind != triggerBodyGroup) {
+    if (bodyKind != BodyKind::particle && bodyKind != BodyKind::group) {
         return;
     }
     if (randomFloat() <= dt * killChancePerSecond) {
@@ -279,17 +279,17 @@ void trigFuncParticleKillRandom(Trigger* trigger, void* body, std::int32_t bodyK
     }
 }
 
-void trigFuncLevelEnd(Trigger* /*trigger*/, void* body, std::int32_t bodyKind, float /*dt*/) {
+void trigFuncLevelEnd(Trigger* /*trigger*/, void* body, BodyKind bodyKind, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncLevelEnd");
-    if (bodyKind == triggerBodyParticle) {
+    if (bodyKind == BodyKind::particle) {
         call(beyond.countAtLevelEnd, 1);
-    } else if (bodyKind == triggerBodyGroup && body != nullptr) {
+    } else if (bodyKind == BodyKind::group && body != nullptr) {
         const auto members = static_cast<const ParticleGroup*>(body)->members.size();
         call(beyond.countAtLevelEnd, static_cast<std::int32_t>(members));
     }
 }
 
-void trigFuncCheckPoint(Trigger* trigger, void* /*body*/, std::int32_t /*bodyKind*/, float /*dt*/) {
+void trigFuncCheckPoint(Trigger* trigger, void* /*body*/, BodyKind /*bodyKind*/, float /*dt*/) {
     TARNWICK_LOCATION("trigFuncCheckPoint");
     if (trigger == nullptr) {
         return;

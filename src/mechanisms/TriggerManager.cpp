@@ -55,11 +55,6 @@ void setTriangle(const Vector2 (&given)[3],
     }
 }
 
-Box boxOf(const Trigger& trigger) {
-    TARNWICK_LOCATION("TriggerManager::boxOf");
-    return {trigger.minX, trigger.minY, trigger.maxX, trigger.maxY};
-}
-
 using TargetsById = std::map<std::int32_t, std::vector<TriggerTarget>>;
 
 /// Appends each of `entities` to the targets of its id, taken as signed.
@@ -191,10 +186,10 @@ void TriggerManager::runTriggers(float dt, const View& view) {
     gatherLiveTriggers(dt, view);
     if (!state.liveTriggers.empty()) {
         for (Particle& particle : ParticleManager::particles) {
-            fireAt(particle.position, &particle, triggerBodyParticle, dt);
+            fireAt(particle.position, &particle, BodyKind::particle, dt);
         }
         for (ParticleGroup& group : ParticleGroupMover::groups) {
-            fireAt(group.centre, &group, triggerBodyGroup, dt);
+            fireAt(group.centre, &group, BodyKind::group, dt);
         }
     }
     state.liveTriggers.clear();
@@ -207,7 +202,7 @@ void TriggerManager::gatherLiveTriggers(float dt, const View& view) {
     const Box near = view.triggerSquare();
     for (auto place = triggers.rbegin(); place != triggers.rend(); ++place) {
         Trigger& trigger = *place;
-        if (trigger.spent() || !boxOf(trigger).touches(near)) {
+        if (trigger.spent() || !trigger.box().touches(near)) {
             continue;
         }
         if (trigger.cooldownLeft <= 0.0f) {
@@ -218,7 +213,7 @@ void TriggerManager::gatherLiveTriggers(float dt, const View& view) {
     }
 }
 
-void TriggerManager::fireAt(Vector2 place, void* body, std::int32_t bodyKind, float dt) {
+void TriggerManager::fireAt(Vector2 place, void* body, BodyKind bodyKind, float dt) {
     TARNWICK_LOCATION("TriggerManager::fireAt");
     state.liveTriggers.visitAt(place, [&](Trigger& trigger) {
         if (!trigger.spent() && pointInTrigger(place, trigger)) {
@@ -227,7 +222,7 @@ void TriggerManager::fireAt(Vector2 place, void* body, std::int32_t bodyKind, fl
     });
 }
 
-void TriggerManager::fire(Trigger& trigger, void* body, std::int32_t bodyKind, float dt) {
+void TriggerManager::fire(Trigger& trigger, void* body, BodyKind bodyKind, float dt) {
     TARNWICK_LOCATION("TriggerManager::fire");
     ++trigger.fireCount;
     trigger.cooldownLeft = trigger.type->cooldown;
@@ -247,7 +242,7 @@ void TriggerManager::checkDelayedTriggerEvents(float dt) {
         if (event.timeLeft > 0.0f) {
             state.delayedEvents[kept++] = event;
         } else {
-            event.handler(event.trigger, nullptr, triggerBodyParticle, event.dt);
+            event.handler(event.trigger, nullptr, BodyKind::particle, event.dt);
         }
     }
     state.delayedEvents.resize(kept);

@@ -102,8 +102,8 @@ private:
     static void createTriggerTypeMap();
     static const TargetIndex& targetIndex();
     static void gatherLiveTriggers(float dt, const View& view);
-    static void fireAt(Vector2 place, void* body, std::int32_t bodyKind, float dt);
-    static void fire(Trigger& trigger, void* body, std::int32_t bodyKind, float dt);
+    static void fireAt(Vector2 place, void* body, BodyKind bodyKind, float dt);
+    static void fire(Trigger& trigger, void* body, BodyKind bodyKind, float dt);
 
     static const CommandRow commands[];
     static void conCmdTriggerTypeList();

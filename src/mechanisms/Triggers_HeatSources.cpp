@@ -16,12 +16,12 @@ namespace {
 constexpr float waterTarget = 50.0f; ///< Degrees to which `trigFuncToWater` brings a particle.
 
 /// The temperature of the body; null for none, and for a kind that has none.
-float* temperatureOf(void* body, std::int32_t bodyKind) {
+float* temperatureOf(void* body, BodyKind bodyKind) {
     TARNWICK_LOCATION("Triggers_HeatSources::temperatureOf");
-    if (body != nullptr && bodyKind == triggerBodyParticle) {
+    if (body != nullptr && bodyKind == BodyKind::particle) {
         return &static_cast<Particle*>(body)->temperature;
     }
-    if (body != nullptr && bodyKind == triggerBodyGroup) {
+    if (body != nullptr && bodyKind == BodyKind::group) {
         return &static_cast<ParticleGroup*>(body)->temperature;
     }
     return nullptr;
@@ -48,7 +48,7 @@ void Triggers_HeatSources_LoadSettings() {
         std::abs(config.getVarAsFloat("triggerTemperatureChangeAmountSteam"));
 }
 
-void trigFuncToIce(Trigger* /*trigger*/, void* body, std::int32_t bodyKind, float dt) {
+void trigFuncToIce(Trigger* /*trigger*/, void* body, BodyKind bodyKind, float dt) {
     TARNWICK_LOCATION("trigFuncToIce");
     if (float* const temperature = temperatureOf(body, bodyKind); temperature != nullptr) {
         *temperature =
@@ -56,13 +56,13 @@ void trigFuncToIce(Trigger* /*trigger*/, void* body, std::int32_t bodyKind, floa
     }
 }
 
-void trigFuncToWater(Trigger* /*trigger*/, void* body, std::int32_t bodyKind, float dt) {
+void trigFuncToWater(Trigger* /*trigger*/, void* body, BodyKind bodyKind, float dt) {
     TARNWICK_LOCATION("trigFuncToWater");
     float* const temperature = temperatureOf(body, bodyKind);
     if (temperature == nullptr) {
         return;
     }
-    if (bodyKind == triggerBodyGroup) {
+    if (bodyKind == BodyKind::group) {
         *temperature += changeIn(dt); // Kept: a group does not stop at the target
     } else if (*temperature >= waterTarget) {
         *temperature = std::max(*temperature - changeIn(dt), waterTarget);
@@ -71,14 +71,14 @@ void trigFuncToWater(Trigger* /*trigger*/, void* body, std::int32_t bodyKind, fl
     }
 }
 
-void trigFuncToSteam(Trigger* /*trigger*/, void* body, std::int32_t bodyKind, float dt) {
+void trigFuncToSteam(Trigger* /*trigger*/, void* body, BodyKind bodyKind, float dt) {
     TARNWICK_LOCATION("trigFuncToSteam");
     float* const temperature = temperatureOf(body, bodyKind);
     if (temperature == nullptr) {
         return;
     }
     *temperature += changeIn(dt);
-    if (bodyKind == triggerBodyParticle) { // Kept: a group has no bound
+    if (bodyKind == BodyKind::particle) { // Kept: a group has no bound
         *temperature = std::min(*temperature, Triggers_HeatSources::temperatureChangeAmountSteam());
     }
 }

@@ -61,7 +61,7 @@ void TriggerManager::debugDraw(const View& view) {
     const GLFont font(GLConsole::getFontTexture());
     const Box square = view.triggerSquare();
     for (const Trigger& trigger : triggers) {
-        const bool near = Box{trigger.minX, trigger.minY, trigger.maxX, trigger.maxY}.touches(square);
+        const bool near = trigger.box().touches(square);
         glDisable(GL_TEXTURE_2D);
         glDisable(GL_BLEND);
         glColor3f(near ? 0.0f : 0.5f, near ? 1.0f : 0.5f, near ? 0.0f : 0.5f);

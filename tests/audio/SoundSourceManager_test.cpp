@@ -400,7 +400,7 @@ TEST_F(SoundSourceManagerTest, AtLevelStartALoopPlaysUnlessATriggerIsThereToStar
     EXPECT_FALSE(newest(2).sound.isPlaying());
 
     Trigger trigger = TriggerManager::triggers.front();
-    trigFuncSoundPlay(&trigger, nullptr, 0, 0.0f);
+    trigFuncSoundPlay(&trigger, nullptr, BodyKind::particle, 0.0f);
     EXPECT_TRUE(newest(2).sound.isLooping());
     viewFrom(1'000.0f);
     SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
@@ -408,7 +408,7 @@ TEST_F(SoundSourceManagerTest, AtLevelStartALoopPlaysUnlessATriggerIsThereToStar
     viewFrom(0.0f);
     SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_TRUE(newest(2).sound.isLooping());
-    trigFuncSoundStop(&trigger, nullptr, 0, 0.0f);
+    trigFuncSoundStop(&trigger, nullptr, BodyKind::particle, 0.0f);
     SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
     EXPECT_FALSE(newest(2).sound.isPlaying());
 }

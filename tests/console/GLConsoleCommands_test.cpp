@@ -60,8 +60,8 @@ TEST_F(GLConsoleCommandsTest, EverySignatureGivesItsKind) {
     std::string kinds;
     for (char name = 'A'; name <= 'M'; ++name) {
         const ConsoleCommand& command = GLConsole::commands().at(Text(1, name));
-        kinds += std::to_string(command.type) + (command.hasArgument ? "a" : "-") +
-                 (command.hasReturn ? "r " : "- ");
+        kinds += std::to_string(static_cast<std::uint32_t>(command.type)) +
+                 (command.hasArgument ? "a" : "-") + (command.hasReturn ? "r " : "- ");
     }
 
     EXPECT_EQ(kinds, "0-- 1a- 2a- 3a- 4a- 1-r 2-r 3-r 4-r 1ar 2ar 3ar 4ar ");
@@ -84,7 +84,7 @@ TEST_F(GLConsoleCommandsTest, BadRegistrationsAreDropped) {
     GLConsole::addCommand("Nothing", nothing);
     GLConsole::addCommand("Two words", one);
     GLConsole::addCommand(" ", one);
-    add({"TypeFive", one, 5, false, true});
+    add({"TypeFive", one, static_cast<ConsoleCommand::Type>(5), false, true});
 
     EXPECT_EQ(GLConsole::commands().size(), before);
 }

@@ -108,7 +108,7 @@ protected:
     }
 
     /// Kinds that no signature gives.
-    static void addOddCommand(std::uint32_t type, ConsoleCommand::Function function) {
+    static void addOddCommand(ConsoleCommand::Type type, ConsoleCommand::Function function) {
         add({"Odd", function, type, false, false});
     }
 };
@@ -234,16 +234,17 @@ TEST_F(ConsoleCommandTest, ALoneMinusIsTheIntegerZero) {
 
 TEST_F(ConsoleCommandTest, AValueCommandWithNeitherArgumentNorValueIsBad) {
     const std::string bad = "\nBAD COMMAND. NON VOID FUNCTION WITH NO RETURN OR ARGUMENT !";
-    for (std::uint32_t type = ConsoleCommand::integerType; type <= ConsoleCommand::stringType; ++type) {
+    for (const ConsoleCommand::Type type : {ConsoleCommand::integerType, ConsoleCommand::booleanType,
+                                            ConsoleCommand::floatType, ConsoleCommand::stringType}) {
         addOddCommand(type, action);
 
-        EXPECT_EQ(answerTo("Odd"), bad) << type;
-        EXPECT_EQ(answerTo("Odd 1"), bad) << type;
+        EXPECT_EQ(answerTo("Odd"), bad) << static_cast<std::uint32_t>(type);
+        EXPECT_EQ(answerTo("Odd 1"), bad) << static_cast<std::uint32_t>(type);
     }
 }
 
 TEST_F(ConsoleCommandTest, AnUnknownTypeIsBad) {
-    ConsoleCommand command{"Odd", action, 5, false, false};
+    ConsoleCommand command{"Odd", action, static_cast<ConsoleCommand::Type>(5), false, false};
 
     command.call("");
 

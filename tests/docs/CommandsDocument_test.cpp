@@ -54,7 +54,7 @@ std::string kindOf(const ConsoleCommand& command) {
         return "action";
     }
     const char* const use = !command.hasReturn ? "setter" : command.hasArgument ? "get-or-set" : "getter";
-    return std::string(types[command.type]) + use;
+    return std::string(types[static_cast<std::size_t>(command.type)]) + use;
 }
 
 /// One line for each command: a difference is then shown by itself.

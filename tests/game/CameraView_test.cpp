@@ -31,7 +31,7 @@ protected:
 };
 
 TEST_F(CameraViewTest, TheCamerasPlaceIsTheMiddleOfTheWindow) {
-    Camera::setPosition(5000.0f, -300.0f);
+    Camera::setPosition({5000.0f, -300.0f});
 
     drawSquareAt(5000.0f, -300.0f);
 
@@ -40,7 +40,7 @@ TEST_F(CameraViewTest, TheCamerasPlaceIsTheMiddleOfTheWindow) {
 }
 
 TEST_F(CameraViewTest, TheViewIsEightHundredBySixHundredUnits) {
-    Camera::setPosition(400.0f, 300.0f);
+    Camera::setPosition({400.0f, 300.0f});
 
     drawSquareAt(10.0f, 10.0f);
     const FramePicture::Pixel topLeft = pixel(0, 0);
@@ -51,7 +51,7 @@ TEST_F(CameraViewTest, TheViewIsEightHundredBySixHundredUnits) {
 }
 
 TEST_F(CameraViewTest, TheWorldsDownIsTheWindowsDownAtEveryAngle) {
-    Camera::setPosition(0.0f, 0.0f);
+    Camera::setPosition({0.0f, 0.0f});
     for (const float angle : {0.0f, 30.0f, 90.0f, -90.0f, 180.0f}) {
         turn(angle);
         Vector2 down{0.0f, 200.0f};
@@ -64,7 +64,7 @@ TEST_F(CameraViewTest, TheWorldsDownIsTheWindowsDownAtEveryAngle) {
 }
 
 TEST_F(CameraViewTest, ALargerZoomShowsMore) {
-    Camera::setPosition(0.0f, 0.0f);
+    Camera::setPosition({0.0f, 0.0f});
     zoom(2.0f);
 
     drawSquareAt(405.0f, 5.0f);
@@ -74,7 +74,7 @@ TEST_F(CameraViewTest, ALargerZoomShowsMore) {
 }
 
 TEST_F(CameraViewTest, TheShakeMovesTheView) {
-    Camera::setPosition(0.0f, 0.0f);
+    Camera::setPosition({0.0f, 0.0f});
     shakeBy(100.0f, -50.0f);
 
     drawSquareAt(100.0f, -50.0f);
@@ -83,7 +83,7 @@ TEST_F(CameraViewTest, TheShakeMovesTheView) {
 }
 
 TEST_F(CameraViewTest, DepthIsFlattenedSoThatNothingIsClippedByIt) {
-    Camera::setPosition(0.0f, 0.0f);
+    Camera::setPosition({0.0f, 0.0f});
     beginPicture();
     Camera::viewFrom();
     glDisable(GL_TEXTURE_2D);

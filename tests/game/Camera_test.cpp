@@ -60,7 +60,7 @@ TEST_F(CameraTest, InitialisingPutsEverythingAtItsStart) {
 
     Camera::initialise();
     Camera::setState(Camera::normal);
-    Camera::setPosition(50.0f, 60.0f);
+    Camera::setPosition({50.0f, 60.0f});
     Camera::zoomOut();
     Camera::shake();
     pressKey(SDL_SCANCODE_LEFT, SDLK_LEFT);
@@ -120,12 +120,12 @@ TEST_F(CameraTest, AStateBeyondTheFiveIsIgnored) {
 
 TEST_F(CameraTest, ItFliesToTheWaterAndArrives) {
     Camera::initialise();
-    Camera::setPosition(0.0f, 0.0f);
+    Camera::setPosition({0.0f, 0.0f});
     addWater(100.0f, 0.0f);
 
     Camera::doMovements(false, 1.0f);
     const Vector2 afterOneSecond = Camera::position();
-    Camera::setPosition(95.5f, 0.0f); // the distance from the old position counts, and 5 is near enough
+    Camera::setPosition({95.5f, 0.0f}); // the distance from the old position counts, and 5 is near enough
     Camera::doMovements(false, tickLength);
 
     EXPECT_EQ(afterOneSecond, (Vector2{75.0f, 0.0f})); // a quarter of the way is left after a second
@@ -134,7 +134,7 @@ TEST_F(CameraTest, ItFliesToTheWaterAndArrives) {
 
 TEST_F(CameraTest, JustBeyondTheArrivalDistanceItFliesOn) {
     Camera::initialise();
-    Camera::setPosition(94.5f, 0.0f);
+    Camera::setPosition({94.5f, 0.0f});
     addWater(100.0f, 0.0f);
 
     Camera::doMovements(false, 1.0f);
@@ -145,7 +145,7 @@ TEST_F(CameraTest, JustBeyondTheArrivalDistanceItFliesOn) {
 TEST_F(CameraTest, NearWaterCountsMoreThanFarWater) {
     initialiseWith("movementInterpolateSpeed = 0\n");
     Camera::setState(Camera::normal);
-    Camera::setPosition(0.0f, 0.0f);
+    Camera::setPosition({0.0f, 0.0f});
     addWater(9.0f, 0.0f);   // weight 1 / 10
     addWater(-99.0f, 0.0f); // weight 1 / 100
 
@@ -159,7 +159,7 @@ TEST_F(CameraTest, NearWaterCountsMoreThanFarWater) {
 TEST_F(CameraTest, AGroupCountsWithAllItsMembers) {
     initialiseWith("movementInterpolateSpeed = 0\n");
     Camera::setState(Camera::normal);
-    Camera::setPosition(0.0f, 0.0f);
+    Camera::setPosition({0.0f, 0.0f});
     addWater(-9.0f, 0.0f);
     ParticleGroup& group = ParticleGroupMover::groups.emplace_front();
     group.centre = {9.0f, 0.0f};
@@ -175,7 +175,7 @@ TEST_F(CameraTest, AGroupCountsWithAllItsMembers) {
 TEST_F(CameraTest, WithoutWaterItGoesToTheMiddleOfTheWorld) {
     initialiseWith("movementInterpolateSpeed = 0\n");
     Camera::setState(Camera::normal);
-    Camera::setPosition(50.0f, -20.0f);
+    Camera::setPosition({50.0f, -20.0f});
 
     Camera::doMovements(false, 1.0f);
 
@@ -188,10 +188,10 @@ TEST_F(CameraTest, ZoomingGoesOutHoldsAndComesBack) {
 
     Camera::zoomOut();
     Camera::doMovements(false, 1.0f); // 1 + 1.5 is full zoom
-    const std::int32_t held = Camera::getState();
+    const Camera::Course held = Camera::getState();
     const float zoomHeld = Camera::zoom();
     Camera::doMovements(false, 0.5f); // the wait
-    const std::int32_t comingBack = Camera::getState();
+    const Camera::Course comingBack = Camera::getState();
     Camera::doMovements(false, 1.0f);
 
     EXPECT_EQ(held, Camera::holdingZoom);

@@ -302,7 +302,7 @@ protected:
     static void restart() {
         Game::resetLevel();
         ParticleManager::particles.clear();
-        Camera::setPosition(400.0f, 300.0f);
+        Camera::setPosition({400.0f, 300.0f});
         Camera::setState(Camera::normal);
     }
 };
@@ -349,7 +349,7 @@ TEST_F(CheckPointInPlayTest, ALevelThatIsLoadedKnowsNoTimes) {
 }
 
 TEST_F(CheckPointInPlayTest, AHandlerWithoutATriggerRecordsNothing) {
-    trigFuncCheckPoint(nullptr, nullptr, triggerBodyParticle, 0.01f);
+    trigFuncCheckPoint(nullptr, nullptr, BodyKind::particle, 0.01f);
 
     EXPECT_EQ(known(), 0u);
 }

@@ -223,7 +223,7 @@ TEST_F(GameDrawingTest, TheFreeCameraLooksAtTheWorldsOriginFirst) {
 
 TEST_F(GameDrawingTest, TheFreeCameraMarksItsPlaceAndTheViewOfTheGame) {
     play();
-    Camera::setPosition(600.0f, 450.0f);
+    Camera::setPosition({600.0f, 450.0f});
 
     GLConsole::runLine("FreeCamera true");
     Game::drawPicture();

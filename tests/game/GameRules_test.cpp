@@ -142,7 +142,7 @@ TEST_F(GameRulesTest, TheGameCountsNeitherPausesNorFlights) {
     Clock::drive(1150);
     Game::tick(0.01f);
     Camera::setState(Camera::movingToWaypoint);
-    Camera::setPosition(-5000.0f, 0.0f);
+    Camera::setPosition({-5000.0f, 0.0f});
     Clock::drive(2150);
     Game::tick(0.01f);
 

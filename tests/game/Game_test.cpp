@@ -178,7 +178,7 @@ TEST_F(GameTest, At20FramesASecondTheSimulationSlowsDownAndTheCameraDoesNot) {
     data.write("cfg/camera.cfg", "keyboardTurnSpeed = 60 maxAngle = 90");
     Camera::initialise();
     Camera::setState(Camera::normal);
-    Camera::setPosition(waterX, waterY);
+    Camera::setPosition({waterX, waterY});
     pressKey(SDL_SCANCODE_LEFT, SDLK_LEFT);
     GLWindow::run();
     ParticleManager::particles.resize(1); // alone: nobody to share its speed with
@@ -235,7 +235,7 @@ TEST_F(GameTest, WhileTheCameraFliesTheWaterStandsStill) {
 TEST_F(GameTest, InTheTickInWhichTheCameraArrivesTheRulesHoldAlready) {
     data.write("cfg/camera.cfg", "waypointInterpolateDistance = 50");
     startFlying();
-    Camera::setPosition(waterX, waterY);
+    Camera::setPosition({waterX, waterY});
     GameRules::incrementEndOfLevelTriggerParticleCount(128);
 
     Game::tick(Game::tickThreshold);
@@ -250,7 +250,7 @@ TEST_F(GameTest, InTheTickInWhichTheCameraArrivesTheRulesHoldAlready) {
 
 TEST_F(GameTest, WhilePausedTheCameraStillMovesAndTurns) {
     start();
-    Camera::setPosition(waterX + 50.0f, waterY);
+    Camera::setPosition({waterX + 50.0f, waterY});
     GLConsole::runLine("Pause true");
     pressKey(SDL_SCANCODE_LEFT, SDLK_LEFT);
     GLWindow::run();

@@ -135,7 +135,7 @@ TEST_F(DynamicPolygonRendererTest, TheSquareFollowsTheCameraAndTheOffsetThePolyg
 
     DynamicPolygonRenderer::prepareDraw(Camera::view());
     const bool seenFromTheOrigin = queued();
-    Camera::setPosition(2000.0f, 0.0f);
+    Camera::setPosition({2000.0f, 0.0f});
     DynamicPolygonRenderer::prepareDraw(Camera::view());
     const bool seenFromNearby = queued();
     draw();

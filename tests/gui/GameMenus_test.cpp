@@ -256,7 +256,7 @@ TEST_F(GameMenusTest, TwoQuickClicksStartOneAction) {
     Game::mousePressed(0, 0, 1);
     screen().setFocusedWidget(buttons()[5]);
     Game::mousePressed(0, 0, 1);
-    const std::int32_t others = buttons()[4]->state;
+    const GuiAnimatedButton::State others = buttons()[4]->state;
 
     screen().runDelayedEvents(1.0f);
     GuiScreen& mainMenu = screenOf(menu::main);
@@ -391,7 +391,7 @@ TEST_F(GameMenusTest, QuitEndsTheLoop) {
     GameMenus::setCurrentMenu(menu::quitGame);
     screen().setFocusedWidget(buttons()[0]);
     click(0);
-    const std::int32_t state = buttons()[0]->state;
+    const GuiAnimatedButton::State state = buttons()[0]->state;
 
     Game::serveRequests();
 

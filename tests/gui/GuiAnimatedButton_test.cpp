@@ -136,7 +136,7 @@ TEST_F(GuiAnimatedButtonTest, WhenTheFocusGoesItPlaysBackAndThenLoopsAgain) {
 
     focus(button, false);
     const Frames back = run(button, 2);
-    const std::int32_t stateAtFirst = button.state;
+    const GuiAnimatedButton::State stateAtFirst = button.state;
     run(button, 1);
 
     EXPECT_EQ(back, (Frames{1, 0}));
@@ -171,7 +171,7 @@ TEST_F(GuiAnimatedButtonTest, ClickedItRunsToTheEndAndStaysUntilAReset) {
     const Frames frames = run(button, 3);
     focus(button, false);
     run(button, 1);
-    const std::int32_t before = button.state;
+    const GuiAnimatedButton::State before = button.state;
     button.reset();
 
     EXPECT_EQ(first, 0u);
@@ -221,7 +221,7 @@ TEST_F(GuiAnimatedButtonTest, AClickPutsEveryButtonOfTheScreenIntoTheClickedStat
     run(*last, 2);
 
     first->mousePressed(0, 0, 1);
-    const std::int32_t lastState = last->state;
+    const GuiAnimatedButton::State lastState = last->state;
     const std::uint32_t lastFrame = frameOf(*last);
     screen.reset();
 

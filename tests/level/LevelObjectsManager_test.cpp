@@ -257,7 +257,7 @@ TEST_F(LevelObjectsManagerTest, TheSquareFollowsTheCameraAndTheOffsetTheObject) 
 
     LevelObjectsManager::prepareDraw(Camera::view());
     const std::size_t seenFromTheOrigin = queued();
-    Camera::setPosition(2000.0f, 0.0f);
+    Camera::setPosition({2000.0f, 0.0f});
     LevelObjectsManager::prepareDraw(Camera::view());
     const std::size_t seenFromNearby = queued();
     draw();

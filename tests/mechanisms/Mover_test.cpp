@@ -9,7 +9,7 @@ namespace tarnwick {
 namespace {
 
 /// A mover on a track of 10 units to the right, at 4 units a second.
-Mover moverAt(float position, std::int32_t state) {
+Mover moverAt(float position, MoverState state) {
     Mover mover;
     mover.setStartPoint(5.0f, 7.0f);
     mover.setEndPoint(15.0f, 7.0f);
@@ -34,11 +34,11 @@ TEST(MoverTrackTest, ANewMoverStandsIdleOnATrackOfNoLength) {
 }
 
 TEST(MoverTrackTest, TheStatesHaveTheNumbersThatTriggersWrite) {
-    EXPECT_EQ(MoverIdle, 0);
-    EXPECT_EQ(MoverToEnd, 1);
-    EXPECT_EQ(MoverToStart, 2);
-    EXPECT_EQ(MoverLoopToStart, 3);
-    EXPECT_EQ(MoverLoopToEnd, 4);
+    EXPECT_EQ(static_cast<std::int32_t>(MoverIdle), 0);
+    EXPECT_EQ(static_cast<std::int32_t>(MoverToEnd), 1);
+    EXPECT_EQ(static_cast<std::int32_t>(MoverToStart), 2);
+    EXPECT_EQ(static_cast<std::int32_t>(MoverLoopToStart), 3);
+    EXPECT_EQ(static_cast<std::int32_t>(MoverLoopToEnd), 4);
 }
 
 TEST(MoverTrackTest, EachPointMeasuresTheTrackAnew) {
@@ -84,7 +84,8 @@ TEST(MoverTrackTest, AnIdleMoverStandsStill) {
 }
 
 TEST(MoverTrackTest, AnUnknownStateStandsStill) {
-    for (const std::int32_t state : {-1, 5, 1000}) {
+    for (const std::int32_t number : {-1, 5, 1000}) {
+        const auto state = static_cast<MoverState>(number);
         Mover mover = moverAt(3.0f, state);
 
         mover.run(0.5f);

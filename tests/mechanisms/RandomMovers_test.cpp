@@ -71,7 +71,8 @@ protected:
                                                             std::floor(dice.between(-150.0f, 150.0f))};
         mover.setStartPoint(twin.start.x, twin.start.y);
         mover.setEndPoint(twin.end.x, twin.end.y);
-        mover.state = twin.state = dice.whole(0, 5);
+        twin.state = dice.whole(0, 5);
+        mover.state = static_cast<MoverState>(twin.state);
         MoverManager::addMover(mover);
         movers.addMover(twin);
     }
@@ -81,7 +82,8 @@ protected:
         auto twin = movers.movers.begin();
         for (Mover& mover : MoverManager::movers) {
             if (dice.chance(0.02f)) {
-                mover.state = twin->state = dice.whole(0, 4);
+                twin->state = dice.whole(0, 4);
+                mover.state = static_cast<MoverState>(twin->state);
             }
             ++twin;
         }
@@ -110,7 +112,8 @@ protected:
     std::string mechanismsDifference() const override {
         auto twin = movers.movers.begin();
         for (const Mover& mover : MoverManager::movers) {
-            if (differ(mover.position, twin->position) || mover.state != twin->state) {
+            if (differ(mover.position, twin->position) ||
+                mover.state != static_cast<MoverState>(twin->state)) {
                 return "position or state of a mover";
             }
             ++twin;

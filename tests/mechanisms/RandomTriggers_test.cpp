@@ -277,7 +277,8 @@ protected:
         auto twin = movers.movers.begin();
         return !std::ranges::all_of(MoverManager::movers, [&](const Mover& mover) {
             const PlainMovers::Mover& other = *twin++;
-            return mover.state == other.state && !differ(mover.position, other.position);
+            return mover.state == static_cast<MoverState>(other.state) &&
+                   !differ(mover.position, other.position);
         });
     }
 

@@ -39,9 +39,9 @@ protected:
     void target(Polygon2D& polygon) { addTarget(&polygon, TriggerTarget::Kind::polygon); }
     void target(FxParticleEmitter& emitter) { addTarget(&emitter, TriggerTarget::Kind::emitter); }
 
-    void call(TriggerHandler handler) { handler(&trigger, nullptr, triggerBodyParticle, dt); }
-    void call(TriggerHandler handler, Particle& body) { handler(&trigger, &body, triggerBodyParticle, dt); }
-    void call(TriggerHandler handler, ParticleGroup& body) { handler(&trigger, &body, triggerBodyGroup, dt); }
+    void call(TriggerHandler handler) { handler(&trigger, nullptr, BodyKind::particle, dt); }
+    void call(TriggerHandler handler, Particle& body) { handler(&trigger, &body, BodyKind::particle, dt); }
+    void call(TriggerHandler handler, ParticleGroup& body) { handler(&trigger, &body, BodyKind::group, dt); }
 
     static Force along(Vector2 direction, float strength, bool enabled = true) {
         Force force;
@@ -215,7 +215,7 @@ TEST_F(TriggerHandlersTest, ForcesWithoutABodyDoNothing) {
     for (const TriggerHandler handler : {trigFuncForceDirectional, trigFuncForceInstantenous,
                                          trigFuncForceMultiDirPull, trigFuncForceMultiDirPush}) {
         call(handler);
-        handler(&trigger, &particle, 2, dt);
+        handler(&trigger, &particle, static_cast<BodyKind>(2), dt);
     }
 
     EXPECT_EQ(particle.velocity, (Vector2{}));
@@ -272,7 +272,7 @@ TEST_F(TriggerHandlersTest, MoversTakeTheStateOfTheirTrigger) {
     for (const auto& [handler, state] : states) {
         call(handler);
 
-        EXPECT_EQ(mover.state, state);
+        EXPECT_EQ(static_cast<std::int32_t>(mover.state), state);
     }
 }
 
@@ -360,7 +360,7 @@ TEST_F(TriggerHandlersTest, ARandomKillTakesAboutHalfOfThemInASecond) {
     for (int trial = 0; trial < trials; ++trial) {
         Particle victim;
 
-        trigFuncParticleKillRandom(&trigger, &victim, triggerBodyParticle, shortTick);
+        trigFuncParticleKillRandom(&trigger, &victim, BodyKind::particle, shortTick);
 
         killed += victim.dying ? 1 : 0;
     }
@@ -374,9 +374,9 @@ TEST_F(TriggerHandlersTest, ARandomKillDrawsOnceForABodyAndNeverForAnotherKind) 
     const std::uint32_t afterOne = getRandomState();
     seedRandom(5);
 
-    trigFuncParticleKillRandom(&trigger, &particle, 2, 100.0f);
+    trigFuncParticleKillRandom(&trigger, &particle, static_cast<BodyKind>(2), 100.0f);
     const std::uint32_t afterOther = getRandomState();
-    trigFuncParticleKillRandom(&trigger, &group, triggerBodyGroup, 100.0f);
+    trigFuncParticleKillRandom(&trigger, &group, BodyKind::group, 100.0f);
 
     EXPECT_EQ(afterOther, 5u);
     EXPECT_EQ(getRandomState(), afterOne);

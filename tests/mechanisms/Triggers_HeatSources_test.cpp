@@ -23,13 +23,13 @@ protected:
     static float particleAfter(TriggerHandler handler, float temperature) {
         Particle particle;
         particle.temperature = temperature;
-        handler(nullptr, &particle, triggerBodyParticle, dt);
+        handler(nullptr, &particle, BodyKind::particle, dt);
         return particle.temperature;
     }
     static float groupAfter(TriggerHandler handler, float temperature) {
         ParticleGroup group;
         group.temperature = temperature;
-        handler(nullptr, &group, triggerBodyGroup, dt);
+        handler(nullptr, &group, BodyKind::group, dt);
         return group.temperature;
     }
 
@@ -96,10 +96,10 @@ TEST_F(Triggers_HeatSourcesTest, AnotherKindOfBodyAndNoBodyAreLeftAlone) {
         Particle particle;
         particle.temperature = 20.0f;
 
-        handler(nullptr, &particle, 2, dt);
-        handler(nullptr, &particle, -1, dt);
-        handler(nullptr, nullptr, triggerBodyParticle, dt);
-        handler(nullptr, nullptr, triggerBodyGroup, dt);
+        handler(nullptr, &particle, static_cast<BodyKind>(2), dt);
+        handler(nullptr, &particle, static_cast<BodyKind>(-1), dt);
+        handler(nullptr, nullptr, BodyKind::particle, dt);
+        handler(nullptr, nullptr, BodyKind::group, dt);
 
         EXPECT_EQ(particle.temperature, 20.0f);
     }

@@ -125,7 +125,7 @@ TEST_F(ParticleManagerTest, TheCommandsReadAndSet) {
 
 TEST_F(ParticleManagerTest, ParticleCreateMakesWaterAndLooksAtIt) {
     ParticleManager::initialise();
-    ParticleManager::setLookAt([](Vector2 point) { Camera::setPosition(point.x, point.y); });
+    ParticleManager::setLookAt([](Vector2 point) { Camera::setPosition(point); });
 
     EXPECT_EQ(answerTo("ParticleCreate 120 -40.5 5 3"), "");
 

@@ -22,7 +22,7 @@ void startLevel(const DataFolder& data, const LevelFile& level) {
 
 void playLevel(const DataFolder& data, const LevelFile& level, Vector2 camera) {
     startLevel(data, level);
-    Camera::setPosition(camera.x, camera.y);
+    Camera::setPosition(camera);
     Camera::setState(Camera::normal);
 }
 

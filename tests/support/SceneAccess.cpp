@@ -24,7 +24,7 @@ void SceneAccess::configure(const SceneSettings& settings) {
 }
 
 void SceneAccess::placeCamera(Vector2 position, Vector2 shakeOffset, float angle, float zoom) {
-    Camera::setPosition(position.x, position.y);
+    Camera::setPosition(position);
     Camera::state.shakeOffsetX = shakeOffset.x;
     Camera::state.shakeOffsetY = shakeOffset.y;
     Camera::state.cameraAngle = angle;

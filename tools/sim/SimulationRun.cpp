@@ -111,7 +111,7 @@ void startLevel(const SimulationOptions& options, const fs::path& startFolder, c
     }
     if (options.noFlight) {
         const Vector2 water = Level::waterStart();
-        Camera::setPosition(water.x, water.y);
+        Camera::setPosition(water);
         Camera::setState(Camera::normal);
     }
 }
@@ -311,7 +311,7 @@ void writeSummary(const RunPosition& position, std::ostream& out) {
         << "speed      " << (loose == 0 ? 0.0f : speedSum / static_cast<float>(loose))
         << " units/s on average\n"
         << "camera     at (" << Camera::position().x << ", " << Camera::position().y << "), turned by "
-        << Camera::angle() << " degrees, state " << Camera::getState() << '\n'
+        << Camera::angle() << " degrees, state " << static_cast<std::int32_t>(Camera::getState()) << '\n'
         << "time       " << static_cast<double>(GameRules::getLevelTime()) / 1000.0 << " s of play"
         << (GameRules::gameIsFinished() ? ", the level is finished\n" : "\n") << "score      "
         << GameRules::getTotalScore() << ": " << GameRules::getTimeScore() << " for the time, "

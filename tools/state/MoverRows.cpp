@@ -14,7 +14,7 @@ void MoverRows::write(JsonLine& out) {
     for (const Mover& mover : MoverManager::movers) {
         out.openObject();
         out.key("id").number(mover.id).key("position").number(mover.position);
-        out.key("state").number(mover.state);
+        out.key("state").number(static_cast<std::int32_t>(mover.state));
         out.closeObject();
     }
     out.closeArray();
@@ -32,7 +32,8 @@ void MoverRows::read(const JsonObject& in) {
         if (from.integer<std::int32_t>("id") != mover->id) {
             throw StateError("the state is of another level: the movers' ids differ");
         }
-        rows.push_back({.position = from.number("position"), .state = from.integer<std::int32_t>("state")});
+        rows.push_back({.position = from.number("position"),
+                        .state = static_cast<MoverState>(from.integer<std::int32_t>("state"))});
         ++mover;
     }
 }

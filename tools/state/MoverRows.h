@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstdint>
+#include "mechanisms/Mover.h"
+
 #include <vector>
 
 namespace tarnwick {
@@ -23,7 +24,7 @@ public:
 private:
     struct Row {
         float position = 0.0f;
-        std::int32_t state = 0;
+        MoverState state = MoverIdle;
     };
     std::vector<Row> rows;
 };

@@ -92,7 +92,7 @@ std::string SimulationState::write(const RunPosition& position) {
 void SimulationState::writeCamera(JsonLine& out) {
     const Camera::State& camera = Camera::state;
     out.key("camera").openObject();
-    out.key("state").number(camera.cameraState);
+    out.key("state").number(static_cast<std::int32_t>(camera.cameraState));
     out.key("x").number(camera.cameraX).key("y").number(camera.cameraY);
     out.key("angle").number(camera.cameraAngle).key("turnSpeed").number(camera.cameraTurnSpeed);
     out.key("zoom").number(camera.cameraZoom);

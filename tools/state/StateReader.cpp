@@ -174,7 +174,7 @@ void SimulationState::readPosition(const JsonObject& in, RunPosition& position) 
 void SimulationState::readCamera(const JsonObject& in, Restored& restored) {
     Camera::State& camera = restored.camera;
     camera = Camera::state; // the configuration stays
-    camera.cameraState = in.integer<std::int32_t>("state");
+    camera.cameraState = static_cast<Camera::Course>(in.integer<std::int32_t>("state"));
     if (camera.cameraState < Camera::movingToWaypoint || camera.cameraState > Camera::zoomingIn) {
         refuseField("camera.state", "a state from 0 to 4");
     }

@@ -48,7 +48,7 @@ TEST_F(MoverRowsTest, WhatIsWrittenIsRestoredByteForByteOverTheLevel) {
     MoverManager::movers.front().position = 12.3456789f;
     MoverManager::movers.front().state = MoverLoopToEnd;
     MoverManager::movers.back().position = -0.0f;
-    MoverManager::movers.back().state = 9; // stands still, as any other number
+    MoverManager::movers.back().state = static_cast<MoverState>(9); // stands still, as any other number
     const std::string before = line();
     ModuleReset::all();
     addLevel();

@@ -29,7 +29,7 @@ protected:
     static void arrange() {
         seedRandom(1234567890u);
         Clock::drive(160);
-        Camera::setPosition(12.5f, -0.0f);
+        Camera::setPosition({12.5f, -0.0f});
         Camera::setState(Camera::holdingZoom);
         for (int i = 0; i < 3; ++i) {
             ParticleManager::particles.push_back(distinctParticle(static_cast<float>(i)));
@@ -228,7 +228,7 @@ TEST_F(SimulationStateTest, WithTheFieldsOfOldAloneTheRestStaysAsTheLoadLeftIt) 
                                     "water", "effectLooks", "checkPoints"}) {
         old.erase(added);
     }
-    Camera::setPosition(0.0f, 0.0f);
+    Camera::setPosition({0.0f, 0.0f});
 
     const std::string refusal = refusalOf(old.dump());
 
