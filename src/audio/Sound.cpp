@@ -90,6 +90,7 @@ bool Sound::usable() const {
 
 void Sound::play() {
     TARNWICK_LOCATION("Sound::play");
+    SoundSystem::mendLoss();
     if (usable()) {
         setVolume();
         buffer->play(false);
@@ -98,6 +99,7 @@ void Sound::play() {
 
 void Sound::loop() {
     TARNWICK_LOCATION("Sound::loop");
+    SoundSystem::mendLoss();
     if (usable()) {
         setVolume();
         buffer->play(true);
@@ -115,6 +117,13 @@ void Sound::rewind() {
     TARNWICK_LOCATION("Sound::rewind");
     if (usable()) {
         buffer->setCurrentPosition(0);
+    }
+}
+
+void Sound::leaveVoices() {
+    TARNWICK_LOCATION("Sound::leaveVoices");
+    if (usable()) {
+        buffer->leaveVoices();
     }
 }
 

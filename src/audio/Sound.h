@@ -13,7 +13,8 @@ class SoundBuffer;
 ///
 /// A sound never fails. One whose file could not be loaded, or that was made without a device or outlives its
 /// device, is inert: every operation does nothing and every question is answered with false. It still holds
-/// its reference, its name and the volume that it was given.
+/// its reference, its name and the volume that it was given. With a lost device in whose place there is
+/// another it goes on.
 class Sound {
 public:
     /// The sound of "SND\DEFAULT.WAV".
@@ -40,6 +41,8 @@ public:
     void stop();
     /// Sets the position to the start, also while it plays.
     void rewind();
+    /// From now on is heard only while enough voices are free for sounds that matter more.
+    void leaveVoices();
 
     /// Applies the volume and that of `SoundSystem`.
     void setVolume();

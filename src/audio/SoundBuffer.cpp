@@ -21,6 +21,8 @@ namespace {
 constexpr std::size_t bitsInByte = 8;
 constexpr float largestSample = 2147483648.0f; ///< 2^31: full scale of 32 bits.
 constexpr double hundredthsInTenfold = 2000.0; ///< Hundredths of a decibel that make ten times the amplitude.
+constexpr std::size_t largestBuffer =
+    std::numeric_limits<ALsizei>::max(); ///< Bytes that the AL can be given.
 
 /// The AL knows no integers of 24 and 32 bits: both become floats.
 bool isWide(const WavFile& wav) {
@@ -36,6 +38,13 @@ ALenum formatOf(const WavFile& wav) {
     return wav.bitsPerSample == 8 ? AL_FORMAT_STEREO8 : AL_FORMAT_STEREO16;
 }
 
+/// What `stereoFrames` makes of a file, without making it.
+std::size_t bytesOfStereo(const WavFile& wav) {
+    TARNWICK_LOCATION("SoundBuffer::bytesOfStereo");
+    const std::size_t sampleSize = isWide(wav) ? sizeof(float) : wav.bitsPerSample / bitsInByte;
+    return wav.samples.size() / wav.blockAlign * 2 * sampleSize;
+}
+
 bool canBePlayed(const WavFile& wav) {
     TARNWICK_LOCATION("SoundBuffer::canBePlayed");
     const bool knownDepth = wav.bitsPerSample == 8 || wav.bitsPerSample == 16 || wav.bitsPerSample == 24 ||
@@ -43,7 +52,7 @@ bool canBePlayed(const WavFile& wav) {
     const auto rate = std::int64_t{wav.sampleRate};
     return knownDepth && wav.blockAlign == wav.channels * (wav.bitsPerSample / bitsInByte) &&
            wav.samples.size() >= wav.blockAlign && rate >= SoundBuffer::smallestFrequency &&
-           rate <= SoundBuffer::largestFrequency;
+           rate <= SoundBuffer::largestFrequency && bytesOfStereo(wav) <= largestBuffer;
 }
 
 /// One sample of 24 or 32 bits, -1 to 1.
@@ -64,7 +73,7 @@ std::vector<std::uint8_t> stereoFrames(const WavFile& wav) {
     const std::size_t count = wav.samples.size() / wav.blockAlign * wav.channels;
     const std::size_t copies = wav.channels == 1 ? 2 : 1;
     std::vector<std::uint8_t> frames;
-    frames.reserve(count * copies * (isWide(wav) ? sizeof(float) : sampleSize));
+    frames.reserve(bytesOfStereo(wav));
     for (std::size_t i = 0; i < count; ++i) {
         const std::uint8_t* const sample = wav.samples.data() + i * sampleSize;
         for (std::size_t copy = 0; copy < copies; ++copy) {
@@ -102,7 +111,7 @@ struct SoundBuffer::Samples {
     }
 };
 
-SoundBuffer::SoundBuffer(std::shared_ptr<const Samples> sharedSamples)
+SoundBuffer::SoundBuffer(std::shared_ptr<Samples> sharedSamples)
     : samples(std::move(sharedSamples))
     , frequency(samples->rate) {
     TARNWICK_LOCATION("SoundBuffer::SoundBuffer");
@@ -114,9 +123,6 @@ std::unique_ptr<SoundBuffer> SoundBuffer::create(const WavFile& wav) {
         return nullptr;
     }
     const std::vector<std::uint8_t> frames = stereoFrames(wav);
-    if (frames.size() > static_cast<std::size_t>(std::numeric_limits<ALsizei>::max())) {
-        return nullptr;
-    }
     alGetError();
     ALuint name = 0;
     alGenBuffers(1, &name);
@@ -167,7 +173,7 @@ void SoundBuffer::play(bool loop) {
         alSourcei(voice, AL_LOOPING, looping ? AL_TRUE : AL_FALSE); // playing it anew would start it over
         return;
     }
-    voice = SoundSystem::takeVoice(*this);
+    voice = SoundSystem::takeVoice(*this, leavesVoices ? SoundSystem::voicesLeft : 0);
     if (voice == 0) {
         return;
     }
@@ -261,6 +267,34 @@ void SoundBuffer::giveBackIfEnded() {
     isPlaying();
 }
 
+void SoundBuffer::loseVoice() {
+    TARNWICK_LOCATION("SoundBuffer::loseVoice");
+    voice = 0;
+    frame = 0;
+}
+
+void SoundBuffer::startOver() {
+    TARNWICK_LOCATION("SoundBuffer::startOver");
+    if (!looping) {
+        giveBackIfEnded();
+    } else if (voice != 0) {
+        alSourceRewind(voice);
+        alSourcePlay(voice);
+    } else if (alive()) {
+        play(true);
+    }
+}
+
+void SoundBuffer::takeSamples(const SoundBuffer& other) {
+    TARNWICK_LOCATION("SoundBuffer::takeSamples");
+    std::swap(samples->buffer, other.samples->buffer);
+    std::swap(samples->session, other.samples->session);
+    std::swap(samples->rate, other.samples->rate);
+    std::swap(samples->frameSize, other.samples->frameSize);
+    std::swap(samples->size, other.samples->size);
+    std::swap(samples->frames, other.samples->frames);
+}
+
 void SoundBuffer::giveBack() {
     TARNWICK_LOCATION("SoundBuffer::giveBack");
     alSourceStop(voice);
@@ -288,9 +322,9 @@ void SoundBuffer::applyPan() const {
     TARNWICK_LOCATION("SoundBuffer::applyPan");
     if (voice != 0) {
         const float side = static_cast<float>(pan) / static_cast<float>(farthestPan);
-        const bool centred = pan == 0;
-        alSourcei(voice, AL_DIRECT_CHANNELS_SOFT, centred ? AL_TRUE : AL_FALSE);
-        alSourcei(voice, AL_SOURCE_SPATIALIZE_SOFT, centred ? AL_FALSE : AL_TRUE);
+        // Not by AL_DIRECT_CHANNELS_SOFT in the centre: it drops a side that the device has no channel for,
+        // and a device of one channel has neither.
+        alSourcei(voice, AL_SOURCE_SPATIALIZE_SOFT, pan == 0 ? AL_FALSE : AL_TRUE);
         alSource3f(voice, AL_POSITION, side, 0.0f, -std::sqrt(1.0f - side * side));
     }
 }

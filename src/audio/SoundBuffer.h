@@ -13,8 +13,8 @@ struct WavFile;
 /// It takes a voice of the device while it is heard, and keeps what it needs to go on without one. When all
 /// voices sound, `play` does nothing: the newest is not heard, and all others go on.
 ///
-/// Valid as long as the device that it was made on is open (`alive`). After that nothing may be called but
-/// `alive`, `size` and the destructor.
+/// Valid as long as the device that it was made on, or the one in the place of that, is open (`alive`). After
+/// that nothing may be called but `alive`, `size` and the destructor.
 class SoundBuffer {
 public:
     static constexpr std::int32_t silence = -10'000;          ///< Hundredths of a decibel; 0 is full.
@@ -24,8 +24,9 @@ public:
 
     /// A buffer of all samples of a file, at its rate and full loudness in the centre. Null without a device,
     /// and for what the platform cannot play: a depth other than 8, 16, 24 or 32 bits, a frame that is not as
-    /// long as its channels and depth say, less than one frame, a rate outside the two frequencies. What
-    /// stands behind the last whole frame is not played.
+    /// long as its channels and depth say, less than one frame, a rate outside the two frequencies, 2 GiB and
+    /// more in two channels. What stands behind the last whole frame is not played. Throws `std::bad_alloc`
+    /// where the memory is not there.
     static std::unique_ptr<SoundBuffer> create(const WavFile& wav);
     /// Another buffer on the same samples, as new. Also of one that plays.
     std::unique_ptr<SoundBuffer> duplicate() const;
@@ -51,8 +52,9 @@ public:
     /// Frames a second, within the two frequencies.
     void setFrequency(std::int32_t newFrequency);
     std::int32_t getFrequency() const { return frequency; }
-    /// A panned buffer is heard as one point at the same power everywhere; at 0 both channels go straight to
-    /// their sides.
+    /// A panned buffer is heard as one point at the same power everywhere. At 0 both channels go to their
+    /// sides: to the sample on a device of two channels, summed on one of a single channel, and mostly to the
+    /// two in front where there are more.
     void setPan(std::int32_t newPan);
 
     /// Bytes from the start to the frame that is next mixed.
@@ -60,18 +62,30 @@ public:
     /// False for a position at or behind the end. One inside a frame goes back to its start.
     bool setCurrentPosition(std::uint32_t bytes);
 
+    /// From now on takes a voice only while more than `SoundSystem::voicesLeft` are free.
+    void leaveVoices() { leavesVoices = true; }
+
+    // For the device.
+
     /// Lets go of the voice if the sound has come to its end; the position is then at the start.
     void giveBackIfEnded();
+    /// The device of the voice is no more: goes to the start without it.
+    void loseVoice();
+    /// After the loss of the device: plays from the start if it looped, and has come to its end if not.
+    void startOver();
+    /// All buffers on these samples have those of `other`, which is of a new device, and are as good as ever.
+    void takeSamples(const SoundBuffer& other);
 
 private:
     struct Samples;
 
-    explicit SoundBuffer(std::shared_ptr<const Samples> sharedSamples);
+    explicit SoundBuffer(std::shared_ptr<Samples> sharedSamples);
 
-    std::shared_ptr<const Samples> samples;
+    std::shared_ptr<Samples> samples;
     std::uint32_t voice = 0; ///< AL name of the source; 0 while it is not heard.
     std::uint32_t frame = 0; ///< Position while there is no voice.
     bool looping = false;    ///< Of the last `play`.
+    bool leavesVoices = false;
     std::int32_t volume = 0;
     std::int32_t frequency = 0;
     std::int32_t pan = 0;

@@ -9,6 +9,7 @@
 #include "core/MemoryFile.h"
 #include "core/Strings.h"
 
+#include <new>
 #include <utility>
 
 namespace tarnwick {
@@ -82,7 +83,20 @@ std::unique_ptr<SoundBuffer> SoundManager::createSoundBuffer(const std::string& 
     if (!file.is_open() || !WavFile::read(file.getDataAhead(), static_cast<std::size_t>(file.size()), wav)) {
         return nullptr;
     }
-    return SoundBuffer::create(wav);
+    try {
+        return SoundBuffer::create(wav);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void SoundManager::renewSamples() {
+    TARNWICK_LOCATION("SoundManager::renewSamples");
+    for (auto& [name, entry] : state.sounds) {
+        if (const auto renewed = createSoundBuffer(name); entry.buffer != nullptr && renewed != nullptr) {
+            entry.buffer->takeSamples(*renewed);
+        }
+    }
 }
 
 void SoundManager::getSoundList(std::list<std::string>& list) {

@@ -38,9 +38,13 @@ public:
     static const SoundInternal& loadSound(const std::string& name);
     /// Gives one reference back; the last one frees the samples. An unknown name does nothing.
     static void freeSound(const std::string& name);
-    /// Reads a WAV file, found through `DataFiles`. Null for one that is missing, that `WavFile` refuses or
-    /// that the platform cannot play; without a device null at once, and no file is read.
+    /// Reads a WAV file, found through `DataFiles`. Null for one that is missing, that `WavFile` refuses,
+    /// that the platform cannot play or that memory cannot hold; without a device null at once, and no file
+    /// is read.
     static std::unique_ptr<SoundBuffer> createSoundBuffer(const std::string& name);
+    /// Reads the samples of all entries anew, for a device that is in the place of a lost one. Sounds of a
+    /// file that can no longer be read are inert from then on.
+    static void renewSamples();
     /// Appends a line an entry, in the order of their names: the name in upper case, and " (loading failed)"
     /// if there are no samples.
     static void getSoundList(std::list<std::string>& list);

@@ -17,8 +17,9 @@ public:
     float strenght = 1000.0f; ///< World units: as far from the view it has faded out.
     Sound sound;
     bool looping = false;
-    bool stopped = false; ///< Silent by order: the update leaves it alone.
-    std::int32_t id = -1; ///< What triggers target; several sources may share it.
+    bool stopped = false;   ///< Silent by order: the update leaves it alone.
+    bool outvoiced = false; ///< In reach, and silent because so many others are louder.
+    std::int32_t id = -1;   ///< What triggers target; several sources may share it.
 
     /// A source of the default sound at (0, 0).
     SoundSource() = default;

@@ -1,10 +1,14 @@
 #include "audio/SoundSourceManager.h"
 
+#include "audio/SoundSystem.h"
 #include "core/CommandArguments.h"
 #include "core/CommandRegistry.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
+
+#include <algorithm>
+#include <cstddef>
 
 namespace tarnwick {
 
@@ -42,6 +46,7 @@ void SoundSourceManager::addSoundSource(const SoundSource& source) {
     TARNWICK_LOCATION("SoundSourceManager::addSoundSource");
     Sources& sources = source.looping ? state.loopingSources : state.onceSources;
     SoundSource& added = sources[source.id].emplace_front(source);
+    added.sound.leaveVoices();
     if (added.looping && !added.stopped) {
         added.sound.loop();
     }
@@ -100,28 +105,85 @@ void SoundSourceManager::updateAllSounds(const View& view, bool heard) {
     TARNWICK_LOCATION("SoundSourceManager::updateAllSounds");
     state.view = view;
     state.heard = heard;
-    const Vector2 ear = view.centre();
-    for (auto& [id, sources] : state.loopingSources) {
-        for (SoundSource& source : sources) {
-            if (source.stopped) {
-                continue;
-            }
-            const float distance = vectorLength(ear - Vector2{source.x, source.y});
-            const float volume = 1.0f - distance / source.strenght;
-            if (volume < smallestVolume || !heard) {
-                if (source.sound.isPlaying()) {
-                    source.sound.stop();
-                    syncLoopingSound(source);
-                }
-                continue;
-            }
-            if (!source.sound.isPlaying()) {
-                syncLoopingSound(source);
-                source.sound.loop();
-            }
-            source.sound.setVolume(volume);
+    findCandidates();
+    chooseLoudest();
+    for (const Candidate& candidate : state.candidates) {
+        if (!candidate.source->outvoiced) {
+            follow(*candidate.source, candidate.volume);
         }
     }
+}
+
+void SoundSourceManager::findCandidates() {
+    TARNWICK_LOCATION("SoundSourceManager::findCandidates");
+    const Vector2 ear = state.view.centre();
+    state.candidates.clear();
+    for (auto& [id, sources] : state.loopingSources) {
+        for (SoundSource& source : sources) {
+            source.outvoiced = false;
+            if (!source.stopped) {
+                const float distance = vectorLength(ear - Vector2{source.x, source.y});
+                state.candidates.push_back(
+                    {&source, 1.0f - distance / source.strenght, state.candidates.size()});
+            }
+        }
+    }
+}
+
+void SoundSourceManager::chooseLoudest() {
+    TARNWICK_LOCATION("SoundSourceManager::chooseLoudest");
+    state.loudest.clear();
+    std::size_t playing = 0;
+    for (const Candidate& candidate : state.candidates) {
+        if (shouldBeHeard(candidate.volume)) {
+            state.loudest.push_back(candidate);
+            playing += candidate.source->sound.isPlaying() ? 1u : 0u;
+        }
+    }
+    // Every sound is inert without a device, and lacks no voice.
+    if (SoundSystem::session() == 0 || state.loudest.size() <= playing + SoundSystem::voicesToSpare()) {
+        return;
+    }
+    for (const Candidate& candidate : state.candidates) {
+        if (!shouldBeHeard(candidate.volume)) {
+            follow(*candidate.source, candidate.volume); // first, for its voice
+        }
+    }
+    const std::size_t voices = std::min(playing + SoundSystem::voicesToSpare(), state.loudest.size());
+    const auto firstWithout = state.loudest.begin() + static_cast<std::ptrdiff_t>(voices);
+    std::ranges::nth_element(state.loudest, firstWithout, goesBefore);
+    for (auto without = firstWithout; without != state.loudest.end(); ++without) {
+        without->source->outvoiced = true;
+        without->source->sound.stop();
+    }
+}
+
+bool SoundSourceManager::goesBefore(const Candidate& one, const Candidate& other) {
+    TARNWICK_LOCATION("SoundSourceManager::goesBefore");
+    const float volume = one.volume > 0.0f ? one.volume : 0.0f; // what is no number sounds as loud as 0
+    const float otherVolume = other.volume > 0.0f ? other.volume : 0.0f;
+    return volume != otherVolume ? volume > otherVolume : one.order < other.order;
+}
+
+void SoundSourceManager::follow(SoundSource& source, float volume) {
+    TARNWICK_LOCATION("SoundSourceManager::follow");
+    const bool playing = source.sound.isPlaying();
+    if (shouldBeHeard(volume)) {
+        if (!playing) {
+            syncLoopingSound(source);
+            source.sound.loop();
+        }
+        source.sound.setVolume(volume);
+    } else if (playing) {
+        source.sound.stop();
+        syncLoopingSound(source);
+    }
+}
+
+/// Also what is no number, of a source without reach, should.
+bool SoundSourceManager::shouldBeHeard(float volume) {
+    TARNWICK_LOCATION("SoundSourceManager::shouldBeHeard");
+    return state.heard && !(volume < smallestVolume);
 }
 
 void SoundSourceManager::syncLoopingSound(SoundSource& source) {
@@ -137,6 +199,9 @@ const SoundSource* SoundSourceManager::lastInStep(const SoundSource& source) {
     for (const auto& [id, sources] : state.loopingSources) {
         for (const SoundSource& other : sources) {
             if (&other == &source) {
+                continue;
+            }
+            if (other.outvoiced) {
                 continue;
             }
             if (!other.sound.isPlaying()) {

@@ -3,11 +3,13 @@
 #include "audio/SoundSource.h"
 #include "core/View.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <list>
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace tarnwick {
 
@@ -18,7 +20,7 @@ struct CommandRow;
 ///
 /// A looping source is made stopped. At the start of a level it is freed, unless a trigger is there to start
 /// it; from then on the update alone decides whether it is heard. Sources of one sound are kept in step, so
-/// that they add up to one loud sound.
+/// that they add up to one loud sound. Of more than there are voices for the loudest are heard.
 class SoundSourceManager {
 public:
     SoundSourceManager() = delete;
@@ -43,11 +45,12 @@ public:
     /// Once a tick, also under a menu. A looping source that is not stopped gets 1 less its distance from the
     /// middle of the view over its reach for a volume; it is silent where that is nothing, and while the
     /// level is not `heard`: in menus, in pauses and after the finish. Ids ascend, the newest source of an id
-    /// comes first.
+    /// comes first. Of those that should be heard only the loudest are that have voices, of equals the first.
     static void updateAllSounds(const View& view, bool heard);
     /// Brings a source in step with the others of its sound, compared by name and case; the last of them in
     /// the order of the update counts.
-    /// Kept: the first silent source that it meets ends the search, also one of another sound.
+    /// Kept: the first silent source that it meets ends the search, also one of another sound; not one that
+    /// only lacks a voice.
     static void syncLoopingSound(SoundSource& source);
 
     /// Stops every source, which does not order it to be silent: the update brings back what should be heard.
@@ -66,15 +69,30 @@ private:
 
     using Sources = std::map<std::int32_t, std::list<SoundSource>>; ///< By id, the newest first.
 
+    /// A looping source that is not stopped, as the update finds it.
+    struct Candidate {
+        SoundSource* source;
+        float volume;      ///< Below `smallestVolume`: it should be silent. No number without reach.
+        std::size_t order; ///< Of the walk.
+    };
+
     struct State {
         Sources onceSources;
         Sources loopingSources;
         bool soundSourceDraw = false; ///< Draw the sources.
         View view;                    ///< As the last update had it: a new source is heard by it at once.
         bool heard = false;           ///< The same.
+        std::vector<Candidate> candidates; ///< Of the update, in its order.
+        std::vector<Candidate> loudest;    ///< Those that should be heard, while there are too many.
     };
     static State state;
 
+    static void findCandidates();
+    /// Marks and silences those that there is no voice for.
+    static void chooseLoudest();
+    static void follow(SoundSource& source, float volume);
+    static bool shouldBeHeard(float volume);
+    static bool goesBefore(const Candidate& one, const Candidate& other);
     /// The last source of the same sound before the first silent one; null if there is none.
     static const SoundSource* lastInStep(const SoundSource& source);
     static void drawSources(const Sources& sources);

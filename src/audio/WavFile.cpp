@@ -92,7 +92,7 @@ bool WavFile::read(const std::uint8_t* bytes, std::size_t size, WavFile& wav) {
             if (chunkSize == 0 || chunkSize > walk.left) {
                 return false;
             }
-            wav.samples.assign(walk.place, walk.place + chunkSize);
+            wav.samples = {walk.place, chunkSize};
             return true;
         }
         if (!walk.skip(chunkSize)) {

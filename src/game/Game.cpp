@@ -5,6 +5,7 @@
 #include "audio/GameSfx_Water.h"
 #include "audio/MusicSystem.h"
 #include "audio/SoundSourceManager.h"
+#include "audio/SoundSystem.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
 #include "core/CommandRegistry.h"
@@ -356,6 +357,7 @@ void Game::runSimulation(float dt) {
 /// Also while the simulation stands still. Draws random numbers in every tick.
 void Game::soundUpdate(float dt) {
     TARNWICK_LOCATION("Game::soundUpdate");
+    SoundSystem::mendLoss();
     const bool heard = levelIsHeard();
     SoundSourceManager::updateAllSounds(Camera::view(), heard);
     GameSfx_Ice::update(dt, heard);

@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <string>
@@ -74,12 +75,18 @@ double seamOf(const std::vector<double>& levels, std::size_t channels) {
     return seam / steps[static_cast<std::size_t>(rank)];
 }
 
+/// A WAV file with the bytes that its samples lie in.
+struct HeldWav : WavFile {
+    std::unique_ptr<const std::string> bytes;
+};
+
 /// A file of the game, by its name in settings and levels.
-WavFile readWav(std::string name) {
+HeldWav readWav(std::string name) {
     std::ranges::replace(name, '\\', '/');
-    const std::string bytes = contentOf(dataFolder / name);
-    WavFile wav;
-    EXPECT_TRUE(WavFile::read(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(), wav))
+    HeldWav wav;
+    wav.bytes = std::make_unique<const std::string>(contentOf(dataFolder / name));
+    EXPECT_TRUE(
+        WavFile::read(reinterpret_cast<const std::uint8_t*>(wav.bytes->data()), wav.bytes->size(), wav))
         << name;
     return wav;
 }
@@ -117,7 +124,7 @@ protected:
 TEST_F(SettingsDataTest, ACountLastsAsLongAsItsSoundOrATenthOfASecondMore) {
     const ConfigFile settings("cfg\\menu_levelFinished.cfg");
     for (const std::string count : {"water", "time", "total"}) {
-        const WavFile wav = readWav(settings.getVarAsString(count + "RampUpSound"));
+        const HeldWav wav = readWav(settings.getVarAsString(count + "RampUpSound"));
         const auto seconds = static_cast<double>(settings.getVarAsFloat(count + "RampUpTime"));
 
         EXPECT_LE(secondsOf(wav), seconds + 0.001) << count << ": the end of the sound is never heard";
@@ -146,7 +153,7 @@ TEST_F(SettingsDataTest, WhatGoesRoundTakesTwentySecondsAndIsAboutAsLoudAsTheMus
     }
     EXPECT_GE(names.size(), 10u);
     for (const std::string& name : names) {
-        const WavFile wav = readWav(name);
+        const HeldWav wav = readWav(name);
         EXPECT_TRUE(loops.contains(std::filesystem::path(name.substr(name.find('\\') + 1)).stem())) << name;
         EXPECT_GE(secondsOf(wav), shortestLoop) << name;
         const double sparse = name == "snd\\drip.wav" ? 3.0 : 0.0; // mostly silence
@@ -157,7 +164,7 @@ TEST_F(SettingsDataTest, WhatGoesRoundTakesTwentySecondsAndIsAboutAsLoudAsTheMus
 }
 
 TEST_F(SettingsDataTest, FreezingIsNotShrill) {
-    const WavFile wav = readWav(ConfigFile("cfg\\game_sfx.cfg").getVarAsString("iceSound_freeze"));
+    const HeldWav wav = readWav(ConfigFile("cfg\\game_sfx.cfg").getVarAsString("iceSound_freeze"));
 
     EXPECT_LT(Loudness::shareAbove(samplesOf(wav), wav.sampleRate, shrill), 0.1);
 }
@@ -166,7 +173,7 @@ TEST(SoundDataTest, EverySoundIsReadAndBelowClippingAndEndsWithoutAClick) {
     int files = 0;
     for (const auto& entry : std::filesystem::directory_iterator(dataFolder / "snd")) {
         const std::string name = entry.path().stem();
-        const WavFile wav = readWav("snd/" + name + ".wav");
+        const HeldWav wav = readWav("snd/" + name + ".wav");
         ASSERT_EQ(wav.bitsPerSample, 16) << name;
         ASSERT_EQ(wav.samples.size() % wav.blockAlign, 0u) << name;
         const std::vector<double> levels = levelsOf(wav.samples.data(), wav.samples.size());

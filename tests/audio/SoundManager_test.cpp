@@ -2,9 +2,16 @@
 
 #include "audio/Sound.h"
 #include "audio/SoundBuffer.h"
+#include "audio/WavFile.h"
 #include "support/ConsoleAnswer.h"
 #include "support/LoopbackTest.h"
 
+#include <sys/resource.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <list>
 #include <optional>
 
 namespace tarnwick {
@@ -159,6 +166,58 @@ TEST_F(SoundManagerTest, WhatThePlatformCannotPlayFails) {
     shorterThanAFrame.samples = "x";
     EXPECT_FALSE(loads(shorterThanAFrame));
 }
+
+/// Looks at no sample: there are none behind the few that the bytes say they begin with.
+TEST_F(SoundManagerTest, SamplesOfGigabytesAreRefusedBeforeTheyAreCopied) {
+    const std::uint8_t first = 0;
+    WavFile wav;
+    wav.channels = 1;
+    wav.sampleRate = 44'100;
+    for (const std::uint32_t depth : {8u, 16u, 24u, 32u}) {
+        wav.bitsPerSample = static_cast<std::uint16_t>(depth);
+        wav.blockAlign = static_cast<std::uint16_t>(depth / 8);
+        for (const std::size_t gibibytes : {2u, 3u}) {
+            wav.samples = {&first, gibibytes << 30};
+
+            EXPECT_EQ(SoundBuffer::create(wav), nullptr) << depth << ' ' << gibibytes;
+        }
+    }
+    // In two channels twice as long; of 24 bits, which become floats, more.
+    wav.bitsPerSample = 24;
+    wav.blockAlign = 3;
+    wav.samples = {&first, std::size_t{806} << 20};
+    EXPECT_EQ(SoundBuffer::create(wav), nullptr);
+}
+
+#if !defined(__SANITIZE_ADDRESS__) // which takes terabytes of addresses itself
+/// Ends the process: 0 if a sound of a file with `bytes` of samples, of which memory holds half as many
+/// again, is inert.
+[[noreturn]] static void playWithoutMemory(std::uint32_t bytes) {
+    std::ifstream status("/proc/self/statm");
+    rlim_t pages = 0;
+    status >> pages;
+    const rlim_t room = pages * 4'096 + bytes + bytes / 2; // for the file, not for two channels of it
+    const rlimit limit = {room, room};
+    setrlimit(RLIMIT_AS, &limit);
+    Sound sound("snd\\large.wav");
+    sound.loop();
+    std::list<std::string> list;
+    SoundManager::getSoundList(list);
+    std::_Exit(list == std::list<std::string>{"SND\\LARGE.WAV (loading failed)"} ? 0 : 1);
+}
+
+TEST_F(SoundManagerTest, AFileThatMemoryDoesNotHoldMakesAnInertSound) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    WavText wav = plainWav();
+    constexpr std::uint32_t bytes = 128u << 20;
+    wav.dataSize = bytes;
+    wav.samples.clear();
+    data.write("snd/large.wav", wav.bytes());
+    std::filesystem::resize_file("snd/large.wav", wav.bytes().size() + bytes); // takes no room on the disk
+
+    EXPECT_EXIT(playWithoutMemory(bytes), testing::ExitedWithCode(0), "");
+}
+#endif
 
 TEST_F(SoundManagerTest, AWrongByteRateIsNoHarm) {
     WavText wav = plainWav();

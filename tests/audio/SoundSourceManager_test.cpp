@@ -494,22 +494,4 @@ TEST_F(SoundSourceManagerTest, InertSourcesGoThroughAllTheMotions) {
     EXPECT_FALSE(newest(1).sound.isPlaying());
 }
 
-TEST_F(SoundSourceManagerTest, MoreLoopsThanVoicesLeaveTheOldestHeard) {
-    for (std::int32_t id = 0; id < 300; ++id) {
-        add("snd\\wind.wav", 0.0f, true, id);
-    }
-    SoundSourceManager::playExcludedSounds({});
-
-    SoundSourceManager::updateAllSounds(Camera::view(), Game::levelIsHeard());
-    EXPECT_EQ(SoundSystem::voicesInUse(), SoundSystem::largestVoiceCount);
-    EXPECT_FALSE(newest(299).sound.isPlaying());
-    SoundSourceManager::stopSounds(0);
-    SoundSourceManager::updateAllSounds(Camera::view(),
-                                        Game::levelIsHeard()); // the first that waits takes the voice
-
-    EXPECT_EQ(SoundSystem::voicesInUse(), SoundSystem::largestVoiceCount);
-    EXPECT_TRUE(newest(256).sound.isPlaying());
-    EXPECT_FALSE(newest(257).sound.isPlaying());
-}
-
 } // namespace tarnwick
