@@ -18,6 +18,8 @@ public:
     /// The initialisers are off.
     struct Values {
         bool keepProportions = false;
+        bool gamePad = false;
+        bool rumble = false;
     };
 
     /// On by the word TRUE alone.
@@ -35,6 +37,10 @@ public:
             "keepProportions", Switch{&Values::keepProportions},
             "Menus, texts and pictures of 800 by 600 units keep their shape in the middle of a window of any "
             "other shape, in place of being stretched over it."},
+        Entry{"gamePad", Switch{&Values::gamePad},
+              "A game pad plays: the left stick, the shoulders and the cross turn, Start opens the menu, the "
+              "cross walks it, A presses and B goes back."},
+        Entry{"rumble", Switch{&Values::rumble}, "A game pad with a motor shakes when water is lost."},
     };
 
     /// Reads the file. Without one everything is off, and nothing is printed.

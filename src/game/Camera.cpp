@@ -6,7 +6,8 @@
 #include "core/Random.h"
 #include "core/ShareLeft.h"
 #include "graphics/GLWindow.h"
-#include "graphics/KeyMap.h"
+#include "graphics/GamePad.h"
+#include "graphics/KeyBindings.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 
@@ -231,11 +232,14 @@ void Camera::doTurning(float dt) {
     TARNWICK_LOCATION("Camera::doTurning");
     const float kept = shareLeft(state.rotationSmooth, dt);
     float turn = 0.0f;
-    if (GLWindow::keyboardKeyPressed(key::left)) {
+    if (KeyBindings::isHeld(GameKey::turnLeft)) {
         turn += state.keyboardTurnSpeed;
     }
-    if (GLWindow::keyboardKeyPressed(key::right)) {
+    if (KeyBindings::isHeld(GameKey::turnRight)) {
         turn -= state.keyboardTurnSpeed;
+    }
+    if (const float padTurn = GamePad::turn(); padTurn != 0.0f) { // exactly: at rest
+        turn -= padTurn * state.keyboardTurnSpeed;
     }
     if (GLWindow::hasFocus() && GLWindow::mouseInClientArea()) {
         const std::int32_t moved = GLWindow::getMouseScreenX() - GLWindow::getClientCenterX();

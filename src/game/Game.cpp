@@ -16,6 +16,8 @@
 #include "game/GameRules.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
+#include "graphics/GamePad.h"
+#include "graphics/KeyBindings.h"
 #include "graphics/KeyMap.h"
 #include "graphics/ParticleRenderer.h"
 #include "gui/GameMenus.h"
@@ -42,6 +44,10 @@ namespace {
 constexpr float startRadius = 10.0f;         ///< World units: the disc in which a level's water is made.
 constexpr std::int32_t startParticles = 128; ///< Of a level.
 constexpr std::uint32_t menuButton = 2;      ///< Of the mouse, the right one: opens the menu in play.
+
+constexpr std::int32_t windowedWidth = 800; ///< Client pixels of a window that leaves full screen.
+constexpr std::int32_t windowedHeight = 600;
+constexpr float rumbleOfADrop = 0.15f; ///< Share of a motor's strength for each drop that is lost in a tick.
 
 /// What the window hands to the game while `Game::run` is at work.
 class GameListener final : public GLWindowEventListener {
@@ -287,6 +293,19 @@ void Game::serveRequests() {
     } else if (state.restartRequested) {
         resetLevel();
     }
+    if (state.fullscreenRequested) {
+        changeFullscreen();
+    }
+}
+
+void Game::changeFullscreen() {
+    TARNWICK_LOCATION("Game::changeFullscreen");
+    state.fullscreenRequested = false;
+    if (GLWindow::isFullscreen()) {
+        GLWindow::setFullscreen(false, windowedWidth, windowedHeight);
+    } else {
+        GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
+    }
 }
 
 void Game::tick(float dt) {
@@ -344,6 +363,7 @@ void Game::runSimulation(float dt) {
     TARNWICK_LOCATION("Game::runSimulation");
     const std::uint64_t before = Clock::performanceCounter();
     const float step = std::min(dt, longestStep);
+    const std::uint32_t water = GameRules::getParticleCount();
     const View view = Camera::view();           // of the whole simulation: the camera moves later
     MoverManager::updateCollideableNodes(view); // the edges that every later collision of the tick reads
     MoverManager::runMovers(step, view);
@@ -351,6 +371,9 @@ void Game::runSimulation(float dt) {
     ParticleManager::runSimulation(step, view);
     TriggerManager::runTriggers(step, view); // after the water has moved
     LevelObjectsManager::runAnimations(step);
+    if (const std::uint32_t left = GameRules::getParticleCount(); left < water) {
+        GamePad::rumble(static_cast<float>(water - left) * rumbleOfADrop);
+    }
     state.simTicks.add(Clock::performanceCounter() - before);
 }
 
@@ -375,26 +398,55 @@ void Game::checkFreeCameraInput() {
 
 void Game::keyboardPressed(std::uint32_t key) {
     TARNWICK_LOCATION("Game::keyboardPressed");
-    if (key == key::console) {
+    if (keyOfTheWindow(key)) {
+        return;
+    }
+    if (KeyBindings::is(GameKey::console, key)) {
         state.consoleOpen = !state.consoleOpen;
     } else if (state.consoleOpen) {
         GLConsole::keyPressed(key);
     } else if (!menuUp()) {
         keyPressedInPlay(key);
-    } else if (key == key::escape) {
+    } else if (leavesMenu(key)) {
         escapeFromMenu();
     } else {
         GameMenus::sendMenuEvent_keyboardPressed(key);
     }
 }
 
+/// Keys that are the same whatever is up. True if it was one.
+bool Game::keyOfTheWindow(std::uint32_t key) {
+    TARNWICK_LOCATION("Game::keyOfTheWindow");
+    const bool picture = KeyBindings::is(GameKey::screenshot, key);
+    const bool screen = key == key::altEnter || KeyBindings::is(GameKey::fullscreen, key);
+    if (!GLWindow::pressRepeats()) {
+        state.screenshotRequested = state.screenshotRequested || picture;
+        // The options have a choice of their own for it, which would take it back.
+        const bool options = GameMenus::getCurrentMenu() == menu::options;
+        state.fullscreenRequested = state.fullscreenRequested || (screen && !options);
+    }
+    return picture || screen;
+}
+
+/// Escape, a game pad's way back, and the key that opened the menu, unless the menus need it themselves.
+bool Game::leavesMenu(std::uint32_t key) {
+    TARNWICK_LOCATION("Game::leavesMenu");
+    constexpr std::uint32_t keysOfMenus[] = {key::enter, key::space, key::tab, key::left,
+                                             key::right, key::up,    key::down};
+    const std::uint32_t menuKey = GamePad::asMenuKey(key);
+    return menuKey == key::escape || (KeyBindings::is(GameKey::menu, key) &&
+                                      std::ranges::find(keysOfMenus, menuKey) == std::end(keysOfMenus));
+}
+
 void Game::keyPressedInPlay(std::uint32_t key) {
     TARNWICK_LOCATION("Game::keyPressedInPlay");
-    const std::uint8_t character = GLWindow::keyboardKeyToAscii(key);
-    if (key == key::escape) {
+    if (KeyBindings::is(GameKey::menu, key) || key == key::padMenu) {
         GameMenus::setCurrentMenu(menu::inGame);
-    } else if (key == key::pause || character == 'P' || character == 'p') {
+    } else if (KeyBindings::is(GameKey::pause, key)) {
         setPaused(!state.paused);
+    } else if (KeyBindings::is(GameKey::restart, key)) {
+        restart();
+        unpause();
     }
 }
 

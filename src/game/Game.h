@@ -99,6 +99,8 @@ private:
         bool stopRequested = false;      ///< Requests: each takes effect at the end of the frame.
         bool mapChangeRequested = false; ///< Loads `nextMapName`.
         bool restartRequested = false;
+        bool screenshotRequested = false;
+        bool fullscreenRequested = false;
         bool paused = false;
         bool consoleOpen = false; ///< The console has the keyboard.
         Mouse mouse = Mouse::plays;
@@ -125,8 +127,11 @@ private:
     static void clearRequests();
     static bool menuUp();
     static void watchMouse();
+    static bool keyOfTheWindow(std::uint32_t key);
     static void keyPressedInPlay(std::uint32_t key);
+    static bool leavesMenu(std::uint32_t key);
     static void escapeFromMenu();
+    static void changeFullscreen();
     static void updateFrameSpeed();
     static void runSimulation(float dt);
     static void soundUpdate(float dt);

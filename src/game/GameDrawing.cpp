@@ -11,6 +11,7 @@
 #include "graphics/GLWindow.h"
 #include "graphics/LevelGeometryRenderer.h"
 #include "graphics/ParticleRenderer.h"
+#include "graphics/Screenshot.h"
 #include "graphics/VirtualScreen.h"
 #include "gui/GameMenus.h"
 #include "gui/GuiDrawing.h"
@@ -45,6 +46,10 @@ void drawLayer(std::uint32_t layer, void (*drawGeometry)()) {
 void Game::draw() {
     TARNWICK_LOCATION("Game::draw");
     drawPicture();
+    if (state.screenshotRequested) {
+        state.screenshotRequested = false;
+        Screenshot::save();
+    }
     GLWindow::swapBuffers();
 }
 

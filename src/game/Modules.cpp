@@ -11,6 +11,7 @@
 #include "game/GameRules.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
+#include "graphics/GamePad.h"
 #include "mechanisms/FxParticleManager.h"
 
 namespace tarnwick {
@@ -31,6 +32,7 @@ void Modules::shutdown() {
     MusicSystem::shutdown();
     GLConsole::shutdown();
     GLTextureManager::shutdown();
+    GamePad::shutdown();
     GLWindow::close();
 }
 

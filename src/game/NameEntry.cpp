@@ -16,6 +16,7 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <string_view>
 
 namespace tarnwick {
 
@@ -30,6 +31,9 @@ constexpr float titleSize = 32.0f;
 constexpr float nameY = 224.0f;
 constexpr float nameBoxHeight = 16.0f;
 constexpr float nameSize = 24.0f;
+
+/// In the order in which a game pad turns them.
+constexpr std::string_view padLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789 ";
 
 /// Letters and digits without accents, and the blank.
 bool canBeEntered(std::uint8_t character) {
@@ -121,9 +125,13 @@ void NameEntry::keyboardPressed(std::uint32_t key) {
     if (closing || (key < keyNumbers && heldAtOpening[key])) {
         return;
     }
-    if (key == key::enter || key == key::escape) {
+    if (key == key::enter || key == key::escape || key == key::padA || key == key::padMenu) {
         accept();
-    } else if (key == key::backspace) {
+    } else if (key == key::padUp || key == key::padDown) {
+        turnLetter(key == key::padUp);
+    } else if (key == key::padRight) {
+        addLetter();
+    } else if (key == key::backspace || key == key::padB || key == key::padLeft) {
         if (enteredLength > 0) {
             enteredName[--enteredLength] = '\0';
         }
@@ -132,6 +140,26 @@ void NameEntry::keyboardPressed(std::uint32_t key) {
         if (canBeEntered(character)) {
             enteredName[enteredLength++] = static_cast<char>(character);
         }
+    }
+}
+
+/// The next of all letters, or the one before, in place of the last one; the first letter of an empty name.
+void NameEntry::turnLetter(bool onward) {
+    TARNWICK_LOCATION("NameEntry::turnLetter");
+    if (enteredLength == 0) {
+        addLetter();
+        return;
+    }
+    char& letter = enteredName[enteredLength - 1];
+    const std::size_t place = padLetters.find(letter);
+    const std::size_t step = onward ? 1 : padLetters.size() - 1;
+    letter = padLetters[(place + step) % padLetters.size()];
+}
+
+void NameEntry::addLetter() {
+    TARNWICK_LOCATION("NameEntry::addLetter");
+    if (enteredLength < longestName) {
+        enteredName[enteredLength++] = padLetters.front();
     }
 }
 

@@ -42,9 +42,10 @@ public:
 
     void mouseMoved(std::uint32_t x, std::uint32_t y) override;
     void mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t button) override;
-    /// Enter and Escape accept, Backspace takes a character back; letters, digits and blanks are entered. A
-    /// key that was held when the screen opened counts only after its release: it was meant for what led
-    /// here, and the keyboard repeats it.
+    /// On a game pad up and down turn the last letter, right adds one, left and B take one back, A and Start
+    /// accept. On the keyboard Enter and Escape accept, Backspace takes a character back; letters, digits and
+    /// blanks are entered. A key that was held when the screen opened counts only after its release: it was
+    /// meant for what led here, and the keyboard repeats it.
     void keyboardPressed(std::uint32_t key) override;
     void keyboardReleased(std::uint32_t key) override;
     void windowClosing() override;
@@ -72,6 +73,8 @@ private:
     void readConfiguration();
     bool overContinueButton(std::uint32_t x, std::uint32_t y) const;
     void accept();
+    void turnLetter(bool onward);
+    void addLetter();
     void runClosing();
     void drawCentred(const char* text, float y, float boxHeight, float size) const;
     void drawNameEntry() const;

@@ -12,6 +12,8 @@
 #include "game/StartFile.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
+#include "graphics/GamePad.h"
+#include "graphics/KeyBindings.h"
 #include "gui/IntroScreen.h"
 
 using namespace tarnwick;
@@ -55,7 +57,9 @@ int main() {
     CrashReport::setWindowClosing(GLWindow::close, GLWindow::drop);
     const StartFile start = StartFile::read();
     Comfort::initialise();
+    KeyBindings::initialise();
     openWindow(start);
+    GamePad::initialise();
     GLTextureManager::initialise();
     BasicCommands::handOver();
     GLConsole::initialise();

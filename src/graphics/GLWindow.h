@@ -149,6 +149,11 @@ public:
     static bool keyboardKeyToggled(std::uint32_t key);
     /// The one character that the key gives with the present keyboard state, Latin-1; 0 if it gives none.
     static std::uint8_t keyboardKeyToAscii(std::uint32_t key);
+    /// Whether the last press delivered was the keyboard's repetition of one.
+    static bool pressRepeats() { return state.pressRepeats; }
+    /// A game pad's button, as a key of its own.
+    static void padKeyPressed(std::uint32_t key);
+    static void padKeyReleased(std::uint32_t key);
     /// The key of the last press, and 0 from then on.
     static std::uint32_t getLastKeyPressed();
 
@@ -282,6 +287,7 @@ private:
         std::uint32_t mouseY = 0;
         std::uint32_t mouseButtons = 0; ///< Bits of the buttons that events say are down.
         std::uint32_t lastKeyPressed = 0;
+        bool pressRepeats = false;
         std::array<std::uint8_t, scancodes> heldKey{}; ///< What each place on the keyboard gave when pressed.
         std::array<bool, scancodes> heldForText{};     ///< Its press was delivered for what it typed.
         std::array<std::uint8_t, keyNumbers> keysDown{}; ///< Places now held, by key number.
@@ -324,6 +330,7 @@ private:
 
     static void windowProcedure(const SDL_Event& event);
     static void keyPressed(const SDL_Event& event);
+    static void deliverPress(std::uint32_t number);
     static void keyReleased(const SDL_Event& event);
     static void releaseHeldKey(std::size_t scancode);
     static void mouseEvent(const SDL_Event& event);

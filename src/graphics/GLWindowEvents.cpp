@@ -4,6 +4,8 @@
 #include "core/LocationStack.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
+#include "graphics/GamePad.h"
+#include "graphics/KeyBindings.h"
 #include "graphics/KeyMap.h"
 #include "graphics/WindowFeed.h"
 
@@ -139,6 +141,7 @@ void GLWindow::windowProcedure(const SDL_Event& event) {
         windowEvent(event);
         break;
     default:
+        GamePad::handle(event);
         break;
     }
 }
@@ -236,12 +239,35 @@ void GLWindow::keyPressed(const SDL_Event& event) {
     }
     state.heldForText[keysym.scancode] =
         altGrAlone(keysym) && !text.empty() && !isPlainText(text, number, keysym);
-    if (isSystemKey(number, keysym) && !state.heldForText[keysym.scancode]) {
-        return;
+    state.pressRepeats = event.key.repeat != 0;
+    if (!isSystemKey(number, keysym) || state.heldForText[keysym.scancode]) {
+        deliverPress(number);
+    } else if (number == key::enter && KeyBindings::exists(GameKey::fullscreen)) {
+        deliverPress(key::altEnter);
     }
+}
+
+void GLWindow::deliverPress(std::uint32_t number) {
+    TARNWICK_LOCATION("GLWindow::deliverPress");
     state.lastKeyPressed = number;
     if (state.eventListener != nullptr) {
         state.eventListener->keyboardPressed(number);
+    }
+}
+
+void GLWindow::padKeyPressed(std::uint32_t key) {
+    TARNWICK_LOCATION("GLWindow::padKeyPressed");
+    ++state.keysDown[key % keyNumbers];
+    state.pressRepeats = false;
+    deliverPress(key);
+}
+
+void GLWindow::padKeyReleased(std::uint32_t key) {
+    TARNWICK_LOCATION("GLWindow::padKeyReleased");
+    std::uint8_t& down = state.keysDown[key % keyNumbers];
+    down = down > 0 ? static_cast<std::uint8_t>(down - 1) : std::uint8_t{0}; // a new window starts with none
+    if (state.eventListener != nullptr) {
+        state.eventListener->keyboardReleased(key);
     }
 }
 

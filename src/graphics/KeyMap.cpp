@@ -145,6 +145,19 @@ std::uint32_t KeyMap::keyNumber(const SDL_Keysym& keysym) {
     return found == std::end(plainKeys) ? 0 : found->keyNumber;
 }
 
+std::uint32_t KeyMap::numberOf(const std::string& name) {
+    TARNWICK_LOCATION("KeyMap::numberOf");
+    SDL_Keysym keysym{};
+    keysym.sym = SDL_GetKeyFromName(name.c_str());
+    keysym.mod = KMOD_NUM;
+    keysym.scancode =
+        SDL_GetScancodeFromName(name.c_str()); // a place: what the system goes by but for letters
+    if (keysym.scancode == SDL_SCANCODE_UNKNOWN) {
+        keysym.scancode = SDL_GetScancodeFromKey(keysym.sym);
+    }
+    return keyNumber(keysym);
+}
+
 std::uint8_t KeyMap::controlCharacter(std::uint32_t number, bool controlHeld) {
     TARNWICK_LOCATION("KeyMap::controlCharacter");
     switch (number) {

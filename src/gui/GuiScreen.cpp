@@ -3,6 +3,7 @@
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "graphics/GLWindow.h"
+#include "graphics/GamePad.h"
 #include "graphics/VirtualScreen.h"
 
 #include <GL/gl.h>
@@ -220,8 +221,9 @@ void GuiScreen::mouseReleased(std::uint32_t clientX, std::uint32_t clientY, std:
     }
 }
 
-void GuiScreen::keyboardPressed(std::uint32_t key) {
+void GuiScreen::keyboardPressed(std::uint32_t keyOrButton) {
     TARNWICK_LOCATION("GuiScreen::keyboardPressed");
+    const std::uint32_t key = GamePad::asMenuKey(keyOrButton);
     if (focusedWidget == nullptr) {
         if (ownsWidget(defaultFocusWidget)) {
             defaultFocusWidget->hasFocus = true;

@@ -69,8 +69,9 @@ public:
     void mouseMoved(std::uint32_t clientX, std::uint32_t clientY) override;
     void mousePressed(std::uint32_t clientX, std::uint32_t clientY, std::uint32_t button) override;
     void mouseReleased(std::uint32_t clientX, std::uint32_t clientY, std::uint32_t button) override;
-    /// Without a focused widget the key only gives the focus to the default one.
-    void keyboardPressed(std::uint32_t key) override;
+    /// Without a focused widget the key only gives the focus to the default one. A game pad's button is the
+    /// key that it stands for.
+    void keyboardPressed(std::uint32_t keyOrButton) override;
     void keyboardReleased(std::uint32_t key) override;
     void windowResized() override {}
     void windowClosing() override;

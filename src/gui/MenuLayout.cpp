@@ -128,12 +128,17 @@ GuiOptionChooser& MenuLayout::addChooser(GuiScreen& screen, const std::string& n
 
 void MenuLayout::addTextBox(GuiScreen& screen, const std::string& name) const {
     TARNWICK_LOCATION("MenuLayout::addTextBox");
+    addTextBox(screen, name, text(name + "_text"));
+}
+
+void MenuLayout::addTextBox(GuiScreen& screen, const std::string& name, const std::string& boxText) const {
+    TARNWICK_LOCATION("MenuLayout::addTextBox");
     auto& box = add<GuiTextBox>(screen, name);
     dressText(box);
     box.setSize(toUnits(number(name + "_w")), box.height);
     box.centered = true;
     box.setFontSize(number(name + "_fontSize"));
-    box.setText(text(name + "_text"));
+    box.setText(boxText);
 }
 
 void MenuLayout::linkColumn(const std::vector<GuiWidget*>& column) {

@@ -45,6 +45,7 @@ public:
     GuiOptionChooser& addChooser(GuiScreen& screen, const std::string& name) const;
     /// A centred text; `name_w` breaks its lines.
     void addTextBox(GuiScreen& screen, const std::string& name) const;
+    void addTextBox(GuiScreen& screen, const std::string& name, const std::string& boxText) const;
 
     /// Adds a widget of any kind at its place, for the screen to dress.
     template <typename Widget>

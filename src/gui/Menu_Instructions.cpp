@@ -1,6 +1,7 @@
 #include "gui/Menu_Instructions.h"
 
 #include "core/LocationStack.h"
+#include "graphics/KeyBindings.h"
 #include "gui/GuiAnimatedButton.h"
 #include "gui/MenuLayout.h"
 
@@ -12,6 +13,7 @@ Menu_Instructions::Menu_Instructions() {
     layout.addLogo(*this);
     setDefaultFocusWidget(&layout.addButton<MenuLayout::goBack>(*this, "backButton"));
     layout.addTextBox(*this, "instructionsText");
+    layout.addTextBox(*this, "keysText", KeyBindings::told());
 }
 
 } // namespace tarnwick

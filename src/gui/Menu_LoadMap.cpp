@@ -3,6 +3,7 @@
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
 #include "game/Game.h"
+#include "graphics/GamePad.h"
 #include "graphics/KeyMap.h"
 #include "gui/GuiAnimatedButton.h"
 #include "gui/GuiOptionChooser.h"
@@ -27,6 +28,15 @@ Menu_LoadMap::Menu_LoadMap() {
     loadButton.addFocusTraversal(key::down, &backButton);
     loadButton.addFocusTraversal(key::tab, &backButton);
     setDefaultFocusWidget(&backButton);
+}
+
+void Menu_LoadMap::keyboardPressed(std::uint32_t keyOrButton) {
+    TARNWICK_LOCATION("Menu_LoadMap::keyboardPressed");
+    if (keyOrButton == key::padLeft || keyOrButton == key::padRight) {
+        mapChooser->keyboardPressed(GamePad::asMenuKey(keyOrButton));
+    } else {
+        GuiScreen::keyboardPressed(keyOrButton);
+    }
 }
 
 std::vector<std::string> Menu_LoadMap::buildMapList() {

@@ -14,6 +14,9 @@ class Menu_LoadMap : public GuiScreen {
 public:
     Menu_LoadMap();
 
+    /// Left and right of a game pad choose the level wherever the focus is: it has no pointer.
+    void keyboardPressed(std::uint32_t keyOrButton) override;
+
 private:
     GuiOptionChooser* mapChooser = nullptr; ///< On this screen; a level's file name is an option.
 

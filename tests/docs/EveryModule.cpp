@@ -8,6 +8,7 @@
 #include "game/Game.h"
 #include "game/NameEntry.h"
 #include "graphics/GLWindow.h"
+#include "graphics/KeyBindings.h"
 #include "gui/SplashPicture.h"
 #include "level/SurfaceTypeManager.h"
 #include "support/DataFolder.h"
@@ -27,9 +28,11 @@ void startEveryModule(const DataFolder& folder) {
         level.soundSources.push_back({id, {0, 0}, 100, 0, "sfx\\none.wav"});
     }
     folder.write("cfg/comfort.cfg", "");
+    folder.write("cfg/keys.cfg", "");
     folder.write("fx/drip.cfg", "");
     folder.write("maps/small.rivl", LevelFileBuilder::write(level));
     Comfort::initialise();
+    KeyBindings::initialise();
     GLWindow::createHeadless(800, 600);
     BasicCommands::handOver();
     GLConsole::initialise();

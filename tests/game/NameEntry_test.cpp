@@ -321,4 +321,28 @@ TEST_F(NameEntryTest, TheListenerComesBackWhenTheNameIsIn) {
     GLWindow::setEventListener(nullptr);
 }
 
+/// Finds a pad with which no name, or not every letter, can be entered.
+TEST_F(NameEntryTest, APadTurnsTheLettersAddsThemAndTakesThemBack) {
+    NameEntry screen(nullptr);
+
+    screen.keyboardPressed(key::padUp); // the first letter
+    EXPECT_EQ(screen.name(), "A");
+    screen.keyboardPressed(key::padUp);
+    screen.keyboardPressed(key::padUp);
+    screen.keyboardPressed(key::padRight);
+    screen.keyboardPressed(key::padDown); // round, to the last of them
+    EXPECT_EQ(screen.name(), "C ");
+    screen.keyboardPressed(key::padDown);
+    EXPECT_EQ(screen.name(), "C9");
+    screen.keyboardPressed(key::padB);
+    EXPECT_EQ(screen.name(), "C");
+    for (std::size_t i = 0; i < NameEntry::longestName + 5; ++i) {
+        screen.keyboardPressed(key::padRight);
+    }
+    EXPECT_EQ(screen.name().size(), NameEntry::longestName);
+    screen.keyboardPressed(key::padA);
+    screen.keyboardPressed(key::padB);
+    EXPECT_EQ(screen.name().size(), NameEntry::longestName) << "accepted";
+}
+
 } // namespace tarnwick

@@ -26,6 +26,8 @@
 #include "graphics/DynamicPolygonRenderer.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
+#include "graphics/GamePad.h"
+#include "graphics/KeyBindings.h"
 #include "graphics/LevelGeometryRenderer.h"
 #include "graphics/ParticleRenderer.h"
 #include "graphics/WindowFeed.h"
@@ -72,6 +74,8 @@ void ModuleReset::all() {
     GLTextureManager::state = {};
     GLWindow::close();
     GLWindow::state = {};
+    GamePad::shutdown();
+    GamePad::state = {};
     Game::state = {};
     GameMenus::state = {};
     GameRules::state = {};
@@ -79,6 +83,7 @@ void ModuleReset::all() {
     GameSfx_Steam::state = {};
     GameSfx_Water::state = {};
     HighScores::state = {};
+    KeyBindings::state = {};
     LevelBspTree::state = {};
     LongWork::state = {};
     LevelGeometryRenderer::state = {};
