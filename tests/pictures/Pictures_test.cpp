@@ -6,41 +6,15 @@
 #include "level/Level.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
+#include "support/ComparePictures.h"
 #include "support/GameSceneTest.h"
 #include "support/SceneAccess.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 
 namespace tarnwick {
-
-namespace {
-
-/// Colours that differ by more than this in a channel are different; what drivers round lies far below.
-constexpr int colourTolerance = 32;
-/// Share of the pixels that may be different: drivers place the edges of lines and triangles differently.
-constexpr double differentShare = 0.01;
-
-bool differ(FramePicture::Pixel a, FramePicture::Pixel b) {
-    return std::abs(a.red - b.red) > colourTolerance || std::abs(a.green - b.green) > colourTolerance ||
-           std::abs(a.blue - b.blue) > colourTolerance;
-}
-
-/// Share of the pixels that are different, 1 for pictures of different sizes.
-double differenceOf(const FramePicture& a, const FramePicture& b) {
-    if (a.width != b.width || a.height != b.height) {
-        return 1.0;
-    }
-    double different = 0.0;
-    for (std::size_t i = 0; i < a.pixels.size(); ++i) {
-        different += differ(a.pixels[i], b.pixels[i]) ? 1.0 : 0.0;
-    }
-    return different / static_cast<double>(a.pixels.size());
-}
-
-} // namespace
 
 /// Scenes in a window of 200 by 150 pixels, compared with the pictures that lie beside this file.
 /// `scripts/renew-pictures` writes those anew.
@@ -124,20 +98,7 @@ protected:
     /// Compares the picture of this moment with the one in the file, or writes that when asked to.
     void expectPicture(const std::string& name) const {
         Game::drawPicture();
-        const FramePicture drawn = picture();
-        const std::filesystem::path file = pictures / (name + ".png");
-        if (std::getenv("TARNWICK_RENEW_PICTURES") != nullptr) {
-            ASSERT_TRUE(drawn.savePng(file));
-            return;
-        }
-        const double difference = differenceOf(drawn, FramePicture::load(file));
-        if (difference > differentShare) {
-            const std::filesystem::path saved =
-                std::filesystem::temp_directory_path() / ("tarnwick-" + name + ".png");
-            drawn.savePng(saved);
-            ADD_FAILURE() << difference * 100.0 << " % of the pixels differ from " << file << "; drawn was "
-                          << saved;
-        }
+        expectPictureAsFile(picture(), pictures / (name + ".png"));
     }
 
     std::filesystem::path pictures;

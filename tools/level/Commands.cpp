@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <optional>
 #include <ostream>
 #include <set>
@@ -180,14 +181,30 @@ private:
     std::filesystem::path before;
 };
 
-/// Which of the files that a level names can be found in a data folder, each name once.
-std::set<std::string> existingFiles(const LevelFile& level, const std::filesystem::path& dataFolder) {
+/// Width and height as they stand in the head of a TGA file; none for a file that is not there or too short.
+std::optional<std::pair<int, int>> tgaSize(const std::string& name) {
+    constexpr std::size_t headSize = 18;
+    constexpr std::size_t widthAt = 12;
+    constexpr std::size_t heightAt = 14;
+    std::ifstream file = DataFiles::open(name);
+    unsigned char head[headSize] = {};
+    if (!file.is_open() || !file.read(reinterpret_cast<char*>(head), headSize)) {
+        return std::nullopt;
+    }
+    const auto sizeAt = [&](std::size_t place) { return head[place] + 256 * head[place + 1]; };
+    return std::pair(sizeAt(widthAt), sizeAt(heightAt));
+}
+
+using ExistingFiles = std::map<std::string, std::optional<std::pair<int, int>>>;
+
+/// Which of the files that a level names can be found in a data folder, with the sizes of its pictures.
+ExistingFiles existingFiles(const LevelFile& level, const std::filesystem::path& dataFolder) {
     const WorkingFolder inside(dataFolder);
     std::set<std::string> tested;
-    std::set<std::string> existing;
+    ExistingFiles existing;
     const auto test = [&](const std::string& name) {
         if (!name.empty() && tested.insert(name).second && DataFiles::open(name).is_open()) {
-            existing.insert(name);
+            existing.emplace(name, tgaSize(name));
         }
     };
     for (const LevelFile::PolygonRecord& record : level.polygons) {
@@ -203,20 +220,6 @@ std::set<std::string> existingFiles(const LevelFile& level, const std::filesyste
         test(record.settingsName);
     }
     return existing;
-}
-
-/// Width and height as they stand in the head of a TGA file; none for a file that is not there or too short.
-std::optional<std::pair<int, int>> tgaSize(const std::string& name) {
-    constexpr std::size_t headSize = 18;
-    constexpr std::size_t widthAt = 12;
-    constexpr std::size_t heightAt = 14;
-    std::ifstream file = DataFiles::open(name);
-    unsigned char head[headSize] = {};
-    if (!file.is_open() || !file.read(reinterpret_cast<char*>(head), headSize)) {
-        return std::nullopt;
-    }
-    const auto sizeAt = [&](std::size_t place) { return head[place] + 256 * head[place + 1]; };
-    return std::pair(sizeAt(widthAt), sizeAt(heightAt));
 }
 
 int runDecompile(const Arguments& arguments, std::ostream& errors) {
@@ -249,13 +252,18 @@ int runDecompile(const Arguments& arguments, std::ostream& errors) {
 /// Looks for mistakes in a level that has been read; prints the findings and gives their number.
 std::size_t validate(const LevelFile& level,
                      std::uintmax_t trailing,
-                     const std::optional<std::set<std::string>>& files,
+                     const std::optional<ExistingFiles>& files,
                      std::ostream& output) {
     FileTest fileExists;
+    PictureSize sizeOf;
     if (files) {
         fileExists = [&](const std::string& name) { return files->contains(name); };
+        sizeOf = [&](const std::string& name) -> std::optional<std::pair<int, int>> {
+            const auto found = files->find(name);
+            return found == files->end() ? std::nullopt : found->second;
+        };
     }
-    std::vector<std::string> findings = validateLevel(level, fileExists);
+    std::vector<std::string> findings = validateLevel(level, fileExists, sizeOf);
     if (trailing > 0) {
         findings.push_back("file: " + std::to_string(trailing) +
                            " bytes follow the level, which the game does not read");
@@ -272,7 +280,7 @@ int runValidate(const Arguments& arguments, std::ostream& output, std::ostream& 
     if (!withFile(arguments.input, errors, [&] { level = readLevel(arguments.input, trailing); })) {
         return statusBad;
     }
-    std::optional<std::set<std::string>> files;
+    std::optional<ExistingFiles> files;
     if (!arguments.noPictures) {
         const std::filesystem::path folder =
             arguments.data.empty() ? dataFolderBesideProgram() : std::filesystem::path(arguments.data);

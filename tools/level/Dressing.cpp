@@ -1,6 +1,7 @@
 #include "tools/level/Dressing.h"
 
 #include "tools/level/LevelNames.h"
+#include "tools/level/PictureOrder.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +10,6 @@
 #include <cstdint>
 #include <iterator>
 #include <limits>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -187,9 +187,9 @@ public:
     Dresser(const std::vector<Record>& all, const std::vector<bool>& marked)
         : polygons(all)
         , dressed(marked) {
-        std::map<std::string_view, std::size_t> pictures;
+        const PictureRanks ranks(polygons);
         for (const Record& record : polygons) {
-            order.push_back(pictures.try_emplace(record.textureName, pictures.size()).first->second);
+            order.push_back(ranks.of(record.textureName));
             for (const LevelFile::Point& point : record.points) {
                 left = std::min(left, point.x);
                 right = std::max(right, point.x);
@@ -358,7 +358,7 @@ private:
 
     const std::vector<Record>& polygons;
     const std::vector<bool>& dressed;
-    std::vector<std::size_t> order; ///< Of each polygon's picture among those of the level.
+    std::vector<std::size_t> order; ///< Of each polygon: the rank of its picture.
     std::int32_t left = std::numeric_limits<std::int32_t>::max();
     std::int32_t right = std::numeric_limits<std::int32_t>::min();
     std::int32_t top = std::numeric_limits<std::int32_t>::max();

@@ -12,9 +12,8 @@ namespace tarnwick {
 /// polygon; what is not seen gets no finish.
 ///
 /// The finish is polygons that are seen only, behind all others of the list: first all bands, then all
-/// outlines, then all strips. The game draws a layer picture by picture in the order in which the level first
-/// names the pictures, so the finish lies on the tiles, strips on outlines on bands. It carries the id of its
-/// polygon, and moves and goes with it.
+/// outlines, then all strips. By the order of pictures (`PictureOrder.h`) the finish lies on the tiles,
+/// strips on outlines on bands. It carries the id of its polygon, and moves and goes with it.
 ///
 /// Where polygons of one id and layer meet under one picture, or one of a later picture covers an edge, the
 /// edge gets nothing: it is not to be seen. Edges on the border of the level get nothing either.

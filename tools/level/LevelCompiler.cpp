@@ -3,12 +3,14 @@
 #include "tools/level/Dressing.h"
 #include "tools/level/EntityCompiler.h"
 #include "tools/level/LevelNames.h"
+#include "tools/level/PictureOrder.h"
 #include "tools/level/PropertyReader.h"
 #include "tools/level/TiledMap.h"
 #include "tools/level/ToolError.h"
 #include "tools/level/WholePoints.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -107,10 +109,20 @@ public:
         if (cameraStart == nullptr) {
             throw ToolError("the map has no cameraStart point");
         }
+        if (map.ordersPictures) {
+            orderByLayers(level,
+                          [this](std::size_t polygon, std::size_t under) { warnOfRaise(polygon, under); });
+        }
         addFinish(level.polygons, dressed);
+        if (map.ordersPictures) {
+            orderByLayers(level, [](std::size_t, std::size_t) {}); // what is raised now is finish
+        }
+        if (map.ordersPictures && wantsOrder(level)) {
+            putOrderInFront(level);
+        }
         if (level.polygons.size() > LevelFile::largestCount) {
             throw ToolError("a level holds no more than 65535 polygons, and with the finish of its dressed "
-                            "polygons this one has " +
+                            "polygons and the order of its pictures this one has " +
                             std::to_string(level.polygons.size()));
         }
         return std::move(level);
@@ -167,6 +179,13 @@ private:
         }
         level.polygons.push_back(std::move(record));
         dressed.push_back(isDressed);
+        labels.push_back(object.label());
+    }
+
+    void warnOfRaise(std::size_t polygon, std::size_t under) {
+        warnings.push_back(labels[polygon] + " lies over " + labels[under] +
+                           ", which shows another picture, and goes to layer " +
+                           std::to_string(level.polygons[polygon].layer));
     }
 
     /// A decorative object.
@@ -236,7 +255,8 @@ private:
 
     std::vector<std::string>& warnings;
     LevelFile level;
-    std::vector<bool> dressed; ///< For each polygon of the level.
+    std::vector<bool> dressed;       ///< For each polygon of the level.
+    std::vector<std::string> labels; ///< Of the objects that the polygons come from.
     const TiledObject* waterStart = nullptr;
     const TiledObject* cameraStart = nullptr;
 };

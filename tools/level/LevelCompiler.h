@@ -40,7 +40,9 @@ struct EntityDefaults {
 /// Makes the records of a level file out of a Tiled map, as `docs/level-making.md` tells it: polygons and
 /// decorative objects, movers, triggers, forces, emitters and sounds in the order of layers and objects, the
 /// finish of the dressed polygons behind all other polygons, the two start points, coordinates rounded to
-/// whole units (halves away from zero). Equal maps give equal records.
+/// whole units (halves away from zero). What overlaps goes to layers that tell what lies on top, and a level
+/// that shows several of the ordered pictures on a layer begins with their list (`PictureOrder.h`). Equal
+/// maps give equal records.
 ///
 /// What was changed or left out on the way goes to `warnings`, one line each. Throws `ToolError` with the
 /// object's number and name for whatever a level file cannot hold.

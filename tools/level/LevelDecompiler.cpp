@@ -3,6 +3,7 @@
 #include "level/LevelFile.h"
 #include "tools/level/LevelCompiler.h"
 #include "tools/level/LevelNames.h"
+#include "tools/level/PictureOrder.h"
 #include "tools/level/ToolError.h"
 
 #include <nlohmann/json.hpp>
@@ -105,6 +106,7 @@ public:
         , pictureSize(size) {}
 
     std::string decompile() {
+        ordersPictures = isOrdered();
         polygons();
         objects();
         movers();
@@ -173,9 +175,24 @@ private:
         }
     }
 
+    /// Whether a compiler that orders the pictures itself makes this level of what is left without their
+    /// list.
+    bool isOrdered() const {
+        LevelFile again = level;
+        if (beginsWithOrder(again)) {
+            takeOrderAway(again);
+        }
+        orderByLayers(again, [](std::size_t, std::size_t) {});
+        if (wantsOrder(again)) {
+            putOrderInFront(again);
+        }
+        return again.polygons == level.polygons;
+    }
+
     void polygons() {
         std::optional<std::uint32_t> open;
-        for (std::size_t number = 0; number < level.polygons.size(); ++number) {
+        const std::size_t inOrder = ordersPictures && beginsWithOrder(level) ? orderedPictures.size() : 0;
+        for (std::size_t number = inOrder; number < level.polygons.size(); ++number) {
             const LevelFile::PolygonRecord& record = level.polygons[number];
             testName(record.textureName, "polygon", number);
             if (open != record.layer) {
@@ -374,6 +391,10 @@ private:
                        {"type", "map"},
                        {"version", "1.9"},
                        {"width", 1}};
+        if (!ordersPictures) {
+            result["properties"] =
+                Json::array({{{"name", "ordersPictures"}, {"type", "bool"}, {"value", false}}});
+        }
         if (!tileList.empty()) {
             const auto wider = [](const auto& a, const auto& b) { return a.first < b.first; };
             const auto taller = [](const auto& a, const auto& b) { return a.second < b.second; };
@@ -395,6 +416,7 @@ private:
     const LevelFile& level;
     const std::string& pictureFolder;
     const PictureSize& pictureSize;
+    bool ordersPictures = true;
     std::vector<Json> layers;
     std::int64_t nextObject = 1;
     std::map<std::string, std::size_t> tiles; ///< Number of each picture's tile.

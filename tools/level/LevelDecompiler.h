@@ -1,21 +1,18 @@
 #pragma once
 
-#include <functional>
-#include <optional>
+#include "tools/level/PictureOrder.h"
+
 #include <string>
-#include <utility>
 
 namespace tarnwick {
 
 struct LevelFile;
 
-/// Width and height of a picture in pixels; none when it cannot be found.
-using PictureSize = std::function<std::optional<std::pair<int, int>>(const std::string& name)>;
-
 /// The text of a Tiled map from which `compileLevel` makes exactly these records again. Polygons and objects
 /// lie in object layers of their drawing layer in file order, what moves, sounds and reacts in layers of its
 /// own. Nothing is dressed: the finish that a polygon once got stands there as the seen-only polygons that it
-/// is, named after its pictures.
+/// is, named after its pictures. Where the compiler would order the pictures in another way, the map tells it
+/// not to.
 ///
 /// Objects become tiles of a tile set that lies in the map, which shows `pictureFolder` (a relative path that
 /// ends in "/", of the data folder) and takes sizes from `pictureSize`; null, or a picture that is not found:

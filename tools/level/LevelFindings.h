@@ -1,6 +1,7 @@
 #pragma once
 
 #include "level/Polygon2D.h"
+#include "tools/level/PictureOrder.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -30,5 +31,13 @@ void validateActors(const LevelFile& level, Findings& findings);
 /// Long slanted sides of two solid polygons that are one and the same in one direction, and polygons of
 /// which all sides are those of another.
 void validateEqualSides(const LevelFile& level, const std::list<Polygon2D>& polygons, Findings& findings);
+
+/// Polygons of different pictures, and objects where `sizeOf` is not null, that overlap on a layer so that
+/// only the level loaded before tells which is on top. One line each; one for all that a list of pictures
+/// would hold.
+void validatePictureOrder(const LevelFile& level,
+                          const std::list<Polygon2D>& polygons,
+                          const PictureSize& sizeOf,
+                          Findings& findings);
 
 } // namespace tarnwick

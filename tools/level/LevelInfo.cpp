@@ -4,6 +4,7 @@
 #include "level/Polygon2D.h"
 #include "tools/level/LevelGeometry.h"
 #include "tools/level/LevelNames.h"
+#include "tools/level/PictureOrder.h"
 #include "tools/level/ToolError.h"
 
 #include <algorithm>
@@ -126,7 +127,12 @@ void printPictures(std::ostream& output, const LevelFile& level) {
 
 } // namespace
 
-void printLevelInfo(std::ostream& output, const LevelFile& level) {
+void printLevelInfo(std::ostream& output, const LevelFile& read) {
+    LevelFile level = read;
+    const bool isOrdered = beginsWithOrder(level);
+    if (isOrdered) {
+        takeOrderAway(level); // it shows nothing
+    }
     const std::list<Polygon2D> polygons = buildPolygons(level);
     std::size_t triangles = 0;
     for (const Polygon2D& polygon : polygons) {
@@ -147,6 +153,9 @@ void printLevelInfo(std::ostream& output, const LevelFile& level) {
     label(output, "water start") << level.waterStart.x << ' ' << level.waterStart.y << '\n';
     label(output, "camera start") << level.cameraStart.x << ' ' << level.cameraStart.y << '\n';
     printPictures(output, level);
+    if (isOrdered) {
+        output << "  in the order of the game's pictures, with which the level begins\n";
+    }
 }
 
 } // namespace tarnwick

@@ -90,17 +90,21 @@ std::optional<std::pair<std::uint32_t, std::uint32_t>> crossingSides(const Polyg
 
 class LevelValidator {
 public:
-    LevelValidator(const LevelFile& read, const FileTest& test)
+    LevelValidator(const LevelFile& read, const FileTest& test, const PictureSize& size)
         : level(read)
         , fileExists(test)
+        , sizeOf(size)
         , polygons(buildPolygons(read)) {}
 
     std::vector<std::string> validate() {
+        const std::size_t inOrder = beginsWithOrder(level) ? orderedPictures.size() : 0; // without points
         std::size_t number = 0;
         for (const Polygon2D& polygon : polygons) {
-            validatePoints(number);
-            validateOutline(number, polygon);
-            validatePicture(number);
+            if (number >= inOrder) {
+                validatePoints(number);
+                validateOutline(number, polygon);
+                validatePicture(number);
+            }
             ++number;
         }
         for (std::size_t object = 0; object < level.objects.size(); ++object) {
@@ -109,6 +113,7 @@ public:
         validateMissingFiles();
         validateWaterStart();
         validateEqualSides(level, polygons, findings);
+        validatePictureOrder(level, polygons, sizeOf, findings);
         validateActors(level, findings);
         return std::move(findings);
     }
@@ -273,6 +278,7 @@ private:
 
     const LevelFile& level;
     const FileTest& fileExists;
+    const PictureSize& sizeOf;
     std::list<Polygon2D> polygons;
     std::vector<std::string> findings;
 };
@@ -293,8 +299,9 @@ Polygon2D::Edge sideOf(const Polygon2D& polygon, std::uint32_t side) {
     return {{polygon.pointsX[side], polygon.pointsY[side]}, {polygon.pointsX[next], polygon.pointsY[next]}};
 }
 
-std::vector<std::string> validateLevel(const LevelFile& level, const FileTest& fileExists) {
-    return LevelValidator(level, fileExists).validate();
+std::vector<std::string>
+validateLevel(const LevelFile& level, const FileTest& fileExists, const PictureSize& sizeOf) {
+    return LevelValidator(level, fileExists, sizeOf).validate();
 }
 
 } // namespace tarnwick

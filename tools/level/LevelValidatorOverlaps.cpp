@@ -65,4 +65,31 @@ void validateEqualSides(const LevelFile& level, const std::list<Polygon2D>& poly
     }
 }
 
+void validatePictureOrder(const LevelFile& level,
+                          const std::list<Polygon2D>& polygons,
+                          const PictureSize& sizeOf,
+                          Findings& findings) {
+    const auto overlapText = [](const char* thing, std::size_t other) {
+        return "overlaps " + std::string(thing) + std::to_string(other) +
+               ", which shows another picture on the same layer: which of them lies on top hangs on the "
+               "level "
+               "loaded before";
+    };
+    for (const Overlap& pair : overlapsOnLayers(level, polygons, false)) {
+        findings.push_back(aboutPolygon(level, pair.second, overlapText("polygon ", pair.first)));
+    }
+    if (sizeOf) {
+        for (const Overlap& pair : objectOverlaps(level, sizeOf, false)) {
+            findings.push_back("object " + std::to_string(pair.second) + ": " +
+                               overlapText("object ", pair.first));
+        }
+    }
+    if (!beginsWithOrder(level) && (!overlapsOnLayers(level, polygons, true).empty() ||
+                                    (sizeOf && !objectOverlaps(level, sizeOf, true).empty()))) {
+        findings.push_back(
+            "pictures overlap on a layer, and which of them lie on top hangs on the level loaded "
+            "before: compile the map again, and the level begins with their order");
+    }
+}
+
 } // namespace tarnwick

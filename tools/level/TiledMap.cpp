@@ -322,6 +322,15 @@ TiledMap TiledMap::read(std::string_view text) {
         members.refuse("is " + inQuotes(orientation) + ": only an orthogonal map shows a level as it is");
     }
     TiledMap map;
+    for (const TiledProperty& property : readProperties(members)) {
+        if (property.name == "ordersPictures") {
+            const auto* const value = std::get_if<bool>(&property.value);
+            if (value == nullptr) {
+                throw ToolError("property \"ordersPictures\" of the map must be true or false");
+            }
+            map.ordersPictures = *value;
+        }
+    }
     readLayers(members, {}, 0, map);
     return map;
 }

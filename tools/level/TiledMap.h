@@ -54,6 +54,7 @@ struct TiledLayer {
 struct TiledMap {
     std::vector<TiledLayer> layers;
     std::vector<std::string> warnings; ///< One line each: what of the map is left out.
+    bool ordersPictures = true;        ///< Off: every polygon stays on its layer, and none is put in front.
 
     /// Reads the text of a map in Tiled's JSON format (1.8 to 1.10, `*.tmj`). Throws `ToolError` for anything
     /// that is not such a map: text that is not JSON, members of a wrong type, projections other than

@@ -144,7 +144,7 @@ TEST(DressingTest, AnEdgeThatIsPartlyCoveredIsFinishedWhereItIsOpen) {
 
 TEST(DressingTest, AWallOfAnEarlierPictureHidesNothingOfALaterOne) {
     Record bed = rectangle(20, 0, 80, 10);
-    bed.textureName = "gfx\\sand.tga";
+    bed.textureName = "gfx\\cloth.tga";
 
     const std::vector<Record> later = finishOf({rectangle(0, 0, 100, 20), bed, frame()}, 2);
 
