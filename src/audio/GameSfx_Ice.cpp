@@ -70,6 +70,24 @@ void GameSfx_Ice::update(float dt, bool heard) {
     state.friction.follow(state.frictionLevel, heard);
 }
 
+void GameSfx_Ice::keep(Moment& moment) {
+    TARNWICK_LOCATION("GameSfx_Ice::keep");
+    moment.previousAverageSpeed = state.previousAverageSpeed;
+    moment.previousCount = state.previousCount;
+    moment.pendingFreeze = state.pendingFreeze;
+    moment.freezeLevel = state.freezeLevel;
+    moment.frictionLevel = state.frictionLevel;
+}
+
+void GameSfx_Ice::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("GameSfx_Ice::putBack");
+    state.previousAverageSpeed = moment.previousAverageSpeed;
+    state.previousCount = moment.previousCount;
+    state.pendingFreeze = moment.pendingFreeze;
+    state.freezeLevel = moment.freezeLevel;
+    state.frictionLevel = moment.frictionLevel;
+}
+
 std::uint32_t GameSfx_Ice::getIceParticleCount() {
     TARNWICK_LOCATION("GameSfx_Ice::getIceParticleCount");
     std::size_t count = 0;

@@ -40,6 +40,12 @@ public:
     /// each times the root of its share.
     static void calculateFrictionLevel(float dt);
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// What sounds goes on; the next update takes it up from here.
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
     friend class GameRows; // tools: dump and restore
@@ -63,6 +69,15 @@ private:
         float frictionLevel = 0.0f;
     };
     static State state;
+};
+
+class GameSfx_Ice::Moment {
+    friend class GameSfx_Ice;
+    float previousAverageSpeed = 0.0f;
+    std::uint32_t previousCount = 0;
+    float pendingFreeze = 0.0f;
+    float freezeLevel = 0.0f;
+    float frictionLevel = 0.0f;
 };
 
 } // namespace tarnwick

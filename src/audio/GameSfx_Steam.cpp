@@ -63,6 +63,22 @@ void GameSfx_Steam::update(float dt, bool heard) {
     state.ambient.follow(state.ambientLevel, heard);
 }
 
+void GameSfx_Steam::keep(Moment& moment) {
+    TARNWICK_LOCATION("GameSfx_Steam::keep");
+    moment.previousCount = state.previousCount;
+    moment.pendingEvaporation = state.pendingEvaporation;
+    moment.evaporationLevel = state.evaporationLevel;
+    moment.ambientLevel = state.ambientLevel;
+}
+
+void GameSfx_Steam::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("GameSfx_Steam::putBack");
+    state.previousCount = moment.previousCount;
+    state.pendingEvaporation = moment.pendingEvaporation;
+    state.evaporationLevel = moment.evaporationLevel;
+    state.ambientLevel = moment.ambientLevel;
+}
+
 std::uint32_t GameSfx_Steam::getSteamParticleCount() {
     TARNWICK_LOCATION("GameSfx_Steam::getSteamParticleCount");
     std::uint32_t count = 0;

@@ -26,6 +26,12 @@ public:
     /// Free particles of 100 degrees and more.
     static std::uint32_t getSteamParticleCount();
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// What sounds goes on; the next update takes it up from here.
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
     friend class GameRows; // tools: dump and restore
@@ -41,6 +47,14 @@ private:
         float ambientLevel = 0.0f;
     };
     static State state;
+};
+
+class GameSfx_Steam::Moment {
+    friend class GameSfx_Steam;
+    std::uint32_t previousCount = 0;
+    float pendingEvaporation = 0.0f;
+    float evaporationLevel = 0.0f;
+    float ambientLevel = 0.0f;
 };
 
 } // namespace tarnwick

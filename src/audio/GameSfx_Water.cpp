@@ -51,6 +51,18 @@ void GameSfx_Water::update(float /*dt*/, bool heard) {
     state.disturbance.playDisturbanceSounds(fall, share);
 }
 
+void GameSfx_Water::keep(Moment& moment) {
+    TARNWICK_LOCATION("GameSfx_Water::keep");
+    moment.previousAverageSpeed = state.previousAverageSpeed;
+    moment.ambientLevel = state.ambientLevel;
+}
+
+void GameSfx_Water::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("GameSfx_Water::putBack");
+    state.previousAverageSpeed = moment.previousAverageSpeed;
+    state.ambientLevel = moment.ambientLevel;
+}
+
 std::uint32_t GameSfx_Water::getWaterParticleCount() {
     TARNWICK_LOCATION("GameSfx_Water::getWaterParticleCount");
     std::uint32_t count = 0;

@@ -34,6 +34,12 @@ public:
     /// Sets `average` to the mean length of their `velocity`, in the order of the list; to 0 without any.
     static void getAverageWaterVelocity(float& average);
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// What sounds goes on; the next update takes it up from here.
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
     friend class GameRows; // tools: dump and restore
@@ -48,6 +54,12 @@ private:
         float ambientLevel = 0.0f;         ///< Of this tick.
     };
     static State state;
+};
+
+class GameSfx_Water::Moment {
+    friend class GameSfx_Water;
+    float previousAverageSpeed = 0.0f;
+    float ambientLevel = 0.0f;
 };
 
 } // namespace tarnwick

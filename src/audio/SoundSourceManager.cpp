@@ -251,6 +251,44 @@ void SoundSourceManager::resetSounds() {
     }
 }
 
+std::size_t SoundSourceManager::sourceCount() {
+    TARNWICK_LOCATION("SoundSourceManager::sourceCount");
+    std::size_t count = 0;
+    for (const Sources* const all : {&state.loopingSources, &state.onceSources}) {
+        for (const auto& [id, sources] : *all) {
+            count += sources.size();
+        }
+    }
+    return count;
+}
+
+void SoundSourceManager::keep(Moment& moment) {
+    TARNWICK_LOCATION("SoundSourceManager::keep");
+    moment.stopped.clear();
+    for (const Sources* const all : {&state.loopingSources, &state.onceSources}) {
+        for (const auto& [id, sources] : *all) {
+            for (const SoundSource& source : sources) {
+                moment.stopped.push_back(source.stopped);
+            }
+        }
+    }
+}
+
+void SoundSourceManager::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("SoundSourceManager::putBack");
+    auto then = moment.stopped.begin();
+    for (Sources* const all : {&state.loopingSources, &state.onceSources}) {
+        for (auto& [id, sources] : *all) {
+            for (SoundSource& source : sources) {
+                if (*then && !source.stopped) {
+                    source.sound.stop();
+                }
+                source.stopped = *then++;
+            }
+        }
+    }
+}
+
 void SoundSourceManager::conCmdSoundSourceCreate(const std::string& typed) {
     TARNWICK_LOCATION("SoundSourceManager::conCmdSoundSourceCreate");
     const CommandArguments arguments(

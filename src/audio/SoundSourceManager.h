@@ -64,6 +64,15 @@ public:
     /// loop, yellow for the others, grey while stopped. Leaves the GL as it was.
     static void debugDraw();
 
+    /// Of all ids.
+    static std::size_t sourceCount();
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// With the sources that there were. One that was silent by order is silent again; the next update starts
+    /// those that should be heard.
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
 
@@ -99,6 +108,11 @@ private:
     static const CommandRow commands[];
     static void conCmdSoundSourceCreate(const std::string& typed);
     static std::int32_t conCmdSoundSourceCount();
+};
+
+class SoundSourceManager::Moment {
+    friend class SoundSourceManager;
+    std::vector<bool> stopped; ///< Of the sources that loop, then of those that play once, ids ascending.
 };
 
 } // namespace tarnwick

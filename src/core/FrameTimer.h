@@ -15,6 +15,8 @@ public:
     void reset();
 
     void update();
+    /// As if all had happened `milliseconds` later.
+    void shift(std::uint32_t milliseconds) { lastClock += milliseconds; }
     /// Seconds between the last two updates, at least `shortestSeconds`; 0 before the first.
     float getSeconds() const { return elapsedSeconds; }
     /// The same in milliseconds, and down to 0.

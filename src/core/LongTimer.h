@@ -16,6 +16,8 @@ public:
     void update();
     /// Counts from now on, and adds nothing.
     void unpause();
+    /// As if all had happened `milliseconds` later.
+    void shift(std::uint32_t milliseconds) { lastClock += milliseconds; }
     /// Milliseconds.
     std::int32_t getTotalClocks() const { return totalClocks; }
 

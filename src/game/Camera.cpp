@@ -254,6 +254,16 @@ void Camera::doTurning(float dt) {
     }
 }
 
+void Camera::keep(Moment& moment) {
+    TARNWICK_LOCATION("Camera::keep");
+    moment.state = state;
+}
+
+void Camera::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("Camera::putBack");
+    state = moment.state;
+}
+
 void Camera::pickShakeTarget() {
     TARNWICK_LOCATION("Camera::pickShakeTarget");
     Vector2 direction;

@@ -57,6 +57,11 @@ public:
     /// drawing take.
     static View view();
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
     friend class SimulationState;
@@ -110,6 +115,11 @@ private:
     static void pickShakeTarget();
     static void readConfiguration();
     static void rememberMouse();
+};
+
+class Camera::Moment {
+    friend class Camera;
+    State state;
 };
 
 } // namespace tarnwick

@@ -74,6 +74,27 @@ void CheckPointTimesManager::recordTime(const Trigger* trigger, std::uint32_t ti
     state.displayTimeLeft = state.fadeTime;
 }
 
+void CheckPointTimesManager::keep(Moment& moment) {
+    TARNWICK_LOCATION("CheckPointTimesManager::keep");
+    moment.checkPointTimes = state.checkPointTimes;
+    moment.fadeTimer = state.fadeTimer;
+    moment.displayState = state.displayState;
+    moment.displayTimeLeft = state.displayTimeLeft;
+    moment.currentTime = state.currentTime;
+    moment.previousTime = state.previousTime;
+}
+
+void CheckPointTimesManager::putBack(const Moment& moment, std::uint32_t late) {
+    TARNWICK_LOCATION("CheckPointTimesManager::putBack");
+    state.checkPointTimes = moment.checkPointTimes;
+    state.fadeTimer = moment.fadeTimer;
+    state.fadeTimer.shift(late);
+    state.displayState = moment.displayState;
+    state.displayTimeLeft = moment.displayTimeLeft;
+    state.currentTime = moment.currentTime;
+    state.previousTime = moment.previousTime;
+}
+
 std::string CheckPointTimesManager::formatTime(std::uint32_t milliseconds) {
     TARNWICK_LOCATION("CheckPointTimesManager::formatTime");
     const std::uint32_t ofHour = milliseconds % millisecondsInHour;

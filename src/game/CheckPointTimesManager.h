@@ -39,6 +39,12 @@ public:
     /// Minutes, seconds and hundredths, two digits each, as in "01:23:45". Hours are dropped.
     static std::string formatTime(std::uint32_t milliseconds);
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// `late`: milliseconds by which the clock has gone on since then.
+    static void putBack(const Moment& moment, std::uint32_t late);
+
 private:
     friend class ModuleReset;
     friend class CheckPointTimesManagerTest;
@@ -77,6 +83,16 @@ private:
     static void drawTime();
     static void drawDifference();
     static void passTime();
+};
+
+class CheckPointTimesManager::Moment {
+    friend class CheckPointTimesManager;
+    std::map<const Trigger*, std::uint32_t> checkPointTimes;
+    FrameTimer fadeTimer;
+    Display displayState = nothing;
+    float displayTimeLeft = 0.0f;
+    std::int32_t currentTime = 0;
+    std::int32_t previousTime = 0;
 };
 
 } // namespace tarnwick

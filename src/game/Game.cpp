@@ -495,6 +495,24 @@ void Game::setPaused(bool paused) {
     }
 }
 
+void Game::keep(Moment& moment) {
+    TARNWICK_LOCATION("Game::keep");
+    moment.paused = state.paused;
+    moment.consoleOpen = state.consoleOpen;
+    moment.mouse = state.mouse;
+    moment.tickAccumulator = state.tickAccumulator;
+    moment.freeCamera = state.freeCamera;
+}
+
+void Game::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("Game::putBack");
+    setPaused(moment.paused);
+    state.consoleOpen = moment.consoleOpen;
+    state.mouse = moment.mouse;
+    state.tickAccumulator = moment.tickAccumulator;
+    state.freeCamera = moment.freeCamera;
+}
+
 void Game::conCmdZoomCamera() {
     TARNWICK_LOCATION("Game::conCmdZoomCamera");
     Camera::zoomOut();

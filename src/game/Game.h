@@ -81,6 +81,11 @@ public:
     static void mousePressed(std::uint32_t x, std::uint32_t y, std::uint32_t button);
     static void windowFocusLost();
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    static void putBack(const Moment& moment);
+
 private:
     /// What the pointer does to the view. More than before, in a tick, is play taking the mouse back.
     enum class Mouse : std::uint8_t {
@@ -149,6 +154,15 @@ private:
     static void conCmdShakeCamera();
     static void conCmdRestart();
     static bool conCmdPause(bool value, bool set);
+};
+
+class Game::Moment {
+    friend class Game;
+    bool paused = false;
+    bool consoleOpen = false;
+    Mouse mouse = Mouse::plays;
+    float tickAccumulator = 0.0f;
+    FreeCamera freeCamera;
 };
 
 } // namespace tarnwick

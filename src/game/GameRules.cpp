@@ -211,6 +211,29 @@ void GameRules::setCheckPoint(Vector2 place) {
     state.checkPointParticleCount = getParticleCount();
 }
 
+void GameRules::keep(Moment& moment) {
+    TARNWICK_LOCATION("GameRules::keep");
+    moment.levelTimer = state.levelTimer;
+    moment.endOfLevelParticleCount = state.endOfLevelParticleCount;
+    moment.levelEnding = state.levelEnding;
+    moment.finishTimeLeft = state.finishTimeLeft;
+    moment.checkPointParticleCount = state.checkPointParticleCount;
+    moment.checkPointX = state.checkPointX;
+    moment.checkPointY = state.checkPointY;
+}
+
+void GameRules::putBack(const Moment& moment, std::uint32_t late) {
+    TARNWICK_LOCATION("GameRules::putBack");
+    state.levelTimer = moment.levelTimer;
+    state.levelTimer.shift(late);
+    state.endOfLevelParticleCount = moment.endOfLevelParticleCount;
+    state.levelEnding = moment.levelEnding;
+    state.finishTimeLeft = moment.finishTimeLeft;
+    state.checkPointParticleCount = moment.checkPointParticleCount;
+    state.checkPointX = moment.checkPointX;
+    state.checkPointY = moment.checkPointY;
+}
+
 std::uint32_t GameRules::getTimeScore() {
     TARNWICK_LOCATION("GameRules::getTimeScore");
     constexpr auto range = static_cast<float>(worstLevelTime - bestLevelTime);

@@ -64,6 +64,13 @@ public:
     /// Prints the time, if `TimePrint` asks for it.
     static void draw();
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// `late`: milliseconds by which the clock has gone on since then. What the finish has stopped, music and
+    /// loops, stays so.
+    static void putBack(const Moment& moment, std::uint32_t late);
+
 private:
     friend class ModuleReset;
     friend class GameRows; // tools: dump and restore
@@ -95,6 +102,17 @@ private:
     static void printTime();
 
     static const CommandRow commands[];
+};
+
+class GameRules::Moment {
+    friend class GameRules;
+    LongTimer levelTimer;
+    std::uint32_t endOfLevelParticleCount = 0;
+    bool levelEnding = false;
+    float finishTimeLeft = 0.0f;
+    std::uint32_t checkPointParticleCount = 0;
+    float checkPointX = 0.0f;
+    float checkPointY = 0.0f;
 };
 
 } // namespace tarnwick

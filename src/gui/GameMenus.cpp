@@ -78,6 +78,24 @@ void GameMenus::setCurrentMenu(std::uint32_t number) {
     GameRules::unpauseLevelTimer();
 }
 
+void GameMenus::keep(Moment& moment) {
+    TARNWICK_LOCATION("GameMenus::keep");
+    moment.currentMenu = state.currentMenu;
+    moment.lastMenu = state.lastMenu;
+    if (const GuiScreen* const screen = currentScreen(); screen != nullptr) {
+        screen->keep(moment.screen);
+    }
+}
+
+void GameMenus::putBack(const Moment& moment, std::uint32_t late) {
+    TARNWICK_LOCATION("GameMenus::putBack");
+    setCurrentMenu(moment.currentMenu);
+    state.lastMenu = moment.lastMenu;
+    if (GuiScreen* const screen = currentScreen(); screen != nullptr) {
+        screen->putBack(moment.screen, late);
+    }
+}
+
 void GameMenus::sendMenuEvent_windowRedrawing() {
     TARNWICK_LOCATION("GameMenus::sendMenuEvent_windowRedrawing");
     if (GuiScreen* const screen = currentScreen(); screen != nullptr) {

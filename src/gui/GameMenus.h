@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/GuiScreen.h"
 #include "gui/MenuNumber.h"
 
 #include <array>
@@ -8,7 +9,6 @@
 
 namespace tarnwick {
 
-class GuiScreen;
 class Sound;
 
 /// Owns the ten menus of the game and knows which one is up. They run inside the game's frame loop: `Game`
@@ -39,6 +39,13 @@ public:
     static void sendMenuEvent_keyboardPressed(std::uint32_t key);
     static void sendMenuEvent_keyboardReleased(std::uint32_t key);
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// Opens the menu that was up anew, where it stood. `late`: milliseconds by which the clock has gone on
+    /// since then.
+    static void putBack(const Moment& moment, std::uint32_t late);
+
 private:
     friend class ModuleReset;
     friend class GameMenusTest;
@@ -55,6 +62,13 @@ private:
     template <typename Screen>
     static void build(std::uint32_t number);
     static GuiScreen* currentScreen() { return state.screens[state.currentMenu].get(); }
+};
+
+class GameMenus::Moment {
+    friend class GameMenus;
+    std::uint32_t currentMenu = menu::none;
+    std::uint32_t lastMenu = menu::none;
+    GuiScreen::Moment screen; ///< Of the menu that is up.
 };
 
 } // namespace tarnwick

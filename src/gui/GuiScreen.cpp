@@ -266,6 +266,29 @@ void GuiScreen::windowClosed() {
     widgets.clear();
 }
 
+void GuiScreen::keep(Moment& moment) const {
+    TARNWICK_LOCATION("GuiScreen::keep");
+    moment.frameTimer = frameTimer;
+    moment.focusedWidget = focusedWidget;
+    moment.delayedMousePressed = delayedMousePressed;
+    moment.delayedMouseReleased = delayedMouseReleased;
+    moment.delayedMouseMoved = delayedMouseMoved;
+    moment.delayedKeyboardPressed = delayedKeyboardPressed;
+    moment.delayedKeyboardReleased = delayedKeyboardReleased;
+}
+
+void GuiScreen::putBack(const Moment& moment, std::uint32_t late) {
+    TARNWICK_LOCATION("GuiScreen::putBack");
+    setFocusedWidget(moment.focusedWidget);
+    delayedMousePressed = moment.delayedMousePressed;
+    delayedMouseReleased = moment.delayedMouseReleased;
+    delayedMouseMoved = moment.delayedMouseMoved;
+    delayedKeyboardPressed = moment.delayedKeyboardPressed;
+    delayedKeyboardReleased = moment.delayedKeyboardReleased;
+    frameTimer = moment.frameTimer;
+    frameTimer.shift(late);
+}
+
 void GuiScreen::windowRedrawing() {
     TARNWICK_LOCATION("GuiScreen::windowRedrawing");
     if (clearBackground) {

@@ -79,6 +79,12 @@ public:
     /// Draws the screen, then runs the delayed events with the seconds since the last time.
     void windowRedrawing() override;
 
+    /// What of the screen a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    void keep(Moment& moment) const;
+    /// Of a moment of this screen. `late`: milliseconds by which the clock has gone on since then.
+    void putBack(const Moment& moment, std::uint32_t late);
+
 private:
     friend class GuiScreenTest;
     friend class MenuRows; // tools: dump and restore
@@ -121,6 +127,17 @@ private:
                         Arguments... arguments);
     template <typename Event>
     static bool runQueue(std::deque<Event>& queue, float seconds);
+};
+
+class GuiScreen::Moment {
+    friend class GuiScreen;
+    FrameTimer frameTimer;
+    GuiWidget* focusedWidget = nullptr;
+    std::deque<MouseButtonEvent> delayedMousePressed;
+    std::deque<MouseButtonEvent> delayedMouseReleased;
+    std::deque<MouseMoveEvent> delayedMouseMoved;
+    std::deque<KeyEvent> delayedKeyboardPressed;
+    std::deque<KeyEvent> delayedKeyboardReleased;
 };
 
 } // namespace tarnwick

@@ -57,6 +57,12 @@ public:
     /// `reset`.
     static void playUntargetedSounds();
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// Of a moment of this very load of the level.
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
     friend class SimulationState;
@@ -70,7 +76,21 @@ private:
     };
     static State state;
 
+    static bool edgesOn(const Polygon2D& polygon);
+
     static const CommandRow commands[];
+};
+
+class Level::Moment {
+    friend class Level;
+    struct PolygonMoment {
+        bool visible = true;
+        bool collideable = true;
+        bool edgesOn = true; ///< In the tree; true without edges there.
+        Vector2 offset;
+        Vector2 previousOffset;
+    };
+    std::vector<PolygonMoment> polygons; ///< In the order of the level.
 };
 
 } // namespace tarnwick

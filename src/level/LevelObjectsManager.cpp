@@ -104,6 +104,49 @@ void LevelObjectsManager::resetObjects() {
     }
 }
 
+void LevelObjectsManager::keep(Moment& moment) {
+    TARNWICK_LOCATION("LevelObjectsManager::keep");
+    Moment::keepList(staticObjects, moment.staticObjects);
+    Moment::keepList(animatedObjects, moment.animatedObjects);
+}
+
+void LevelObjectsManager::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("LevelObjectsManager::putBack");
+    Moment::putListBack(moment.staticObjects, staticObjects);
+    Moment::putListBack(moment.animatedObjects, animatedObjects);
+}
+
+void LevelObjectsManager::Moment::keepList(const std::list<LevelObject>& objects, Objects& kept) {
+    TARNWICK_LOCATION("LevelObjectsManager::Moment::keepList");
+    kept.clear();
+    for (const LevelObject& object : objects) {
+        kept.push_back({.enabled = object.enabled,
+                        .paused = object.paused,
+                        .currentFrame = object.currentFrame,
+                        .frameTime = object.frameTime,
+                        .offsetX = object.offsetX,
+                        .offsetY = object.offsetY,
+                        .loopCount = object.loopCount,
+                        .loopsDone = object.loopsDone});
+    }
+}
+
+void LevelObjectsManager::Moment::putListBack(const Objects& kept, std::list<LevelObject>& objects) {
+    TARNWICK_LOCATION("LevelObjectsManager::Moment::putListBack");
+    auto then = kept.begin();
+    for (LevelObject& object : objects) {
+        object.enabled = then->enabled;
+        object.paused = then->paused;
+        object.currentFrame = then->currentFrame;
+        object.frameTime = then->frameTime;
+        object.offsetX = then->offsetX;
+        object.offsetY = then->offsetY;
+        object.loopCount = then->loopCount;
+        object.loopsDone = then->loopsDone;
+        ++then;
+    }
+}
+
 std::int32_t LevelObjectsManager::conCmdObjectsCount() {
     TARNWICK_LOCATION("LevelObjectsManager::conCmdObjectsCount");
     return static_cast<std::int32_t>(staticObjects.size() + animatedObjects.size());

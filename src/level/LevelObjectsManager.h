@@ -86,6 +86,12 @@ public:
     /// count, so the id of an object that a mover carries stays where the object began.
     static void debugDraw();
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// With as many objects as there were.
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
     friend class LevelObjectsManagerTest;
@@ -120,6 +126,26 @@ private:
     static const CommandRow commands[];
     static std::int32_t conCmdObjectsCount();
     static void conCmdObjectCreate(const std::string& typed);
+};
+
+class LevelObjectsManager::Moment {
+    friend class LevelObjectsManager;
+    struct ObjectMoment {
+        bool enabled = true;
+        bool paused = true;
+        std::uint32_t currentFrame = 0;
+        float frameTime = 0.0f;
+        float offsetX = 0.0f;
+        float offsetY = 0.0f;
+        std::int32_t loopCount = 0;
+        std::int32_t loopsDone = 0;
+    };
+    using Objects = std::vector<ObjectMoment>; ///< In the order of their list.
+    Objects staticObjects;
+    Objects animatedObjects;
+
+    static void keepList(const std::list<LevelObject>& objects, Objects& kept);
+    static void putListBack(const Objects& kept, std::list<LevelObject>& objects);
 };
 
 } // namespace tarnwick

@@ -38,6 +38,22 @@ void ForceManager::addForce(std::int32_t id, Vector2 position, Vector2 direction
     forces.push_back({.id = id, .position = position, .direction = direction, .strength = strength});
 }
 
+void ForceManager::keep(Moment& moment) {
+    TARNWICK_LOCATION("ForceManager::keep");
+    moment.enabled.clear();
+    for (const Force& force : forces) {
+        moment.enabled.push_back(force.enabled);
+    }
+}
+
+void ForceManager::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("ForceManager::putBack");
+    auto then = moment.enabled.begin();
+    for (Force& force : forces) {
+        force.enabled = *then++;
+    }
+}
+
 std::int32_t ForceManager::conCmdForceCount() {
     TARNWICK_LOCATION("ForceManager::conCmdForceCount");
     return static_cast<std::int32_t>(forces.size());

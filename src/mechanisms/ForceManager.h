@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <list>
 #include <string>
+#include <vector>
 
 namespace tarnwick {
 
@@ -36,6 +37,12 @@ public:
     /// else red. Leaves the GL as it was.
     static void debugDraw();
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// With as many forces as there were.
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
 
@@ -47,6 +54,11 @@ private:
     static const CommandRow commands[];
     static std::int32_t conCmdForceCount();
     static void conCmdForceCreate(const std::string& typed);
+};
+
+class ForceManager::Moment {
+    friend class ForceManager;
+    std::vector<bool> enabled; ///< In the order of `forces`.
 };
 
 } // namespace tarnwick

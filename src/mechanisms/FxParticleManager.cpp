@@ -80,6 +80,26 @@ void FxParticleManager::runParticles(float dt, const View& view) {
     }
 }
 
+void FxParticleManager::keep(Moment& moment) {
+    TARNWICK_LOCATION("FxParticleManager::keep");
+    moment.emitters.clear();
+    for (const FxParticleEmitter& emitter : emitters) {
+        moment.emitters.push_back({.active = emitter.active, .timer = emitter.timer});
+    }
+    moment.particles.assign(particles.begin(), particles.end());
+}
+
+void FxParticleManager::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("FxParticleManager::putBack");
+    auto then = moment.emitters.begin();
+    for (FxParticleEmitter& emitter : emitters) {
+        emitter.active = then->active;
+        emitter.timer = then->timer;
+        ++then;
+    }
+    particles.assign(moment.particles.begin(), moment.particles.end());
+}
+
 void FxParticleManager::debugDraw() {
     TARNWICK_LOCATION("FxParticleManager::debugDraw");
 }

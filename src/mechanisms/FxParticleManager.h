@@ -49,6 +49,12 @@ public:
     /// Kept: draws nothing. `FxEmitterDraw` is stored and never looked at.
     static void debugDraw();
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// With the emitters that there were: particles point into them.
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
     friend class FxParticleManagerTest;
@@ -71,6 +77,16 @@ private:
     static void conCmdFxEmitterCreate(const std::string& typed);
     static std::int32_t conCmdFxEmitterCount();
     static std::int32_t conCmdFxParticleCount();
+};
+
+class FxParticleManager::Moment {
+    friend class FxParticleManager;
+    struct EmitterMoment {
+        bool active = true;
+        float timer = 0.0f;
+    };
+    std::vector<EmitterMoment> emitters; ///< In the order of their list.
+    std::vector<FxParticle> particles;
 };
 
 } // namespace tarnwick

@@ -217,6 +217,24 @@ void MoverManager::moveMoverPolygons() {
     }
 }
 
+void MoverManager::keep(Moment& moment) {
+    TARNWICK_LOCATION("MoverManager::keep");
+    moment.movers.clear();
+    for (const Mover& mover : movers) {
+        moment.movers.push_back({.position = mover.position, .state = mover.state});
+    }
+}
+
+void MoverManager::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("MoverManager::putBack");
+    auto then = moment.movers.begin();
+    for (Mover& mover : movers) {
+        mover.position = then->position;
+        mover.state = then->state;
+        ++then;
+    }
+}
+
 std::int32_t MoverManager::conCmdMoverCount() {
     TARNWICK_LOCATION("MoverManager::conCmdMoverCount");
     return static_cast<std::int32_t>(movers.size());

@@ -61,6 +61,12 @@ public:
     /// with their normals, where they are now. Leaves the GL as it was.
     static void debugDraw();
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// With as many movers as there were. What they carry is put back where it stands: with the level.
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
 
@@ -127,6 +133,15 @@ private:
 
     static const CommandRow commands[];
     static std::int32_t conCmdMoverCount();
+};
+
+class MoverManager::Moment {
+    friend class MoverManager;
+    struct MoverMoment {
+        float position = 0.0f;
+        MoverState state = MoverIdle;
+    };
+    std::vector<MoverMoment> movers; ///< In the order of their list.
 };
 
 } // namespace tarnwick

@@ -257,6 +257,26 @@ void TriggerManager::resetTriggers() {
     }
 }
 
+void TriggerManager::keep(Moment& moment) {
+    TARNWICK_LOCATION("TriggerManager::keep");
+    moment.triggers.clear();
+    for (const Trigger& trigger : triggers) {
+        moment.triggers.push_back({.cooldownLeft = trigger.cooldownLeft, .fireCount = trigger.fireCount});
+    }
+    moment.delayedEvents = state.delayedEvents;
+}
+
+void TriggerManager::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("TriggerManager::putBack");
+    auto then = moment.triggers.begin();
+    for (Trigger& trigger : triggers) {
+        trigger.cooldownLeft = then->cooldownLeft;
+        trigger.fireCount = then->fireCount;
+        ++then;
+    }
+    state.delayedEvents = moment.delayedEvents;
+}
+
 void TriggerManager::conCmdTriggerTypeList() {
     TARNWICK_LOCATION("TriggerManager::conCmdTriggerTypeList");
     Log::printTitle("Trigger types");

@@ -76,6 +76,12 @@ public:
     /// green near the view, where it can fire, else grey. Leaves the GL as it was.
     static void debugDraw(const View& view);
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    /// With the triggers that there were: events point to them.
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
     friend class TriggerRows;
@@ -109,6 +115,16 @@ private:
     static void conCmdTriggerTypeList();
     static void conCmdTriggerCreate(const std::string& typed);
     static std::int32_t conCmdTriggerCount();
+};
+
+class TriggerManager::Moment {
+    friend class TriggerManager;
+    struct TriggerMoment {
+        float cooldownLeft = 0.0f;
+        std::uint32_t fireCount = 0;
+    };
+    std::vector<TriggerMoment> triggers; ///< In the order of their list.
+    std::vector<DelayedTriggerEvent> delayedEvents;
 };
 
 } // namespace tarnwick

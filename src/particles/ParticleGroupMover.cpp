@@ -225,6 +225,16 @@ void ParticleGroupMover::doGroupMerging() {
     }
 }
 
+void ParticleGroupMover::keep(Moment& moment) {
+    TARNWICK_LOCATION("ParticleGroupMover::keep");
+    moment.groups = groups;
+}
+
+void ParticleGroupMover::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("ParticleGroupMover::putBack");
+    groups = moment.groups;
+}
+
 void ParticleGroupMover::killGroup(ParticleGroup& group) {
     TARNWICK_LOCATION("ParticleGroupMover::killGroup");
     if (!group.dying) {

@@ -49,6 +49,11 @@ public:
     /// Draws every group's circle in red, if the command asks for it.
     static void debugDraw();
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
     friend class SimulationState;
@@ -79,6 +84,11 @@ private:
 
     static const CommandRow commands[];
     static std::int32_t conCmdParticleGroupCount();
+};
+
+class ParticleGroupMover::Moment {
+    friend class ParticleGroupMover;
+    std::list<ParticleGroup> groups;
 };
 
 } // namespace tarnwick

@@ -176,6 +176,28 @@ ParticleList::iterator ParticleManager::removeParticle(ParticleList::iterator pl
     return particles.erase(place);
 }
 
+void ParticleManager::keep(Moment& moment) {
+    TARNWICK_LOCATION("ParticleManager::keep");
+    moment.gravity = state.gravity;
+    moment.roomTemperature = state.roomTemperature;
+    moment.heatTransferRate = state.heatTransferRate;
+    moment.steamRiseRate = state.steamRiseRate;
+    moment.steamScatterRate = state.steamScatterRate;
+    moment.particles.assign(particles.begin(), particles.end());
+}
+
+void ParticleManager::putBack(const Moment& moment) {
+    TARNWICK_LOCATION("ParticleManager::putBack");
+    state.gravity = moment.gravity;
+    state.roomTemperature = moment.roomTemperature;
+    state.heatTransferRate = moment.heatTransferRate;
+    state.steamRiseRate = moment.steamRiseRate;
+    state.steamScatterRate = moment.steamScatterRate;
+    ParticleMover::unlink(particles);
+    particles.assign(moment.particles.begin(), moment.particles.end());
+    ParticleMover::linkAgain(particles);
+}
+
 float ParticleManager::conCmdHeatTransferRate(float value, bool set) {
     TARNWICK_LOCATION("ParticleManager::conCmdHeatTransferRate");
     if (set) {

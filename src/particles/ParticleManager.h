@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace tarnwick {
 
@@ -52,6 +53,11 @@ public:
     static float heatTransferRate() { return state.heatTransferRate; }
     static float particleKillTime() { return state.particleKillTime; }
 
+    /// What of the module a `Snapshot` holds; nobody else looks inside.
+    class Moment;
+    static void keep(Moment& moment);
+    static void putBack(const Moment& moment);
+
 private:
     friend class ModuleReset;
     friend class SimulationState;
@@ -87,6 +93,16 @@ private:
     static float conCmdHeatTransferRate(float value, bool set);
     static void conCmdParticleCreate(const std::string& typed);
     static std::int32_t conCmdParticleCount();
+};
+
+class ParticleManager::Moment {
+    friend class ParticleManager;
+    float gravity = 0.0f;
+    float roomTemperature = 0.0f;
+    float heatTransferRate = 0.0f;
+    float steamRiseRate = 0.0f;
+    float steamScatterRate = 0.0f;
+    std::vector<Particle> particles; ///< Their links into the grid mean nothing.
 };
 
 } // namespace tarnwick

@@ -114,6 +114,16 @@ void ParticleMover::removeGridParticle(Particle& particle) {
 void ParticleMover::rebuildGrid(ParticleList& particles, const View& view) {
     TARNWICK_LOCATION("ParticleMover::rebuildGrid");
     // Nobody stays where he is: instead of mending the chains one particle at a time, all are dropped first.
+    unlink(particles);
+    const Vector2 origin = view.centre() - Vector2{gridReach, gridReach};
+    state.gridOrigin = origin;
+    for (Particle& particle : particles) {
+        link(particle, origin);
+    }
+}
+
+void ParticleMover::unlink(ParticleList& particles) {
+    TARNWICK_LOCATION("ParticleMover::unlink");
     for (Particle& particle : particles) {
         if (particle.inGrid) {
             particleGrid[particle.gridCellX * gridSize + particle.gridCellY] = nullptr;
@@ -122,10 +132,22 @@ void ParticleMover::rebuildGrid(ParticleList& particles, const View& view) {
         particle.gridPrev = nullptr;
         particle.inGrid = false;
     }
-    const Vector2 origin = view.centre() - Vector2{gridReach, gridReach};
-    state.gridOrigin = origin;
+}
+
+void ParticleMover::linkAgain(ParticleList& particles) {
+    TARNWICK_LOCATION("ParticleMover::linkAgain");
     for (Particle& particle : particles) {
-        link(particle, origin);
+        particle.gridNext = nullptr;
+        particle.gridPrev = nullptr;
+        if (!particle.inGrid) {
+            continue;
+        }
+        Particle*& head = particleGrid[particle.gridCellX * gridSize + particle.gridCellY];
+        particle.gridNext = head;
+        if (head != nullptr) {
+            head->gridPrev = &particle;
+        }
+        head = &particle;
     }
 }
 

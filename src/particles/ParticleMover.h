@@ -75,6 +75,11 @@ public:
     /// Links every particle anew, in list order, as `removeGridParticle` and `addGridParticle` of each would.
     /// The grid lies about the view's middle until the next call.
     static void rebuildGrid(ParticleList& particles, const View& view);
+    /// Takes all of `particles` out of the grid.
+    static void unlink(ParticleList& particles);
+    /// Links each of `particles` that is marked as in the grid at the head of the cell that its numbers name,
+    /// in list order. It need not be the cell under it: the grid's window has followed the camera since.
+    static void linkAgain(ParticleList& particles);
 
 private:
     friend class ModuleReset;

@@ -324,6 +324,55 @@ class ResetsTest(CheckTest):
         self.expect_slip("src/core/Pump.h", "Pump::state")
 
 
+SNAPSHOT_SOURCE = """#include "game/Snapshot.h"
+
+void Snapshot::take() {
+    Pump::keep(contents->pump);
+}
+void Snapshot::putBack() {
+    Pump::putBack(contents->pump);
+}
+"""
+
+
+class SnapshotsTest(CheckTest):
+    """scripts/check-snapshots"""
+
+    script = "check-snapshots"
+
+    def setUp(self):
+        super().setUp()
+        self.write("src/game/Snapshot.cpp", SNAPSHOT_SOURCE)
+        self.replace("src/core/Pump.h", "    static void stop();\n", "    static void stop();\n    class Moment;\n")
+        self.write("src/core/Pump.cpp", "void Pump::keep(Moment& moment) {\n    moment.level = state.level;\n}\n"
+                   "void Pump::putBack(const Moment& moment) {\n    state.level = moment.level;\n}\n")
+
+    def slips(self):
+        """What the check finds, but for the lines of its list, which this tree does not need."""
+        found = self.check()[1].splitlines()
+        return [line for line in found if not line.startswith("scripts/check-snapshots:")]
+
+    def test_a_tree_without_slip_passes(self):
+        self.assertEqual(self.slips(), [])
+
+    def test_a_field_that_is_not_kept_is_found(self):
+        self.replace("src/core/Pump.h", "        int level = 0;\n", "        int level = 0;\n        int speed = 3;\n")
+        self.assertEqual(self.slips(), ["src/core/Pump.h: Pump::keep forgets speed",
+                                        "src/core/Pump.h: Pump::putBack forgets speed"])
+
+    def test_a_field_that_is_only_kept_is_found(self):
+        self.replace("src/core/Pump.cpp", "    state.level = moment.level;\n", "")
+        self.assertEqual(self.slips(), ["src/core/Pump.h: Pump::putBack forgets level"])
+
+    def test_a_module_that_the_snapshot_does_not_ask_is_found(self):
+        self.replace("src/game/Snapshot.cpp", "    Pump::putBack(contents->pump);\n", "")
+        self.assertEqual(self.slips(), ["src/game/Snapshot.cpp: does not call Pump::putBack"])
+
+    def test_a_module_with_a_state_that_keeps_nothing_is_found(self):
+        self.replace("src/core/Pump.h", "    class Moment;\n", "")
+        self.assertEqual(self.slips(), ["src/core/Pump.h: Pump has a state that no snapshot keeps"])
+
+
 class DocumentsTest(CheckTest):
     """scripts/check-documents"""
 

@@ -47,9 +47,9 @@ HeldKeys HeldKeys::fromFile(const std::string& fileName) {
         if (held != "left" && held != "right" && held != "none" && held != "both") {
             refuse("'" + held + "' is none of left, right, none, both");
         }
-        const Change change{.tick = std::stoull(tickWord),
-                            .left = held == "left" || held == "both",
-                            .right = held == "right" || held == "both"};
+        const Change change{
+            .tick = std::stoull(tickWord),
+            .held = {.left = held == "left" || held == "both", .right = held == "right" || held == "both"}};
         if (!keys.changes.empty() && change.tick < keys.changes.back().tick) {
             refuse("tick " + tickWord + " comes after tick " + std::to_string(keys.changes.back().tick));
         }
@@ -68,20 +68,31 @@ void HeldKeys::catchUp(std::uint64_t ticksRun) {
 }
 
 void HeldKeys::send(std::uint64_t ticksRun) {
-    bool left = leftHeld;
-    bool right = rightHeld;
+    Held now = told;
     for (; nextChange < changes.size() && changes[nextChange].tick <= ticksRun; ++nextChange) {
-        left = changes[nextChange].left;
-        right = changes[nextChange].right;
+        now = changes[nextChange].held;
     }
-    if (left != leftHeld) {
-        sendKey(SDL_SCANCODE_LEFT, SDLK_LEFT, left);
+    send(told, now);
+    told = now;
+}
+
+void HeldKeys::send(Held from, Held to) {
+    if (to.left != from.left) {
+        sendKey(SDL_SCANCODE_LEFT, SDLK_LEFT, to.left);
     }
-    if (right != rightHeld) {
-        sendKey(SDL_SCANCODE_RIGHT, SDLK_RIGHT, right);
+    if (to.right != from.right) {
+        sendKey(SDL_SCANCODE_RIGHT, SDLK_RIGHT, to.right);
     }
-    leftHeld = left;
-    rightHeld = right;
+}
+
+Held HeldKeys::at(std::uint64_t ticksRun) const {
+    Held held;
+    for (const Change& change : changes) {
+        if (change.tick <= ticksRun) {
+            held = change.held;
+        }
+    }
+    return held;
 }
 
 } // namespace tarnwick

@@ -6,6 +6,14 @@
 
 namespace tarnwick {
 
+/// What is held of the two keys that turn.
+struct Held {
+    bool left = false;
+    bool right = false;
+
+    bool operator==(const Held&) const = default;
+};
+
 /// The keys that a recorded player holds, tick by tick. They reach the game the way a player's do: as SDL key
 /// events in the queue that the window pumps.
 class HeldKeys {
@@ -25,17 +33,20 @@ public:
 
     /// Sends the events that lead from what was held to what is held once `ticksRun` ticks have run.
     void send(std::uint64_t ticksRun);
+    /// Sends the events that lead from one to the other.
+    static void send(Held from, Held to);
+
+    /// What is held once `ticksRun` ticks have run.
+    Held at(std::uint64_t ticksRun) const;
 
 private:
     struct Change {
         std::uint64_t tick = 0;
-        bool left = false;
-        bool right = false;
+        Held held;
     };
     std::vector<Change> changes; ///< By tick, ascending.
     std::size_t nextChange = 0;
-    bool leftHeld = false; ///< As the game was told.
-    bool rightHeld = false;
+    Held told; ///< As the game was told.
 };
 
 } // namespace tarnwick

@@ -2,29 +2,21 @@
 
 #include "console/GLConsole.h"
 #include "core/Clock.h"
-#include "core/DataFiles.h"
 #include "core/Geometry.h"
-#include "core/Random.h"
-#include "game/BasicCommands.h"
 #include "game/Camera.h"
-#include "game/CheckPointTimesManager.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
-#include "game/HighScores.h"
-#include "game/Modules.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
 #include "graphics/WindowFeed.h"
 #include "gui/GameMenus.h"
-#include "level/Level.h"
-#include "level/SurfaceTypeManager.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
 #include "tools/sim/FrameWriter.h"
 #include "tools/sim/HeldKeys.h"
+#include "tools/sim/LevelStart.h"
 #include "tools/sim/PlayerEvents.h"
 #include "tools/state/SimulationState.h"
-#include "tools/support/DataFolder.h"
 
 #include <cmath>
 #include <filesystem>
@@ -62,58 +54,6 @@ std::string lastLine(const std::string& fileName) {
         fail(fileName, "holds no state line");
     }
     return last;
-}
-
-void enterDataFolder(const std::string& asked) {
-    const fs::path folder = asked.empty() ? dataFolderBesideProgram() : fs::path(asked);
-    if (folder.empty()) {
-        throw std::runtime_error("no data folder beside the program: name one with --data");
-    }
-    std::error_code error;
-    fs::current_path(folder, error);
-    if (error) {
-        fail(folder.string(), "is no folder to read data from");
-    }
-}
-
-/// The last thing that the loader told: why it refused the file.
-std::string loaderReason() {
-    const std::string told = GLConsole::outputText();
-    const std::string last = told.substr(told.find_last_of('\n') + 1);
-    const std::string prefix = "Reason: ";
-    return last.starts_with(prefix) ? last.substr(prefix.size()) : last;
-}
-
-/// The path as given, or else a name in the data folder, or else a map's name without folder and ending.
-std::string findLevel(const std::string& asked, const fs::path& startFolder) {
-    const fs::path fromStart = fs::absolute(startFolder / asked);
-    if (fs::is_regular_file(fromStart)) {
-        return fromStart.string();
-    }
-    const std::string asMap = "maps\\" + asked + ".rivl";
-    return !fs::exists(DataFiles::find(asked)) && fs::exists(DataFiles::find(asMap)) ? asMap : asked;
-}
-
-void startLevel(const SimulationOptions& options, const fs::path& startFolder, const FrameWriter& frames) {
-    const std::string level = findLevel(options.level, startFolder);
-    frames.openWindow(options.width, options.height);
-    Clock::drive(0);
-    seedRandom(0);
-    BasicCommands::handOver();
-    GLConsole::initialise();
-    SurfaceTypeManager::initialise();
-    HighScores::setDefaultScores(); // not those of who plays here: one command gives the same pictures
-    if (!Game::initialise(level)) {
-        fail(options.level, loaderReason());
-    }
-    if (!options.menus) {
-        GameMenus::setCurrentMenu(menu::none);
-    }
-    if (options.noFlight) {
-        const Vector2 water = Level::waterStart();
-        Camera::setPosition(water);
-        Camera::setState(Camera::normal);
-    }
 }
 
 RunPosition restoreState(const std::string& fileName) {
@@ -189,13 +129,6 @@ public:
     void keyboardPressed(std::uint32_t key) override { Game::keyboardPressed(key); }
     void keyboardReleased(std::uint32_t key) override { GameMenus::sendMenuEvent_keyboardReleased(key); }
 };
-
-/// What drawing changes of the state in a tick that nobody sees: the menu's time passes in it, and that of
-/// the check points' display.
-void passDrawing() {
-    CheckPointTimesManager::draw();
-    GameMenus::sendMenuEvent_windowRedrawing();
-}
 
 /// The way of a run through its ticks, one for each pass of the game's loop. A loop of the game's own within
 /// a tick, as that in which a name is entered, has ticks too, a pass each: events and time go on in them, and
@@ -318,15 +251,6 @@ void writeSummary(const RunPosition& position, std::ostream& out) {
         << GameRules::getWaterScore() << " for the water\n";
 }
 
-/// Ends the modules on each way out of a run.
-class ModulesStop {
-public:
-    ModulesStop() = default;
-    ModulesStop(const ModulesStop&) = delete;
-    ModulesStop& operator=(const ModulesStop&) = delete;
-    ~ModulesStop() { Modules::shutdown(); }
-};
-
 } // namespace
 
 void runSimulation(const SimulationOptions& options, std::ostream& out, std::ostream& log) {
@@ -341,7 +265,14 @@ void runSimulation(const SimulationOptions& options, std::ostream& out, std::ost
     FrameWriter frames(options);
     enterDataFolder(options.dataFolder);
     const ModulesStop atTheEnd;
-    startLevel(options, startFolder, frames);
+    frames.openWindow(options.width, options.height);
+    startLevel(findLevel(options.level, startFolder), options.level);
+    if (!options.menus) {
+        GameMenus::setCurrentMenu(menu::none);
+    }
+    if (options.noFlight) {
+        skipFlight();
+    }
     RunPosition position = restoreState(stateFile);
     if (position.time + static_cast<double>(options.dt) * static_cast<double>(options.ticks) >=
         SimulationState::clockRange) {

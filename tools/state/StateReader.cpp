@@ -86,18 +86,6 @@ Particle asParticle(const Json& row, const std::string& what) {
     return particle;
 }
 
-/// Puts a particle at the head of the cell that its numbers name, which need not be the one under it now: the
-/// grid's window has followed the camera since the cell was given.
-void linkIntoCell(Particle& particle) {
-    Particle*& head =
-        ParticleMover::particleGrid[particle.gridCellX * ParticleMover::gridSize + particle.gridCellY];
-    particle.gridNext = head;
-    if (head != nullptr) {
-        head->gridPrev = &particle;
-    }
-    head = &particle;
-}
-
 } // namespace
 
 /// Everything a line holds, before any of it reaches a module.
@@ -272,13 +260,9 @@ void SimulationState::apply(Restored& restored) {
     Game::state.freeCamera = restored.freeCamera;
     Camera::state = restored.camera;
     ParticleManager::state = restored.water;
-    ParticleMover::clearParticleGrid();
+    ParticleMover::unlink(ParticleManager::particles);
     ParticleManager::particles = std::move(restored.particles);
-    for (Particle& particle : ParticleManager::particles) {
-        if (particle.inGrid) {
-            linkIntoCell(particle);
-        }
-    }
+    ParticleMover::linkAgain(ParticleManager::particles);
     ParticleGroupMover::groups = std::move(restored.groups);
     restored.menus
         .apply(); // after the water, which the scores count, and before the rules, whose timer hears of it
