@@ -1,6 +1,7 @@
 #include "gui/SplashScreen.h"
 
 #include "core/GLTexture.h"
+#include "core/Log.h"
 #include "game/Game.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
@@ -11,6 +12,7 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <future>
 #include <list>
 #include <string>
 
@@ -43,6 +45,26 @@ protected:
         glBindTexture(GL_TEXTURE_2D, texture.textureId);
         glGetTexImage(GL_TEXTURE_2D, 0, GL_RGB, GL_UNSIGNED_BYTE, texels.data());
         return {texels[0], texels[1], texels[2]};
+    }
+
+    /// The splash's thread will do this, and is waited for through two looks.
+    static void setDrawing(void (*drawing)()) {
+        SplashScreen::state.drawing = drawing;
+        SplashScreen::state.looks = 2;
+    }
+    static void putBack() {
+        SplashScreen::state.drawing = SplashScreen::animate;
+        SplashScreen::state.looks = SplashScreen::mostLooks;
+        SplashScreen::state.abandoned = false;
+    }
+    /// Stands still as if in the GL driver, but without the window: not every platform lends it twice.
+    static void standStill() {
+        SDL_GL_MakeCurrent(SDL_GL_GetCurrentWindow(), nullptr);
+        std::promise<void>().get_future().wait();
+    }
+    static void standStillInTheEnd() {
+        SplashScreen::state.threadReady = true;
+        standStill();
     }
 
     struct ClosingListener final : GLWindowEventListener {
@@ -152,6 +174,39 @@ TEST_F(SplashScreenTest, ANewNumberOfSamplesEndsTheSplashAndKeepsTheListener) {
     EXPECT_EQ(GLWindow::getEventListener(), &hears);
     EXPECT_EQ(hears.closed, 0) << "the window is the same for who listens";
     GLWindow::setEventListener(nullptr);
+}
+
+// The fault: a start that stands still for ever because the splash does.
+TEST_F(SplashScreenTest, ASplashThatIsNeverReadyIsDoneWithout) {
+    setDrawing(standStill);
+    SplashScreen::run();
+    const bool running = SplashScreen::isRunning();
+    const std::string told = Log::outputText();
+
+    SplashScreen::run();
+    const bool runningAgain = SplashScreen::isRunning();
+    putBack();
+
+    EXPECT_FALSE(running);
+    EXPECT_FALSE(runningAgain);
+    EXPECT_EQ(told, "\nThe splash was not ready within 10 seconds: loading goes on without it.");
+    EXPECT_EQ(GLWindow::getEventListener(), &listener);
+    EXPECT_TRUE(GLWindow::contextCurrent());
+}
+
+TEST_F(SplashScreenTest, ASplashThatDoesNotEndIsLeftAlone) {
+    setDrawing(standStillInTheEnd);
+    SplashScreen::run();
+    const bool running = SplashScreen::isRunning();
+
+    SplashScreen::stop();
+    putBack();
+
+    EXPECT_TRUE(running);
+    EXPECT_FALSE(SplashScreen::isRunning());
+    EXPECT_EQ(Log::outputText(), "\nThe splash did not end within 10 seconds: its thread is left alone.");
+    EXPECT_EQ(GLWindow::getEventListener(), &listener);
+    EXPECT_TRUE(GLWindow::contextCurrent());
 }
 
 TEST_F(SplashScreenTest, ALevelThatFailsToLoadEndsTheSplashAsWell) {
