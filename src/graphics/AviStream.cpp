@@ -58,6 +58,9 @@ AviStream::~AviStream() {
 std::unique_ptr<AviStream> AviStream::open(const std::string& fileName) {
     TARNWICK_LOCATION("AviStream::open");
     av_log_set_level(AV_LOG_QUIET); // damaged files are our user's to report; standard error is the program's
+    if (!DataFiles::open(fileName).is_open()) {
+        return nullptr; // a pipe, say, whose end nobody would see
+    }
     const std::string location =
         "file:" + DataFiles::find(fileName); // never anything but a file of this machine
     AVFormatContext* opened = nullptr;

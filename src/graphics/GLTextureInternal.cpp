@@ -86,9 +86,6 @@ bool GLTextureInternal::loadOther(const std::string& path) {
     }
     const auto surfaceWidth = static_cast<std::uint32_t>(surface->w);
     const auto surfaceHeight = static_cast<std::uint32_t>(surface->h);
-    if (std::max(surfaceWidth, surfaceHeight) > loadGLTexture32::largestSize()) {
-        return false;
-    }
     const SurfacePixels converted(*surface);
     loadGLTexture32::load(textureId, converted.pixels.data(), surfaceWidth, surfaceHeight);
     width = surfaceWidth;

@@ -2,6 +2,7 @@
 
 #include "core/LocationStack.h"
 #include "core/MemoryFile.h"
+#include "graphics/PictureHead.h"
 #include "graphics/loadGLTexture32.h"
 
 #include <algorithm>
@@ -177,8 +178,7 @@ bool GLTga32Loader::load(const std::string& fileName,
     if (!file.is_open() || !readHeader(file, header) || !isOurs(header)) {
         return false;
     }
-    const std::uint32_t largest = loadGLTexture32::largestSize();
-    if (header.width > largest || header.height > largest) {
+    if (std::uint64_t{header.width} * header.height > PictureHead::largestPicture) {
         return false;
     }
 

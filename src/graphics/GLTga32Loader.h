@@ -19,8 +19,8 @@ public:
     /// loader. `width` and `height` are the picture's in pixels; 0 after a refusal.
     ///
     /// A run-length picture that ends too early is no failure: what could be decoded shows. Refused are a
-    /// plain one that ends too early, a size that the GL cannot take, and one that promises more pixels than
-    /// the file could possibly hold.
+    /// plain one that ends too early, one larger than `PictureHead::largestPicture`, and one that promises
+    /// more pixels than the file could possibly hold.
     static bool
     load(const std::string& fileName, std::uint32_t textureId, std::uint32_t& width, std::uint32_t& height);
 };

@@ -5,6 +5,7 @@
 #include "core/LocationStack.h"
 #include "core/LongWork.h"
 #include "graphics/GLWindowEventListener.h"
+#include "graphics/PictureHead.h"
 
 #include <GL/gl.h>
 #include <SDL.h>
@@ -264,7 +265,8 @@ void GLWindow::showForTheFirstTime() {
 /// The data's icon; a window without one has the desktop's own.
 void GLWindow::setIcon() {
     TARNWICK_LOCATION("GLWindow::setIcon");
-    SDL_Surface* const icon = IMG_Load(DataFiles::find("gfx\\icon_48.png").c_str());
+    const std::string path = DataFiles::find("gfx\\icon_48.png");
+    SDL_Surface* const icon = PictureHead(path, false).plausible() ? IMG_Load(path.c_str()) : nullptr;
     if (icon != nullptr) {
         SDL_SetWindowIcon(state.windowHandle, icon);
         SDL_FreeSurface(icon);

@@ -9,6 +9,7 @@
 #include <GL/glu.h>
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 namespace tarnwick {
@@ -31,6 +32,61 @@ PixelView halved(const PixelView& picture, std::vector<std::uint8_t>& halfPixels
     gluScaleImage(GL_BGRA, picture.width, picture.height, GL_UNSIGNED_BYTE, picture.pixels, width, height,
                   GL_UNSIGNED_BYTE, halfPixels.data());
     return {halfPixels.data(), width, height};
+}
+
+/// Pixels in each direction that the GL takes.
+GLsizei largestSide() {
+    TARNWICK_LOCATION("loadGLTexture32::largestSide");
+    GLint size = 1;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
+    return std::max(size, 1);
+}
+
+/// The mean of the pixels from `left`, `top` on, `across` by `down` or as far as the picture goes.
+std::array<std::uint8_t, 4>
+meanOf(const PixelView& picture, GLsizei left, GLsizei top, GLsizei across, GLsizei down) {
+    TARNWICK_LOCATION("loadGLTexture32::meanOf");
+    const GLsizei right = std::min(left + across, picture.width);
+    const GLsizei bottom = std::min(top + down, picture.height);
+    std::array<std::uint32_t, 4> sums{};
+    for (GLsizei y = top; y < bottom; ++y) {
+        const std::uint8_t* pixel =
+            picture.pixels + (static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width) +
+                              static_cast<std::size_t>(left)) *
+                                 4;
+        for (GLsizei x = left; x < right; ++x) {
+            for (std::uint32_t& sum : sums) {
+                sum += *pixel++;
+            }
+        }
+    }
+    const auto count = static_cast<std::uint32_t>((right - left) * (bottom - top));
+    std::array<std::uint8_t, 4> mean{};
+    std::transform(sums.begin(), sums.end(), mean.begin(),
+                   [&](std::uint32_t sum) { return static_cast<std::uint8_t>((sum + count / 2) / count); });
+    return mean;
+}
+
+/// The picture with each side divided by the least whole number that makes the GL take it, in `fewerPixels`.
+/// Not by GLU, which darkens pictures as large as these.
+PixelView fitted(const PixelView& picture, std::vector<std::uint8_t>& fewerPixels) {
+    TARNWICK_LOCATION("loadGLTexture32::fitted");
+    const GLsizei largest = largestSide();
+    const GLsizei across = (picture.width - 1) / largest + 1;
+    const GLsizei down = (picture.height - 1) / largest + 1;
+    if (across == 1 && down == 1) {
+        return picture;
+    }
+    const GLsizei width = (picture.width - 1) / across + 1;
+    const GLsizei height = (picture.height - 1) / down + 1;
+    fewerPixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
+    for (GLsizei y = 0; y < height; ++y) {
+        for (GLsizei x = 0; x < width; ++x) {
+            const std::array<std::uint8_t, 4> pixel = meanOf(picture, x * across, y * down, across, down);
+            fewerPixels.insert(fewerPixels.end(), pixel.begin(), pixel.end());
+        }
+    }
+    return {fewerPixels.data(), width, height};
 }
 
 } // namespace
@@ -58,21 +114,16 @@ void loadGLTexture32::load(std::uint32_t textureId,
 
     const std::uint32_t level = GLTextureManager::getTextureDetailLevel();
     const GLint coarseFormat = GLTextureManager::compressionAvailable() ? GL_COMPRESSED_RGBA_ARB : GL_RGBA4;
+    std::vector<std::uint8_t> fewerPixels;
     std::vector<std::uint8_t> halfPixels;
-    PixelView picture{pixels, static_cast<GLsizei>(width), static_cast<GLsizei>(height)};
+    PixelView picture =
+        fitted({pixels, static_cast<GLsizei>(width), static_cast<GLsizei>(height)}, fewerPixels);
     if (level == GLTextureManager::coarsestDetailLevel) {
         picture = halved(picture, halfPixels);
     }
     gluBuild2DMipmaps(GL_TEXTURE_2D, level == 0 ? GL_RGBA : coarseFormat, picture.width, picture.height,
                       GL_BGRA, GL_UNSIGNED_BYTE, picture.pixels);
     glPopClientAttrib();
-}
-
-std::uint32_t loadGLTexture32::largestSize() {
-    TARNWICK_LOCATION("loadGLTexture32::largestSize");
-    GLint size = 0; // stays as it is without a context
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &size);
-    return static_cast<std::uint32_t>(size);
 }
 
 } // namespace tarnwick

@@ -4,6 +4,8 @@
 #include "support/DataFolder.h"
 #include "support/ModuleTest.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <memory>
@@ -59,6 +61,13 @@ TEST_F(AviStreamTest, TheHeaderIsToldAsItStands) {
     EXPECT_EQ(stream->frameCount(), 77u);
     EXPECT_EQ(stream->frameDuration(), 66u); // 15 a second: 66.67, cut
     EXPECT_FALSE(stream->framesOpen());
+}
+
+// The fault: a start that waits for ever for somebody to write into it.
+TEST_F(AviStreamTest, APipeInAFilmsPlaceIsNoFilm) {
+    ASSERT_EQ(mkfifo("pipe.avi", 0600), 0);
+
+    EXPECT_EQ(AviStream::open("pipe.avi"), nullptr);
 }
 
 TEST_F(AviStreamTest, PicturesComeByTheirNumberInAnyOrder) {

@@ -5,9 +5,11 @@
 #include "support/TgaFile.h"
 
 #include <SDL_image.h>
+#include <sys/stat.h>
 
 #include <random>
 #include <string>
+#include <utility>
 
 namespace tarnwick {
 
@@ -28,6 +30,14 @@ protected:
             file.data += TgaFile::pixel(10, 20, 30, 40);
         }
         return file.bytes();
+    }
+
+    /// A picture of 8 bits a pixel.
+    static void writePalettePicture(const char* name, int width, int height) {
+        SDL_Surface* const surface =
+            SDL_CreateRGBSurfaceWithFormat(0, width, height, 8, SDL_PIXELFORMAT_INDEX8);
+        SDL_SaveBMP(surface, name);
+        SDL_FreeSurface(surface);
     }
 
     static GLint levelParameter(std::uint32_t textureId, GLenum parameter) {
@@ -67,16 +77,16 @@ TEST_F(GLTextureManagerTest, AMissingFileIsACheckerboardAndMarked) {
 
 TEST_F(GLTextureManagerTest, BytesAreFourAPixelAtEveryDetailLevel) {
     data.write("a.tga", picture(8, 4));
-    data.write("b.pgm", "P5 6 5 255\n" + std::string(30, 'x'));
+    writePalettePicture("b.bmp", 6, 5);
     const GLTexture a("a.tga");
-    const GLTexture b("b.pgm");
+    const GLTexture b("b.bmp");
     const std::uint32_t bytes = (8 * 4 + 6 * 5) * 4;
 
     for (const std::uint32_t level : {0u, 1u, 2u}) {
         GLTextureManager::setTextureDetailLevel(level);
         EXPECT_EQ(GLTextureManager::getTextureBytesUsed(), bytes) << level;
     }
-    EXPECT_EQ(list(), (Strings{"A.TGA : 32 BIT", "B.PGM : 8 BIT"}));
+    EXPECT_EQ(list(), (Strings{"A.TGA : 32 BIT", "B.BMP : 8 BIT"}));
 }
 
 TEST_F(GLTextureManagerTest, DetailLevelsAboveTwoDoNothing) {
@@ -105,9 +115,9 @@ TEST_F(GLTextureManagerTest, TheCoarsestLevelHalvesAndTheOthersKeepTheSize) {
 
 TEST_F(GLTextureManagerTest, AnImageOfOnePixelStaysOnePixelAtTheCoarsestLevel) {
     GLTextureManager::setTextureDetailLevel(2);
-    data.write("a.pgm", "P5 1 1 255\nx");
+    writePalettePicture("a.bmp", 1, 1);
 
-    const GLTexture texture("a.pgm");
+    const GLTexture texture("a.bmp");
 
     EXPECT_EQ(texture.width, 1u);
     EXPECT_EQ(levelParameter(texture.textureId, GL_TEXTURE_WIDTH), 1);
@@ -223,7 +233,55 @@ TEST_F(GLTextureManagerTest, AbsurdSizesAreCheckerboardsAndTakeNoMemory) {
     expectCheckerboard("huge.bmp", bmp);
     bmp[25] = '\xFF'; // a negative height: top row first
     expectCheckerboard("huge2.bmp", bmp);
-    expectCheckerboard("huge.gif", std::string("GIF89a\xFF\xFF\xFF\xFF\xF0\0\0", 13));
+    const std::string gifPicture(",\0\0\0\0\xFF\xFF\xFF\xFF\0", 10);
+    expectCheckerboard("huge.gif", std::string("GIF89a\x04\0\x04\0\0\0\0", 13) + gifPicture);
+    const std::string gifExtension("!\xF9\4\0\0\0\0\0", 8);
+    expectCheckerboard("huge2.gif",
+                       std::string("GIF89a\x04\0\x04\0\x80\0\0\1\1\1\2\2\2", 19) + gifExtension + gifPicture);
+    expectCheckerboard("huge.jpg",
+                       std::string("\xFF\xD8\xFF\xE0\0\4ab\xFF\xC2\0\x0B\x08\xFF\xFF\xFF\xFF\1\1\x11\0", 21));
+}
+
+// The fault: a kind of picture whose head nobody looks at takes gigabytes for a file of some bytes.
+TEST_F(GLTextureManagerTest, KindsThatTheGameDoesNotTakeAreRefusedBeforeTheyAreDecoded) {
+    const std::pair<const char*, std::string> files[] = {
+        {"a.ppm", "P6\n2 2\n255\n" + std::string(12, '\x7F')},
+        {"a.pgm", "P5\n2 2\n255\n" + std::string(4, '\x7F')},
+        {"a.xpm", "/* XPM */\nstatic char* x[] = {\n\"1 1 1 1\",\n\"a c #FF0000\",\n\"a\"};\n"},
+        {"a.svg", "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"4\" height=\"4\"><rect width=\"4\" "
+                  "height=\"4\"/></svg>"},
+        {"a.ico", std::string("\0\0\1\0\1\0\1\1\0\0\1\0\x20\0", 14)},
+    };
+    for (const auto& [name, bytes] : files) {
+        expectCheckerboard(name, bytes);
+    }
+}
+
+TEST_F(GLTextureManagerTest, EachKindThatTheGameTakesIsRead) {
+    SDL_Surface* const surface = SDL_CreateRGBSurfaceWithFormat(0, 20, 12, 24, SDL_PIXELFORMAT_RGB24);
+    IMG_SavePNG(surface, "a.png");
+    IMG_SaveJPG(surface, "a.jpg", 90);
+    SDL_SaveBMP(surface, "a.bmp");
+    SDL_FreeSurface(surface);
+    const std::string clear = "\x80"; // before the codes would need nine bits
+    const std::string hundred(100, '\0');
+    data.write("a.gif", std::string("GIF89a\x14\0\x0C\0\x80\0\0\0\0\0\xFF\xFF\xFF!\xF9\4\0\0\0\0\0", 27) +
+                            std::string(",\0\0\0\0\x14\0\x0C\0\0\7\xF4", 12) + clear + hundred + clear +
+                            hundred + clear + hundred.substr(60) + std::string("\x81\0;", 3));
+
+    for (const char* name : {"a.png", "a.jpg", "a.bmp", "a.gif"}) {
+        const GLTexture texture(name);
+        EXPECT_EQ(texture.width, 20u) << name;
+        EXPECT_EQ(texture.height, 12u) << name;
+    }
+}
+
+// The fault: a start that waits for ever for somebody to write into it.
+TEST_F(GLTextureManagerTest, APipeInAPicturesPlaceIsACheckerboard) {
+    for (const char* name : {"pipe.tga", "pipe.png"}) {
+        ASSERT_EQ(mkfifo(name, 0600), 0);
+        EXPECT_EQ(GLTexture(name).width, 16u) << name;
+    }
 }
 
 TEST_F(GLTextureManagerTest, RandomBytesNeverDoHarm) {

@@ -3,6 +3,7 @@
 #include "support/GLTest.h"
 #include "support/TgaFile.h"
 
+#include <algorithm>
 #include <numeric>
 #include <string>
 
@@ -147,13 +148,36 @@ TEST_F(GLTga32LoaderTest, ShortHeadersAndMissingFilesAreRefused) {
     EXPECT_FALSE(GLTga32Loader::load("none.tga", textureId, width, height));
 }
 
-TEST_F(GLTga32LoaderTest, ASizeBeyondTheGlOrBeyondTheFileIsRefused) {
-    load(TgaFile{.imageType = 10, .width = 65535, .height = 65535, .data = differentPixels()}.bytes());
-    const bool beyondTheGl = accepted;
+TEST_F(GLTga32LoaderTest, ASizeBeyondAllMemoryOrBeyondTheFileIsRefused) {
+    const std::string run = "\xFF" + TgaFile::pixel(1, 2, 3, 4);
+    load(TgaFile{.imageType = 10, .width = 32768, .height = 8193, .data = repeated(run, 524'400)}.bytes());
+    const bool beyondMemory = accepted; // 2^28 pixels are the most, and the file has them
     load(TgaFile{.imageType = 10, .width = 4096, .height = 4096, .data = differentPixels()}.bytes());
 
-    EXPECT_FALSE(beyondTheGl);
+    EXPECT_FALSE(beyondMemory);
     EXPECT_FALSE(accepted);
+}
+
+// The fault: a checkerboard in place of a picture that only this GPU finds too large.
+TEST_F(GLTga32LoaderTest, APictureWiderThanTheGlTakesIsScaled) {
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    const std::string run = "\xFF" + TgaFile::pixel(10, 20, 30, 255);
+    data.write("wide.tga",
+               TgaFile{.imageType = 10, .width = 65535, .height = 4, .data = repeated(run, 2048)}.bytes());
+
+    accepted = GLTga32Loader::load("wide.tga", textureId, width, height);
+
+    GLint wide = 0;
+    glBindTexture(GL_TEXTURE_2D, textureId);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &wide);
+    std::string pixels(static_cast<std::size_t>(std::max(wide, 1)) * 4 * 4, '\0');
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
+    EXPECT_TRUE(accepted);
+    EXPECT_EQ(width, 65535u); // of the picture: what is drawn with it keeps its place
+    EXPECT_GT(wide, 1000);
+    EXPECT_LE(wide, largest);
+    EXPECT_EQ(pixels.substr(0, 4), TgaFile::pixel(10, 20, 30, 255));
 }
 
 } // namespace tarnwick
