@@ -165,18 +165,16 @@ bool hasDisplay() {
 } // namespace
 
 CrashReport::State CrashReport::state;
-alignas(64) std::array<std::byte, CrashReport::signalStackSize> CrashReport::signalStack;
+alignas(64) CrashReport::SignalStack CrashReport::signalStack;
+alignas(64) CrashReport::SignalStack CrashReport::workerSignalStack;
 
 // no location: it empties the stack
 void installCrashHandlers() {
+    LocationStack::use(LocationStack::mainNames);
     CrashReport::prepareReport();
-    std::fill(std::begin(LocationStack::names), std::end(LocationStack::names) - 1, nullptr);
+    std::fill(std::begin(LocationStack::mainNames), std::end(LocationStack::mainNames) - 1, nullptr);
     LocationStack::count = 0;
-
-    stack_t stack{};
-    stack.ss_sp = CrashReport::signalStack.data();
-    stack.ss_size = CrashReport::signalStack.size();
-    sigaltstack(&stack, nullptr);
+    CrashReport::useSignalStack(CrashReport::signalStack);
 
     struct sigaction action {};
     action.sa_handler = CrashReport::onSignal;
@@ -209,6 +207,19 @@ void CrashReport::setWindowClosing(void (*close)(), bool (*drop)()) {
     TARNWICK_LOCATION("CrashReport::setWindowClosing");
     state.windowClosing = close;
     state.windowDropping = drop;
+}
+
+// no location: called before the stack of locations is emptied
+void CrashReport::useSignalStack(SignalStack& memory) {
+    stack_t stack{};
+    stack.ss_sp = memory.data();
+    stack.ss_size = memory.size();
+    sigaltstack(&stack, nullptr);
+}
+
+void CrashReport::prepareWorker() {
+    TARNWICK_LOCATION("CrashReport::prepareWorker");
+    useSignalStack(workerSignalStack);
 }
 
 void CrashReport::prepareReport() {

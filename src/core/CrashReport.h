@@ -52,6 +52,9 @@ public:
     /// it could; it runs in a signal handler and may take no lock. Null: nothing is left.
     static void setWindowClosing(void (*close)(), bool (*drop)() = nullptr);
 
+    /// Called first by the one worker thread: an overflow of its stack is reported, too.
+    static void prepareWorker();
+
     /// A place at which the program can end: reports a request that came since, and does not return then.
     /// Does nothing on any thread but the main one.
     static void endIfAsked();
@@ -73,8 +76,11 @@ private:
 
     /// Bytes: closing a window calls the GL driver.
     static constexpr std::size_t signalStackSize = 1'048'576;
-    alignas(64) static std::array<std::byte, signalStackSize> signalStack;
+    using SignalStack = std::array<std::byte, signalStackSize>;
+    alignas(64) static SignalStack signalStack;
+    alignas(64) static SignalStack workerSignalStack;
 
+    static void useSignalStack(SignalStack& memory);
     static void prepareReport();
     static void onSignal(int signalNumber);
     static void onStandstill(int signalNumber);

@@ -1,5 +1,6 @@
 #include "core/WorkerThread.h"
 
+#include "core/CrashReport.h"
 #include "core/LocationStack.h"
 
 #include <sys/resource.h>
@@ -18,9 +19,6 @@ constexpr std::size_t ownStack = 65535;
 /// Bytes for what the thread calls: a GL driver may compile its shaders here. Only what is touched takes
 /// memory.
 constexpr std::size_t libraryStack = 8'388'608;
-
-/// The C library takes the thread-local variables out of the stack as well, above all the location stack.
-constexpr std::size_t threadLocals = sizeof(LocationStack::names);
 
 /// Nice values of the priorities -2 to 2.
 constexpr std::array<int, 5> niceValues{10, 5, 0, -5, -10};
@@ -91,8 +89,11 @@ void WorkerThread::waitWhileSuspended() {
     gate.wait(lock, [this] { return !suspended; });
 }
 
+// no location: the thread has no stack of them before
 void* WorkerThread::enter(void* worker) {
+    LocationStack::use(LocationStack::workerNames);
     TARNWICK_LOCATION("WorkerThread::enter");
+    CrashReport::prepareWorker();
     auto& self = *static_cast<WorkerThread*>(worker);
     {
         const std::lock_guard lock(self.gateMutex);
@@ -114,7 +115,7 @@ bool WorkerThread::create() {
     }
     const long pageSize = sysconf(_SC_PAGESIZE);
     const auto page = static_cast<std::size_t>(pageSize > 0 ? pageSize : 4096);
-    const std::size_t bytes = ownStack + libraryStack + threadLocals;
+    const std::size_t bytes = ownStack + libraryStack;
     pthread_attr_setstacksize(&attributes, (bytes + page - 1) / page * page);
 
     const sigset_t blocked = signalsOfMainThread();

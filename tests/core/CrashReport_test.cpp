@@ -185,10 +185,12 @@ TEST_F(CrashReportTest, AStackOverflowIsReported) {
         locations += "\n" + std::to_string(line) + " - Victim::overflowTheStack";
     }
 
-    const Remains remains = crash("stack overflow");
+    for (const char* way : {"stack overflow", "stack overflow on a second thread"}) {
+        const Remains remains = crash(way);
 
-    EXPECT_EQ(remains.errorText, reportOf(memoryError, locations));
-    EXPECT_EQ(remains.exitStatus, 1);
+        EXPECT_EQ(remains.errorText, reportOf(memoryError, locations)) << way;
+        EXPECT_EQ(remains.exitStatus, 1) << way;
+    }
 }
 
 TEST_F(CrashReportTest, DamageToTheHeapIsReported) {

@@ -1,6 +1,7 @@
 #include "core/LocationStack.h"
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 namespace tarnwick {
 namespace {
@@ -51,6 +52,34 @@ TEST_F(LocationStackTest, TheCountWrapsRoundInsideTheArray) {
     LocationStack::pop();
     LocationStack::pop();
     EXPECT_EQ(LocationStack::count, 65535);
+}
+
+void* pushInALibrary(void*) {
+    LocationStack::push("Library::function");
+    return nullptr;
+}
+
+// The fault: thread-local arrays of 512 KiB, which a library's thread with a small stack cannot start with;
+// and a library's thread that writes over the main thread's places.
+TEST_F(LocationStackTest, AThreadWithASmallStackStartsAndLeavesTheMainThreadsPlacesAlone) {
+    LocationStack::count = 0;
+    LocationStack::use(LocationStack::mainNames);
+    LocationStack::push("Main::function");
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, 256 * 1024);
+
+    pthread_t thread{};
+    const int failure = pthread_create(&thread, &attributes, pushInALibrary, nullptr);
+    if (failure == 0) {
+        pthread_join(thread, nullptr);
+    }
+    pthread_attr_destroy(&attributes);
+
+    EXPECT_EQ(failure, 0);
+    EXPECT_STREQ(LocationStack::names[0], "Main::function");
+    EXPECT_EQ(LocationStack::count, 1);
+    LocationStack::use(LocationStack::otherNames);
 }
 
 } // namespace

@@ -145,6 +145,13 @@ void crashOnASecondThread() {
     pause();
 }
 
+void overflowTheStackOfASecondThread() {
+    TARNWICK_LOCATION("Victim::overflowTheStackOfASecondThread");
+    WorkerThread thread([](WorkerThread&) { overflow(); });
+    thread.start();
+    pause();
+}
+
 void interruptFromAnotherThread() {
     TARNWICK_LOCATION("Victim::interruptFromAnotherThread");
     raise(SIGINT);
@@ -159,13 +166,12 @@ void interruptASecondThread() {
 
 /// Ends with status 0 if installing the handlers again empties the location stack but for its last entry.
 void installAgain() {
-    for (const char*& name : LocationStack::names) {
-        name = "Old::place";
-    }
+    std::fill(std::begin(LocationStack::mainNames), std::end(LocationStack::mainNames), "Old::place");
     LocationStack::count = 7;
     installCrashHandlers();
-    const bool empty = std::all_of(std::begin(LocationStack::names), std::end(LocationStack::names) - 1,
-                                   [](const char* name) { return name == nullptr; });
+    const bool empty =
+        std::all_of(std::begin(LocationStack::mainNames), std::end(LocationStack::mainNames) - 1,
+                    [](const char* name) { return name == nullptr; });
     const bool lastIsKept = LocationStack::names[LocationStack::capacity - 1] != nullptr;
     _exit(empty && lastIsKept && LocationStack::count == 0 ? 0 : 3);
 }
@@ -273,6 +279,7 @@ const std::map<std::string, void (*)()> waysToCrash{
     {"heap damage", damageTheHeap},
     {"heap damage with a window", damageTheHeapWithAWindowOpen},
     {"second thread", crashOnASecondThread},
+    {"stack overflow on a second thread", overflowTheStackOfASecondThread},
     {"interrupted thread", interruptASecondThread},
     {"install again", installAgain},
     {"closing", tellThatTheWindowCloses},
