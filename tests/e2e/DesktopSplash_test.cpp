@@ -14,6 +14,7 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <string>
@@ -38,7 +39,9 @@ bool waitUntil(const std::function<bool()>& done) {
 
 /// What the desktop shows in the middle of the window.
 FramePicture::Pixel onScreen() {
-    if (std::system("scrot --overwrite screen.png") != 0) { // NOLINT(cert-env33-c,concurrency-mt-unsafe)
+    // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe)
+    if (const int status = std::system("timeout 20 scrot --overwrite screen.png"); status != 0) {
+        std::fprintf(stderr, "scrot ended with %d\n", status);
         return {};
     }
     const FramePicture screen = FramePicture::load("screen.png");

@@ -165,6 +165,43 @@ TEST_F(DesktopWindowTest, LosingTheFocusMinimisesAndTellsOnce) {
     EXPECT_EQ(listener.focusLost, 1);
 }
 
+// The fault: a full screen that stays over the program that the user went to.
+TEST_F(DesktopWindowTest, AFullScreenThatLosesTheFocusMinimisesAndTellsOnce) {
+    GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
+    runForAWhile();
+    SDL_Window* const other = SDL_CreateWindow("Other", 50, 50, 100, 100, 0);
+    SDL_RaiseWindow(other);
+    const bool minimised = runUntil(GLWindow::isMinimised);
+    runForAWhile();
+    const int toldOnce = listener.focusLost;
+    SDL_DestroyWindow(other);
+    GLWindow::restore();
+    GLWindow::giveFocous();
+    const bool back = runUntil(GLWindow::hasFocus);
+    runForAWhile();
+
+    EXPECT_TRUE(minimised);
+    EXPECT_EQ(toldOnce, 1);
+    EXPECT_TRUE(back);
+    EXPECT_TRUE(GLWindow::isFullscreen());
+    EXPECT_EQ(GLWindow::getClientWidth(), GLWindow::getScreenWidth());
+}
+
+TEST_F(DesktopWindowTest, ASizeThatTheUserDrawsIsToldAndDrawnIn) {
+    ASSERT_EQ(std::system("timeout 20 xdotool search --name '^Desktop test$' windowsize 700 500"), 0);
+    const bool resized = runUntil([] { return GLWindow::getClientWidth() == 700; });
+    runForAWhile();
+    GLint viewport[4] = {};
+    GLWindow::glBeginDraw2d();
+    glGetIntegerv(GL_VIEWPORT, viewport);
+
+    EXPECT_TRUE(resized);
+    EXPECT_GE(listener.resized, 1);
+    EXPECT_EQ(GLWindow::getClientHeight(), 500);
+    EXPECT_EQ(viewport[2], 700);
+    EXPECT_EQ(viewport[3], 500);
+}
+
 TEST_F(DesktopWindowTest, AWindowCreatedAnewForItsSamplesIsTheSameToItsUsers) {
     GLWindow::setPosition(200, 150);
     GLWindow::setCursor(2);
@@ -259,9 +296,9 @@ TEST_F(DesktopWindowTest, ARepaintIsServedOnce) {
 }
 
 TEST_F(DesktopWindowTest, AQuestionIsAnsweredByKeyAndTheWindowStaysUp) {
-    ASSERT_EQ(std::system("(sleep 0.7; xdotool key Return) &"), 0);
+    ASSERT_EQ(std::system("(sleep 0.7; timeout 20 xdotool key Return) &"), 0);
     const bool yes = GLWindow::showQuestionBox("Shall it be?", "Question");
-    ASSERT_EQ(std::system("(sleep 0.7; xdotool key Escape) &"), 0);
+    ASSERT_EQ(std::system("(sleep 0.7; timeout 20 xdotool key Escape) &"), 0);
     const bool no = GLWindow::showQuestionBox("Shall it be?", "Question");
     runForAWhile();
 

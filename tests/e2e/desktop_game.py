@@ -7,14 +7,23 @@ import subprocess
 import tempfile
 import time
 
+import stacks
+
 TITLE = "Tarnwick: Version 1.00"
 PATIENCE = 30.0  # seconds in which the game must have done what it was told
 
 
+def run(*command, check=False):
+    """Runs a command that takes no time; one that stands still ends the test and tells where everybody stands."""
+    try:
+        return subprocess.run(command, capture_output=True, text=True, check=check, timeout=2 * PATIENCE)
+    except subprocess.TimeoutExpired:
+        raise AssertionError(f"{' '.join(command)} does not end\n{stacks.of_children()}") from None
+
+
 def xdotool(*arguments):
     """The output of an xdotool command, stripped; empty if it fails."""
-    done = subprocess.run(["xdotool", *arguments], capture_output=True, text=True, check=False)
-    return done.stdout.strip()
+    return run("xdotool", *arguments).stdout.strip()
 
 
 def wait_for(what, condition, patience=PATIENCE):
@@ -25,7 +34,7 @@ def wait_for(what, condition, patience=PATIENCE):
         if result:
             return result
         time.sleep(0.05)
-    raise AssertionError("timed out: " + what)
+    raise AssertionError(f"timed out: {what}\n{stacks.of_children()}")
 
 
 class Game:
@@ -109,7 +118,7 @@ class Game:
         wait_for(f"'{line}' answers '{answer}'", lambda: answer in self.log()[before:])
 
     def screenshot(self, name):
-        subprocess.run(["scrot", "--overwrite", str(self.output / f"{name}.png")], check=True)
+        run("scrot", "--overwrite", str(self.output / f"{name}.png"), check=True)
 
     def picture(self):
         """The bytes of a screenshot of this moment."""
