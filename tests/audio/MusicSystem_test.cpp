@@ -384,23 +384,34 @@ TEST_F(MusicSystemTest, AnyOrderOfCallsIsFine) {
     std::minstd_rand random(7);
     const std::string names[] = {quarter, music, "missing.ogg"};
 
+    bool open = false; // the model: a stream there or not, and the volume
+    std::uint8_t volume = MusicSystem::getVolume();
     for (int i = 0; i < 300; ++i) {
         switch (random() % 5) {
-        case 0:
-            MusicSystem::play(names[random() % 3], random() % 2 == 0);
+        case 0: {
+            const std::string& name = names[random() % 3];
+            const bool loop = random() % 2 == 0;
+            open = name != "missing.ogg";
+            EXPECT_EQ(MusicSystem::play(name, loop), open) << "call " << i;
+            EXPECT_TRUE(!open || state().looping == loop) << "call " << i;
             break;
+        }
         case 1:
-            MusicSystem::pause();
+            EXPECT_EQ(MusicSystem::pause(), open) << "call " << i;
             break;
         case 2:
-            MusicSystem::resume();
+            EXPECT_EQ(MusicSystem::resume(), open) << "call " << i;
             break;
         case 3:
-            MusicSystem::stop();
+            EXPECT_TRUE(MusicSystem::stop());
+            open = false;
             break;
         default:
-            MusicSystem::setVolume(static_cast<std::int32_t>(random() % 256));
+            volume = static_cast<std::uint8_t>(random());
+            MusicSystem::setVolume(volume);
         }
+        EXPECT_EQ(state().stream != nullptr, open) << "call " << i;
+        EXPECT_EQ(MusicSystem::getVolume(), volume) << "call " << i;
     }
 
     EXPECT_TRUE(MusicSystem::stop());

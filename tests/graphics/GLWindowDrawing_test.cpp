@@ -5,6 +5,8 @@
 #include "graphics/GLWindowEventListener.h"
 #include "support/GLTest.h"
 
+#include <SDL_video.h>
+
 #include <array>
 #include <cmath>
 #include <string>
@@ -307,6 +309,22 @@ TEST_F(GLWindowDrawingTest, WithoutAWindowEverythingIsHarmless) {
     EXPECT_EQ(GLWindow::getCursor(), 1);
     EXPECT_EQ(GLWindow::getTitle(), "");
     EXPECT_EQ(GLWindow::getClientWidth(), 0);
+}
+
+// The fault: a switch that does nothing, or a new window that forgets it.
+TEST_F(GLWindowDrawingTest, VerticalSyncIsSwitchedAndKeptInANewWindow) {
+    GLWindow::enableVsync(false);
+    const int intervalOff = SDL_GL_GetSwapInterval();
+    const bool toldOff = GLWindow::vsyncEnabled();
+    GLWindow::setAntiAliasingMode(4);
+    const int intervalInNewWindow = SDL_GL_GetSwapInterval();
+    GLWindow::enableVsync(true);
+
+    EXPECT_EQ(intervalOff, 0);
+    EXPECT_FALSE(toldOff);
+    EXPECT_EQ(intervalInNewWindow, 0);
+    EXPECT_EQ(SDL_GL_GetSwapInterval(), 1);
+    EXPECT_TRUE(GLWindow::vsyncEnabled());
 }
 
 } // namespace tarnwick

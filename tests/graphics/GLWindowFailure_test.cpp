@@ -30,12 +30,14 @@ protected:
 
 TEST_F(GLWindowFailureTest, NoDisplayEndsTheProgram) {
     EXPECT_EXIT(createWindowWith(nullptr, nullptr), testing::ExitedWithCode(1),
-                "Game error: Unable to create window: couldn't get program handle\\.");
+                "Game error: Unable to create window: couldn't get program handle\\.\n"
+                "No display to open a window on\n");
 }
 
 TEST_F(GLWindowFailureTest, AnUnknownDriverEndsTheProgram) {
     EXPECT_EXIT(createWindowWith("SDL_VIDEODRIVER", "nonsense"), testing::ExitedWithCode(1),
-                "Game error: Unable to create window: couldn't get program handle\\.");
+                "Game error: Unable to create window: couldn't get program handle\\.\n"
+                "nonsense not available\n");
 }
 
 TEST_F(GLWindowFailureTest, ADriverWithoutGlEndsTheProgram) {

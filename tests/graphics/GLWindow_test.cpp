@@ -388,6 +388,23 @@ TEST_F(GLWindowTest, ANewSizeIsToldAtOnceAndOnlyOnce) {
     EXPECT_EQ(GLWindow::getHeight(), 300); // no frame
 }
 
+// The fault: a size that the user draws with the mouse and nobody hears of.
+TEST_F(GLWindowTest, ASizeThatTheUserChoosesIsToldOnce) {
+    for (int i = 0; i < 2; ++i) { // the desktop tells it more than once
+        SDL_Event event{};
+        event.type = SDL_WINDOWEVENT;
+        event.window.event = SDL_WINDOWEVENT_SIZE_CHANGED;
+        event.window.data1 = 1024;
+        event.window.data2 = 700;
+        SDL_PushEvent(&event);
+    }
+    GLWindow::run();
+
+    EXPECT_EQ(listener.heard, std::vector<std::string>{"resized"});
+    EXPECT_EQ(GLWindow::getClientWidth(), 1024);
+    EXPECT_EQ(GLWindow::getClientHeight(), 700);
+}
+
 TEST_F(GLWindowTest, SizesBelowOneAreIgnored) {
     GLWindow::setClientSize(0, 300);
     GLWindow::setSize(300, -1);

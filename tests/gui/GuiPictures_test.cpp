@@ -94,12 +94,23 @@ TEST_F(GuiPicturesTest, AnotherImageShowsWholeAgain) {
 
 TEST_F(GuiPicturesTest, AnImageWithoutASizeIsDrawnWithoutDividingByIt) {
     GuiImage image;
+    image.setImage("gfx\\split.tga");
+    image.setSize(80, 40);
+    image.setImagePortion(0.0f, 0.0f, 0.0f, 0.0f);
+    beginPicture();
+    image.windowRedrawing();
+    const FramePicture corner = picture(); // the picture's corner, all over
+
+    image.setImagePortion(2.0f, 0.0f, 2.0f, 4.0f);
     image.image.width = 0;
     beginPicture();
-
     image.windowRedrawing();
+    const FramePicture withoutSize = picture();
 
-    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    EXPECT_NE(corner.at(20, 20), black);
+    for (const std::int32_t x : {1, 40, 78}) {
+        EXPECT_EQ(withoutSize.at(x, 20), corner.at(x, 20)) << x;
+    }
 }
 
 TEST_F(GuiPicturesTest, TheTableHasARowOfTitlesAndTenEntries) {
