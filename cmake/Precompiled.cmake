@@ -3,9 +3,10 @@
 #
 #   standard  the standard library; every target of ours that names no other
 #   tests     and GoogleTest
-#   json      the standard library, nlohmann/json and CLI11
+#   json      the standard library and nlohmann/json
 #   json_tests  GoogleTest and nlohmann/json
 #
+# CLI11 is in none: it defines objects, so that each file that reads it compiles all of it.
 # Only headers that never change here are among them: a header of ours would build everything anew at each change.
 # No file may lean on them; building with TARNWICK_PRECOMPILED=OFF (the preset `alone`) proves that none does.
 option(TARNWICK_PRECOMPILED "Read the headers of libraries once for all files" ON)
@@ -16,10 +17,10 @@ set(TARNWICK_PRECOMPILED_standard
 set(TARNWICK_PRECOMPILED_tests
     ${TARNWICK_PRECOMPILED_standard} <filesystem> <random> <sstream> <gtest/gtest.h>)
 set(TARNWICK_PRECOMPILED_json
-    ${TARNWICK_PRECOMPILED_standard} <iostream> <optional> <nlohmann/json.hpp> <CLI/CLI.hpp>)
+    ${TARNWICK_PRECOMPILED_standard} <iostream> <optional> <nlohmann/json.hpp>)
 set(TARNWICK_PRECOMPILED_json_tests
     ${TARNWICK_PRECOMPILED_tests} <optional> <nlohmann/json.hpp>)
-set(TARNWICK_PRECOMPILED_json_LIBRARIES nlohmann_json::nlohmann_json CLI11::CLI11)
+set(TARNWICK_PRECOMPILED_json_LIBRARIES nlohmann_json::nlohmann_json)
 set(TARNWICK_PRECOMPILED_tests_LIBRARIES GTest::gtest)
 set(TARNWICK_PRECOMPILED_json_tests_LIBRARIES GTest::gtest nlohmann_json::nlohmann_json)
 
@@ -35,7 +36,7 @@ function(tarnwick_precompiled target kind)
         target_precompile_headers(${headers} PRIVATE ${TARNWICK_PRECOMPILED_${kind}})
     endif()
     target_precompile_headers(${target} REUSE_FROM ${headers})
-    if(kind MATCHES "tests$")
+    if(kind MATCHES "json|tests")
         # g++ 12 forgets on the way which warnings the library's headers switch off, and finds errors in std::string
         # that are none. Without precompiled headers these warnings are on.
         target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:

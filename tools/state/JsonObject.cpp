@@ -2,6 +2,8 @@
 
 #include "tools/state/SimulationState.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cmath>
 
 namespace tarnwick {
@@ -26,6 +28,25 @@ float asFloat(const nlohmann::json& value, const std::string& what) {
         refuseField(what, "a 32-bit float");
     }
     return static_cast<float>(wide);
+}
+
+std::uint64_t
+asBitsBetween(std::int64_t least, std::uint64_t most, const nlohmann::json& value, const std::string& what) {
+    if (!value.is_number_integer()) {
+        refuseField(what, "a whole number");
+    }
+    if (value.is_number_unsigned()) {
+        const auto bits = value.get<std::uint64_t>();
+        if (bits > most) {
+            refuseField(what, "in the range of its kind");
+        }
+        return bits;
+    }
+    const auto negative = value.get<std::int64_t>();
+    if (negative < least) {
+        refuseField(what, "in the range of its kind");
+    }
+    return static_cast<std::uint64_t>(negative);
 }
 
 bool asFlag(const nlohmann::json& value, const std::string& what) {
@@ -83,6 +104,10 @@ JsonObject::JsonObject(const nlohmann::json& json, std::string path)
     if (!object.is_object()) {
         refuseField(name.empty() ? "the line" : name, "an object");
     }
+}
+
+bool JsonObject::has(const char* key) const {
+    return object.contains(key);
 }
 
 const nlohmann::json& JsonObject::field(const char* key) const {

@@ -2,12 +2,11 @@
 
 #include "core/Vector2.h"
 
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 
 #include <cstdint>
 #include <limits>
 #include <string>
-#include <type_traits>
 #include <utility>
 
 namespace tarnwick {
@@ -27,24 +26,15 @@ Vector2 asVector(const nlohmann::json& value, const std::string& what);
 std::string asText(const nlohmann::json& value, const std::string& what);
 const nlohmann::json& asArray(const nlohmann::json& value, const std::string& what);
 
+/// The 64 bits of a whole number from `least`, which is not above 0, to `most`.
+std::uint64_t
+asBitsBetween(std::int64_t least, std::uint64_t most, const nlohmann::json& value, const std::string& what);
 /// A whole number in the range of `Integer`.
 template <typename Integer>
 Integer asInteger(const nlohmann::json& value, const std::string& what) {
-    if (!value.is_number_integer()) {
-        refuseField(what, "a whole number");
-    }
-    if (value.is_number_unsigned()) {
-        if (value.get<std::uint64_t>() > static_cast<std::uint64_t>(std::numeric_limits<Integer>::max())) {
-            refuseField(what, "in the range of its kind");
-        }
-        return static_cast<Integer>(value.get<std::uint64_t>());
-    }
-    const auto negative = value.get<std::int64_t>();
-    if (std::is_unsigned_v<Integer> ||
-        negative < static_cast<std::int64_t>(std::numeric_limits<Integer>::min())) {
-        refuseField(what, "in the range of its kind");
-    }
-    return static_cast<Integer>(negative);
+    using Range = std::numeric_limits<Integer>;
+    const auto least = static_cast<std::int64_t>(Range::min());
+    return static_cast<Integer>(asBitsBetween(least, static_cast<std::uint64_t>(Range::max()), value, what));
 }
 
 /// An object of the line. Fields that it does not ask for may stand in it. Refers to the parsed line, which
@@ -54,7 +44,7 @@ public:
     /// `path` is how messages call it; empty for the line itself.
     JsonObject(const nlohmann::json& json, std::string path);
 
-    bool has(const char* key) const { return object.contains(key); }
+    bool has(const char* key) const;
     const nlohmann::json& field(const char* key) const; ///< Throws `StateError` if it is not there.
     JsonObject child(const char* key) const { return {field(key), path(key)}; }
     float number(const char* key) const { return asFloat(field(key), path(key)); }

@@ -8,6 +8,8 @@
 #include "tools/state/JsonObject.h"
 #include "tools/state/SimulationState.h"
 
+#include <nlohmann/json.hpp>
+
 #include <iterator>
 #include <tuple>
 

@@ -5,6 +5,8 @@
 #include "tools/state/JsonObject.h"
 #include "tools/state/SimulationState.h"
 
+#include <nlohmann/json.hpp>
+
 namespace tarnwick {
 
 void ObjectRows::write(JsonLine& out) {

@@ -6,6 +6,8 @@
 #include "tools/state/JsonObject.h"
 #include "tools/state/SimulationState.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <iterator>
 #include <map>

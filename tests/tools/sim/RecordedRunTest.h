@@ -32,34 +32,13 @@ protected:
         asked.noFlight = true;
         return asked;
     }
-    /// The dumped line of each tick, tick 0 first. Begins as a program of its own. The summary is kept.
-    Lines run(SimulationOptions asked) {
-        ModuleReset::all();
-        std::filesystem::current_path(files.path());
-        asked.dumpFile = "run.jsonl";
-        std::ostringstream out;
-        std::ostringstream log;
-        runSimulation(asked, out, log);
-        summary = out.str();
-        std::filesystem::current_path(files.path());
-        Lines lines;
-        std::ifstream file("run.jsonl");
-        for (std::string line; std::getline(file, line);) {
-            lines.push_back(nlohmann::json::parse(line));
-        }
-        return lines;
-    }
+    /// Dumps to `run.jsonl`, tick 0 first. Begins as a program of its own. The summary is kept.
+    void play(SimulationOptions asked);
+    /// The same; the dumped line of each tick.
+    Lines run(SimulationOptions asked);
     /// What follows in `whole` from the line `from` on, worked out anew from that line.
-    Lines continued(SimulationOptions asked, const Lines& whole, std::size_t from) {
-        files.write("from.jsonl", whole[from].dump() + "\n");
-        asked.stateFile = "from.jsonl";
-        asked.consoleFile.clear();
-        asked.ticks -= from;
-        return run(asked);
-    }
-    static Lines rest(const Lines& whole, std::size_t from) {
-        return {whole.begin() + static_cast<std::ptrdiff_t>(from), whole.end()};
-    }
+    Lines continued(SimulationOptions asked, const Lines& whole, std::size_t from);
+    static Lines rest(const Lines& whole, std::size_t from);
 
     std::string dataOfTree;
     DataFolder files;

@@ -41,7 +41,7 @@ protected:
         return chosen;
     }
     void expectToGoOn(const SimulationOptions& asked, std::uint32_t seed) {
-        run(asked);
+        play(asked);
         const std::vector<std::string> whole = linesOf("run.jsonl");
         ASSERT_EQ(whole.size(), ticks + 1);
         for (const std::uint64_t from : randomTicks(seed)) {
@@ -51,7 +51,7 @@ protected:
             again.consoleFile.clear();
             again.ticks = std::min<std::uint64_t>(ticks - from, thorough() ? ticks : 60);
 
-            run(again);
+            play(again);
 
             const std::vector<std::string> lines = linesOf("run.jsonl");
             for (std::size_t i = 0; i <= again.ticks; ++i) {
