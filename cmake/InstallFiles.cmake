@@ -4,7 +4,7 @@ set(made ${PROJECT_BINARY_DIR}/packaging)
 execute_process(COMMAND date --utc --rfc-email --date ${TARNWICK_RELEASE_DATE}
     OUTPUT_VARIABLE TARNWICK_RELEASE_TIME OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 
-install(TARGETS tarnwick-launcher tarnwick-level tarnwick-sim RUNTIME DESTINATION ${TARNWICK_INSTALL_GAMES})
+install(TARGETS tarnwick-launcher tarnwick-level tarnwick-sim tarnwick-solve RUNTIME DESTINATION ${TARNWICK_INSTALL_GAMES})
 install(TARGETS tarnwick tarnwick-crash-box RUNTIME DESTINATION ${TARNWICK_INSTALL_GAME})
 install(DIRECTORY data/ DESTINATION ${TARNWICK_INSTALL_DATA}
     PATTERN sav EXCLUDE
@@ -45,6 +45,7 @@ endfunction()
 tarnwick_man_page(tarnwick tarnwick-launcher)
 tarnwick_man_page(tarnwick-level tarnwick-level)
 tarnwick_man_page(tarnwick-sim tarnwick-sim)
+tarnwick_man_page(tarnwick-solve tarnwick-solve)
 
 # The text of a licence that Debian does not have by itself, as Debian's file of copyrights has them: indented, a dot for an empty line.
 foreach(licence CC-BY-SA-4.0)

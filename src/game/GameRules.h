@@ -41,6 +41,8 @@ public:
     /// Takes the place of `update` in a tick in which it does not run: what passed is not counted.
     static void unpauseLevelTimer();
 
+    /// Enough of the water has reached the end: nothing can keep the level from finishing.
+    static bool finishHasBegun() { return state.levelEnding; }
     /// The end of the level has faded in.
     static bool gameIsFinished();
     /// Milliseconds of play.

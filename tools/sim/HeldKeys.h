@@ -18,6 +18,11 @@ struct Held {
 /// events in the queue that the window pumps.
 class HeldKeys {
 public:
+    struct Change {
+        std::uint64_t tick = 0; ///< Ticks run when the keys change.
+        Held held;
+    };
+
     /// Nothing held.
     HeldKeys() = default;
 
@@ -39,11 +44,10 @@ public:
     /// What is held once `ticksRun` ticks have run.
     Held at(std::uint64_t ticksRun) const;
 
+    /// By tick, ascending.
+    const std::vector<Change>& all() const { return changes; }
+
 private:
-    struct Change {
-        std::uint64_t tick = 0;
-        Held held;
-    };
     std::vector<Change> changes; ///< By tick, ascending.
     std::size_t nextChange = 0;
     Held told; ///< As the game was told.
