@@ -95,42 +95,59 @@ class Sample(unittest.TestCase):
 class FakeWorker(mutate.Worker):
     """A worker whose build and tests are told what to say; it remembers the text that they met."""
 
-    def __init__(self, tree, built, passing):
-        super().__init__(0, "release")
+    def __init__(self, tree, built, passing, near=False):
+        super().__init__(0, "release", near)
         self.tree = tree
         self.built = built
         self.passing = passing
         self.met = None
 
-    def compile(self, log):
-        self.met = (self.tree / "a.cpp").read_text(encoding="utf-8")
+    def compile(self, log, target):
+        self.met = next(self.tree.rglob("a.cpp")).read_text(encoding="utf-8")
         return self.built
 
-    def passes(self, tests, limit):
-        return self.passing(tests)
+    def passes(self, program, tests, limit):
+        return self.passing(program, tests)
 
 
 class Judgement(unittest.TestCase):
     """What becomes of one fault."""
 
-    def judge(self, built, passing):
+    def judge(self, built, passing, path="src/audio/a.cpp", near=False):
         with tempfile.TemporaryDirectory() as folder:
             tree = pathlib.Path(folder)
-            (tree / "a.cpp").write_text("one;\n    x = 2;\nthree;\n", encoding="utf-8")
-            fault = mutate.Fault("a.cpp", 1, "constant", ["    x = 2;"], ["    x = 3;"])
-            worker = FakeWorker(tree, built, passing)
+            (tree / path).parent.mkdir(parents=True)
+            (tree / path).write_text("one;\n    x = 2;\nthree;\n", encoding="utf-8")
+            fault = mutate.Fault(path, 1, "constant", ["    x = 2;"], ["    x = 3;"])
+            worker = FakeWorker(tree, built, passing, near)
             verdict = worker.judge(fault, 1)
             self.assertEqual("one;\n    x = 3;\nthree;\n", worker.met)
-            self.assertEqual("one;\n    x = 2;\nthree;\n", (tree / "a.cpp").read_text(encoding="utf-8"))
+            self.assertEqual("one;\n    x = 2;\nthree;\n", (tree / path).read_text(encoding="utf-8"))
             return verdict
 
     def test_a_fault_lives_only_if_all_tests_pass(self):
-        self.assertEqual("lived", self.judge(True, lambda tests: True))
-        self.assertEqual("noticed", self.judge(True, lambda tests: tests == "*a*"))
-        self.assertEqual("noticed", self.judge(True, lambda tests: tests != "*a*"))
+        for path in ("src/audio/a.cpp", "tools/house/a.cpp"):
+            self.assertEqual("lived", self.judge(True, lambda program, tests: True, path))
+            self.assertEqual("noticed", self.judge(True, lambda program, tests: tests == "*a*", path))
+            self.assertEqual("noticed", self.judge(True, lambda program, tests: tests != "*a*", path))
+        self.assertEqual("noticed", self.judge(True, lambda program, tests: program != "tarnwick_tests"))
+
+    def test_the_tests_of_the_own_folder_run_once_and_are_a_program_of_their_own(self):
+        runs = []
+        self.judge(True, lambda program, tests: runs.append((program, tests)) or True)
+        self.assertEqual([("tarnwick_tests_audio", "*a*"), ("tarnwick_tests_audio", "*-*a*")], runs[:2])
+        self.assertEqual("tarnwick_tests", runs[2][0])
+        self.assertIn(":SoundTest.*", runs[2][1])
+        self.assertNotIn("ParticleManagerTest.*", runs[2][1])
+        self.assertEqual(3, len(runs))
+
+    def test_near_no_other_folder_is_asked(self):
+        runs = []
+        self.assertEqual("lived", self.judge(True, lambda program, tests: runs.append(program) or True, near=True))
+        self.assertEqual({"tarnwick_tests_audio"}, set(runs))
 
     def test_a_fault_that_does_not_build_is_no_fault(self):
-        self.assertEqual("not built", self.judge(False, lambda tests: True))
+        self.assertEqual("not built", self.judge(False, lambda program, tests: True))
 
 
 if __name__ == "__main__":
