@@ -173,7 +173,7 @@ void SoundBuffer::play(bool loop) {
         alSourcei(voice, AL_LOOPING, looping ? AL_TRUE : AL_FALSE); // playing it anew would start it over
         return;
     }
-    voice = SoundSystem::takeVoice(*this, leavesVoices ? SoundSystem::voicesLeft : 0);
+    voice = SoundSystem::takeVoice(*this, leavesVoices);
     if (voice == 0) {
         return;
     }
@@ -275,13 +275,14 @@ void SoundBuffer::loseVoice() {
 
 void SoundBuffer::startOver() {
     TARNWICK_LOCATION("SoundBuffer::startOver");
-    if (!looping) {
-        giveBackIfEnded();
-    } else if (voice != 0) {
+    if (!looping || !alive()) {
+        return;
+    }
+    if (voice == 0) {
+        play(true);
+    } else {
         alSourceRewind(voice);
         alSourcePlay(voice);
-    } else if (alive()) {
-        play(true);
     }
 }
 

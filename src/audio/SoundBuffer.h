@@ -62,7 +62,7 @@ public:
     /// False for a position at or behind the end. One inside a frame goes back to its start.
     bool setCurrentPosition(std::uint32_t bytes);
 
-    /// From now on takes a voice only while more than `SoundSystem::voicesLeft` are free.
+    /// From now on takes a voice only while more are free than `SoundSystem::voicesLeft` says.
     void leaveVoices() { leavesVoices = true; }
 
     // For the device.
@@ -71,7 +71,7 @@ public:
     void giveBackIfEnded();
     /// The device of the voice is no more: goes to the start without it.
     void loseVoice();
-    /// After the loss of the device: plays from the start if it looped, and has come to its end if not.
+    /// After the loss of the device, which ended all that sounded: plays from the start if it looped.
     void startOver();
     /// All buffers on these samples have those of `other`, which is of a new device, and are as good as ever.
     void takeSamples(const SoundBuffer& other);

@@ -11,6 +11,7 @@
 #include <AL/alext.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarnwick {
 
@@ -130,6 +131,7 @@ void SoundSystem::makeVoices() {
         state.freeVoices.push_back(voice);
     }
     std::ranges::reverse(state.freeVoices); // the first made is the first taken
+    state.left = std::min(voicesLeft, state.freeVoices.size() / 2);
 }
 
 void SoundSystem::mendLoss() {
@@ -147,8 +149,7 @@ void SoundSystem::mendLoss() {
     state.lost = true;
     state.lastTry = now;
     if (state.calls.reopen(state.device)) {
-        const auto sounding = state.sounding; // those that played once give their voices back
-        for (const auto& [voice, buffer] : sounding) {
+        for (const auto& [voice, buffer] : state.sounding) {
             buffer->startOver();
         }
     } else if (!replaceDevice()) {
@@ -216,19 +217,16 @@ void SoundSystem::closeDevice() {
     TARNWICK_LOCATION("SoundSystem::closeDevice");
     if (state.primaryBuffer != nullptr) {
         for (const auto& [voice, buffer] : state.sounding) {
-            alSourceStop(voice);
             state.freeVoices.push_back(voice);
         }
         alDeleteSources(static_cast<ALsizei>(state.freeVoices.size()), state.freeVoices.data());
         alcMakeContextCurrent(nullptr);
-        alcDestroyContext(state.primaryBuffer);
-        state.primaryBuffer = nullptr;
+        alcDestroyContext(std::exchange(state.primaryBuffer, nullptr));
     }
     state.sounding.clear();
     state.freeVoices.clear();
     if (state.device != nullptr) {
-        alcCloseDevice(state.device);
-        state.device = nullptr;
+        alcCloseDevice(std::exchange(state.device, nullptr));
     }
 }
 
@@ -248,8 +246,9 @@ std::vector<float> SoundSystem::renderLoopback(std::size_t frames) {
     return samples;
 }
 
-std::uint32_t SoundSystem::takeVoice(SoundBuffer& buffer, std::size_t left) {
+std::uint32_t SoundSystem::takeVoice(SoundBuffer& buffer, bool leaves) {
     TARNWICK_LOCATION("SoundSystem::takeVoice");
+    const std::size_t left = leaves ? state.left : 0;
     if (state.freeVoices.size() <= left) {
         takeBackEnded();
     }
@@ -265,7 +264,7 @@ std::uint32_t SoundSystem::takeVoice(SoundBuffer& buffer, std::size_t left) {
 std::size_t SoundSystem::voicesToSpare() {
     TARNWICK_LOCATION("SoundSystem::voicesToSpare");
     takeBackEnded();
-    return state.freeVoices.size() - std::min(state.freeVoices.size(), voicesLeft);
+    return state.freeVoices.size() - std::min(state.freeVoices.size(), state.left);
 }
 
 void SoundSystem::takeBackEnded() {

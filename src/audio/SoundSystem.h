@@ -20,7 +20,8 @@ public:
     SoundSystem() = delete;
 
     static constexpr std::size_t largestVoiceCount = 256; ///< Asked of the device; it may have fewer.
-    /// Voices that the sources of a level leave to menus, splashes and loops of the water.
+    /// Voices that the sources of a level leave to menus, splashes and loops of the water; half of fewer than
+    /// twice as many.
     static constexpr std::size_t voicesLeft = 32;
 
     /// Opens the default device and tells on the console whether that worked. Does nothing while one is open.
@@ -51,13 +52,13 @@ public:
 
     // For buffers.
 
-    /// A voice, 0 if no more than `left` are free. Takes back those of sounds that have ended, if there is no
-    /// other.
-    static std::uint32_t takeVoice(SoundBuffer& buffer, std::size_t left);
+    /// A voice, 0 if there is none, or for one that `leaves` some if no more than those are free. Takes back
+    /// the voices of sounds that have ended, if there is no other.
+    static std::uint32_t takeVoice(SoundBuffer& buffer, bool leaves);
     /// Gives a voice back, which has been stopped.
     static void freeVoice(std::uint32_t voice);
     static std::size_t voicesInUse() { return state.sounding.size(); }
-    /// Voices that can be taken until `voicesLeft` are free. Takes those of ended sounds back first.
+    /// Voices that can be taken until those to be left are. Takes those of ended sounds back first.
     static std::size_t voicesToSpare();
 
 private:
@@ -84,6 +85,7 @@ private:
         std::map<std::uint32_t, SoundBuffer*> sounding; ///< By the voice that the buffer holds.
         bool lost = false;                              ///< The device has gone, and there is no other yet.
         std::uint32_t lastTry = 0; ///< Milliseconds of `Clock`: the last try to open another.
+        std::size_t left = 0;      ///< Voices that sources of a level leave free.
         DeviceCalls calls;
     };
     /// Never destroyed: sounds in the static lists of other modules may go after every other static object.

@@ -19,8 +19,10 @@
 #include "support/LevelFileBuilder.h"
 #include "support/ModuleTest.h"
 #include "support/ToneFile.h"
+#include "support/WavText.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -118,11 +120,14 @@ protected:
         const double decibels = (1.0 - std::pow(static_cast<double>(volume), 0.2)) * -100.0;
         return 0.5f * static_cast<float>(std::pow(10.0, decibels / 20.0));
     }
+    /// Of water, freezing, friction, evaporation and steam.
+    static std::array<GameSfx_Loop*, 5> loops() {
+        return {&GameSfx_Water::state.ambient, &GameSfx_Ice::state.freeze, &GameSfx_Ice::state.friction,
+                &GameSfx_Steam::state.evaporate, &GameSfx_Steam::state.ambient};
+    }
     static std::size_t loopsPlaying() {
         std::size_t playing = 0;
-        for (const GameSfx_Loop* loop :
-             {&GameSfx_Water::state.ambient, &GameSfx_Ice::state.freeze, &GameSfx_Ice::state.friction,
-              &GameSfx_Steam::state.evaporate, &GameSfx_Steam::state.ambient}) {
+        for (const GameSfx_Loop* const loop : loops()) {
             playing += loop->sound->isPlaying() && loop->sound->isLooping() ? 1u : 0u;
         }
         return playing;
@@ -142,6 +147,10 @@ protected:
     static const Sound& splash(std::size_t level, std::size_t variant) {
         return *GameSfx_Water::state.disturbance.sounds[level - 1][variant];
     }
+    static const Sound& crack(std::size_t level, std::size_t variant) {
+        return *GameSfx_Ice::state.disturbance.sounds[level - 1][variant];
+    }
+    static void follow(GameSfx_Loop& loop, float level) { loop.follow(level, true); }
     static void hit(float fall, float share) {
         GameSfx_Water::state.disturbance.playDisturbanceSounds(fall, share);
     }
@@ -172,6 +181,36 @@ TEST_F(GameSfxSoundsTest, TheLoopFollowsItsLevelAndGoesOnWithoutAGap) {
 
     EXPECT_NEAR(full, toneAt(1.0f), toneAt(1.0f) * tenthOfADecibel);
     EXPECT_NEAR(half, toneAt(0.5f), toneAt(0.5f) * tenthOfADecibel);
+}
+
+/// Each file has a level of its own: a loop of another's file would be heard at another.
+TEST_F(GameSfxSoundsTest, EachLoopIsTheFileOfItsKey) {
+    std::int16_t sample = 0;
+    for (const char* const file : {"water", "freeze", "friction", "evaporate", "steam"}) {
+        sample = static_cast<std::int16_t>(sample + 2'048);
+        data.write(std::string("snd/") + file + ".wav", monoWav(steadySamples(1'000, sample)));
+    }
+    initialise();
+
+    float expected = 0.0f;
+    for (GameSfx_Loop* const loop : loops()) {
+        expected += 2'048.0f / 32'768.0f;
+        follow(*loop, 1.0f);
+        EXPECT_EQ(loudest(), expected);
+        follow(*loop, 0.0f);
+    }
+}
+
+TEST_F(GameSfxSoundsTest, EachSplashAndCrackIsTheFileOfItsKey) {
+    initialise();
+
+    for (std::size_t level = 1; level <= GameSfx_Disturbance::levelCount; ++level) {
+        for (std::size_t variant = 1; variant <= GameSfx_Disturbance::variantCount; ++variant) {
+            const std::string number = std::to_string(level) + "_" + std::to_string(variant) + ".wav";
+            EXPECT_EQ(splash(level, variant - 1).getName(), "snd\\splash_" + number);
+            EXPECT_EQ(crack(level, variant - 1).getName(), "snd\\crack_" + number);
+        }
+    }
 }
 
 TEST_F(GameSfxSoundsTest, WithoutWaterTheLoopStops) {

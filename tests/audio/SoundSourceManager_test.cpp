@@ -439,6 +439,26 @@ TEST_F(SoundSourceManagerTest, LoadingALevelTakesADefaultSoundForEachSourceForGo
     EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
 }
 
+/// Also those that are in the middle of being heard once.
+TEST_F(SoundSourceManagerTest, AChangeOfLevelDropsTheSourcesOfBothKinds) {
+    loadLevel();
+    SoundSourceManager::playSounds(3);
+    EXPECT_TRUE(newest(3).sound.isPlaying());
+    data.write("maps/silent.rivl", LevelFileBuilder::write({}));
+
+    Level::load("maps\\silent.rivl");
+
+    for (const std::int32_t id : {1, 2, 3}) {
+        std::list<SoundSource*> list;
+        SoundSourceManager::getSoundSources(id, list);
+        EXPECT_TRUE(list.empty()) << id;
+    }
+    EXPECT_EQ(answerTo("SoundSourceCount"), "\nSoundSourceCount is 0");
+    EXPECT_EQ(SoundSystem::voicesInUse(), 0u);
+    EXPECT_EQ(references("snd\\drip.wav"), 0);
+    EXPECT_EQ(heard(100), std::vector<float>(100));
+}
+
 TEST_F(SoundSourceManagerTest, TheCommandMakesAStoppedSource) {
     EXPECT_EQ(answerTo("SoundSourceCreate -1.5 2.5 300 true -7 snd\\wind.wav"), "");
 

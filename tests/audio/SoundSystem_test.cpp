@@ -4,6 +4,7 @@
 #include "support/LoopbackTest.h"
 
 #include <cstdlib>
+#include <list>
 #include <memory>
 
 namespace tarnwick {
@@ -28,8 +29,33 @@ protected:
         std::_Exit(asSaid && !sound.isPlaying() ? 0 : 1);
     }
 
+    /// Ends the process: 0 if half of the few voices of a device are left to others by a level's sounds.
+    [[noreturn]] static void playOnADeviceOf(std::size_t voices) {
+        setenv("ALSOFT_CONF", "few", 1);
+        SoundSystem::initialiseLoopback();
+        SoundManager::initialise();
+        std::list<Sound> sounds;
+        for (std::size_t i = 0; i < 2 * voices; ++i) {
+            sounds.emplace_back("snd\\tone.wav").leaveVoices();
+            sounds.back().loop();
+        }
+        const std::size_t ofTheLevel = SoundSystem::voicesInUse();
+        for (std::size_t i = 0; i < 2 * voices; ++i) {
+            sounds.emplace_back("snd\\tone.wav").loop();
+        }
+        std::_Exit(ofTheLevel == voices / 2 && SoundSystem::voicesInUse() == voices ? 0 : 1);
+    }
+
     DataFolder data;
 };
+
+TEST_F(SoundSystemTest, ALevelLeavesHalfTheVoicesOfADeviceThatHasFew) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    data.write("few", "[general]\nsources = 16\n");
+    data.write("snd/tone.wav", monoWav(steadySamples(100, 1000)));
+
+    EXPECT_EXIT(playOnADeviceOf(16), testing::ExitedWithCode(0), "");
+}
 
 TEST_F(SoundSystemTest, AMachineWithoutADeviceIsToldOnce) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");

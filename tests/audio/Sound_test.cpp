@@ -192,6 +192,24 @@ TEST_F(SoundTest, TheMasterVolumeHoldsFromTheNextApplication) {
     EXPECT_EQ(sound.getVolume(), 1.0f);
 }
 
+/// Without it a sound made before "off" in the options would be heard after.
+TEST_F(SoundTest, PlayingAndLoopingApplyTheVolumes) {
+    data.write("snd/level.wav", monoWav(steadySamples(20'000, 16'384)));
+    Sound once("snd\\level.wav");
+    Sound looping("snd\\level.wav");
+
+    for (const float master : {0.0f, 0.5f, 1.0f}) {
+        const float expected = 0.5f * std::pow(10.0f, -5.0f * (1.0f - std::pow(master, 0.2f)));
+        SoundSystem::setVolume(master);
+        once.play();
+        EXPECT_NEAR(heard(rampFrames).back(), master > 0.0f ? expected : 0.0f, 1e-4f) << master;
+        once.stop();
+        looping.loop();
+        EXPECT_NEAR(heard(rampFrames).back(), master > 0.0f ? expected : 0.0f, 1e-4f) << master;
+        looping.stop();
+    }
+}
+
 TEST_F(SoundTest, TheVolumeIsHeldWithinItsRangeAndKeptByInertSounds) {
     data.write("snd/level.wav", monoWav(steadySamples(100, 16'384)));
     for (const char* const name : {"snd\\level.wav", "snd\\missing.wav"}) {

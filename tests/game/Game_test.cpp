@@ -7,6 +7,7 @@
 #include "game/Camera.h"
 #include "game/GameRules.h"
 #include "graphics/GLWindow.h"
+#include "graphics/GLWindowEventListener.h"
 #include "graphics/KeyMap.h"
 #include "gui/GameMenus.h"
 #include "level/Level.h"
@@ -120,10 +121,15 @@ TEST_F(GameTest, WithoutAWindowNothingRuns) {
 }
 
 TEST_F(GameTest, ARunEndsWithTheWindowAndGivesTheListenerBack) {
+    struct Listener final : GLWindowEventListener {
+    } before;
+    GLWindow::setEventListener(&before);
     sendWindowEvent(SDL_WINDOWEVENT_CLOSE);
 
     Game::run(levelName);
 
+    EXPECT_EQ(GLWindow::getEventListener(), &before);
+    GLWindow::setEventListener(nullptr);
     EXPECT_FALSE(GLWindow::exists());
     EXPECT_FALSE(Game::running());
     EXPECT_TRUE(ParticleManager::particles.empty());

@@ -473,12 +473,17 @@ TEST_F(GameMenusTest, MusicGoesOffAndOn) {
     choosers()[1]->setCurrentOption(0);
     click(0);
     const std::uint8_t offVolume = MusicSystem::getVolume();
+    GameMenus::setCurrentMenu(menu::options);
+    choosers()[1]->setCurrentOption(1);
+    click(0);
+    const std::uint8_t onVolume = MusicSystem::getVolume();
     MusicSystem::shutdown();
     SDL_ResetHint(SDL_HINT_AUDIODRIVER);
 
     EXPECT_EQ(shown, 1u);
     EXPECT_EQ(committed, 255) << "what lies between goes to one of the two";
     EXPECT_EQ(offVolume, 0);
+    EXPECT_EQ(onVolume, 255);
 }
 
 TEST_F(GameMenusTest, SoundGoesOffAndOn) {
