@@ -38,6 +38,7 @@ public:
     /// False without a stream.
     static bool resume();
 
+    static bool hasDevice() { return state.initialised; }
     /// 0 to 255; 0 without a device.
     static std::uint8_t getVolume();
     /// Takes the low 8 bits. It holds for all files from now on. Without effect if there is no device.

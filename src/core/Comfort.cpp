@@ -4,6 +4,8 @@
 #include "core/DataFiles.h"
 #include "core/LocationStack.h"
 
+#include <algorithm>
+
 namespace tarnwick {
 
 namespace {
@@ -19,6 +21,12 @@ struct ReadEntry {
     void operator()(const Comfort::Switch& entry) const {
         TARNWICK_LOCATION("ReadEntry::operator()");
         values.*entry.field = config.getVarAsBool(key);
+    }
+    void operator()(const Comfort::Number& entry) const {
+        TARNWICK_LOCATION("ReadEntry::operator()");
+        const float value = config.getVarAsFloat(key);
+        const bool off = value == 0.0f; // exactly: what the reader gives for no number
+        values.*entry.field = off ? 0.0f : std::clamp(value, entry.smallest, entry.largest);
     }
 };
 

@@ -20,15 +20,26 @@ public:
         bool keepProportions = false;
         bool gamePad = false;
         bool rumble = false;
+        bool keepSettings = false;
+        float volumeSteps = 0.0f; ///< A whole number when on.
+        bool stayWithoutFocus = false;
+        bool reducedMotion = false;
+        bool clearWater = false;
     };
 
     /// On by the word TRUE alone.
     struct Switch {
         bool Values::*field;
     };
+    /// Off at 0, which is what a text that is no number reads as; what lies out of range is brought into it.
+    struct Number {
+        float Values::*field;
+        float smallest;
+        float largest;
+    };
     struct Entry {
         const char* key;
-        std::variant<Switch> kind;
+        std::variant<Switch, Number> kind;
         const char* does; ///< As the documents say it.
     };
 
@@ -41,6 +52,21 @@ public:
               "A game pad plays: the left stick, the shoulders and the cross turn, Start opens the menu, the "
               "cross walks it, A presses and B goes back."},
         Entry{"rumble", Switch{&Values::rumble}, "A game pad with a motor shakes when water is lost."},
+        Entry{"keepSettings", Switch{&Values::keepSettings},
+              "The place and size of the window, full screen, music, sound and quality are kept from one run "
+              "to "
+              "the next, in `cfg/kept.cfg`."},
+        Entry{"volumeSteps", Number{&Values::volumeSteps, 1.0f, 20.0f},
+              "Steps from off to on of music and sound in the options; off, and with 1, there is nothing "
+              "between them."},
+        Entry{"stayWithoutFocus", Switch{&Values::stayWithoutFocus},
+              "A window that loses the focus stays where it is, with the play held, in place of minimising "
+              "itself."},
+        Entry{"reducedMotion", Switch{&Values::reducedMotion},
+              "Nothing shakes, and the view turns and zooms half as fast."},
+        Entry{"clearWater", Switch{&Values::clearWater},
+              "Water, steam and ice take the colours of `cfg/water_clear.cfg`, which differ from what lies "
+              "behind them for every kind of colour vision."},
     };
 
     /// Reads the file. Without one everything is off, and nothing is printed.

@@ -1,5 +1,6 @@
 #include "game/Camera.h"
 
+#include "core/Comfort.h"
 #include "core/ConfigFile.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
@@ -20,6 +21,7 @@ namespace {
 
 constexpr float fullZoom = 2.5f;
 constexpr float normalZoom = 1.0f;
+constexpr float slowedShare = 0.5f;                   ///< What reduced motion leaves of the speeds.
 constexpr float largestAngle = 180.0f;                ///< Degrees.
 constexpr float largestWaypointInterpolation = 0.99f; ///< At 1 the camera would never arrive.
 constexpr float xBeforeLevel = -1000.0f;              ///< World units, until the level's camera start is set.
@@ -88,6 +90,11 @@ void Camera::readConfiguration() {
     state.shakeTime = std::abs(config.getVarAsFloat("shakeTime"));
     state.shakeStrenght = std::abs(config.getVarAsFloat("shakeStrenght"));
     state.shakeSpeed = std::abs(config.getVarAsFloat("shakeSpeed"));
+    if (Comfort::values().reducedMotion) {
+        state.keyboardTurnSpeed *= slowedShare;
+        state.mouseTurnSpeed *= slowedShare;
+        state.zoomSpeed *= slowedShare;
+    }
 }
 
 void Camera::setState(Course newState) {
@@ -115,6 +122,9 @@ void Camera::zoomOut() {
 
 void Camera::shake() {
     TARNWICK_LOCATION("Camera::shake");
+    if (Comfort::values().reducedMotion) {
+        return;
+    }
     state.shakeTimeLeft = state.shakeTime;
     if (!state.shaking) {
         state.shaking = true;

@@ -14,6 +14,7 @@
 #include "core/Log.h"
 #include "game/Camera.h"
 #include "game/GameRules.h"
+#include "game/KeptSettings.h"
 #include "graphics/GLWindow.h"
 #include "graphics/GLWindowEventListener.h"
 #include "graphics/GamePad.h"
@@ -45,8 +46,6 @@ constexpr float startRadius = 10.0f;         ///< World units: the disc in which
 constexpr std::int32_t startParticles = 128; ///< Of a level.
 constexpr std::uint32_t menuButton = 2;      ///< Of the mouse, the right one: opens the menu in play.
 
-constexpr std::int32_t windowedWidth = 800; ///< Client pixels of a window that leaves full screen.
-constexpr std::int32_t windowedHeight = 600;
 constexpr float rumbleOfADrop = 0.15f; ///< Share of a motor's strength for each drop that is lost in a tick.
 
 /// What the window hands to the game while `Game::run` is at work.
@@ -282,6 +281,7 @@ void Game::gameLoop() {
         draw();
     }
     serveRequests();
+    KeptSettings::noteWindow();
 }
 
 void Game::serveRequests() {
@@ -302,7 +302,8 @@ void Game::changeFullscreen() {
     TARNWICK_LOCATION("Game::changeFullscreen");
     state.fullscreenRequested = false;
     if (GLWindow::isFullscreen()) {
-        GLWindow::setFullscreen(false, windowedWidth, windowedHeight);
+        const KeptSettings::Window window = KeptSettings::leavingFullscreen();
+        GLWindow::setFullscreen(false, window.width, window.height);
     } else {
         GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
     }

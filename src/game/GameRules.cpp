@@ -5,6 +5,7 @@
 #include "audio/GameSfx_Water.h"
 #include "audio/MusicSystem.h"
 #include "audio/SoundSourceManager.h"
+#include "core/Comfort.h"
 #include "core/CommandRegistry.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
@@ -18,6 +19,8 @@
 #include "mechanisms/TriggerHandlers.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
+
+#include <GL/gl.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -255,7 +258,8 @@ std::uint32_t GameRules::getTotalScore() {
 void GameRules::draw() {
     TARNWICK_LOCATION("GameRules::draw");
     VirtualScreen::begin(1.0f);
-    if (state.levelEnding && state.finishTimeLeft > 0.0f && state.finishAnimation != nullptr) {
+    const bool stays = Comfort::values().keepProportions; // beside the menu of the scores, which is no wider
+    if (state.levelEnding && (state.finishTimeLeft > 0.0f || stays) && state.finishAnimation != nullptr) {
         drawFinish();
     }
     if (state.timePrintEnabled) {
@@ -263,15 +267,35 @@ void GameRules::draw() {
     }
 }
 
-/// In the middle of the view, which in a wide window is wider than the screen of the menus.
+/// In the middle of the view, which in a wide window is wider than the screen of the menus. Where that keeps
+/// its shape the picture lies in the middle of the window, and grows until it covers it.
 void GameRules::drawFinish() {
     TARNWICK_LOCATION("GameRules::drawFinish");
     GuiAnimatedButton& picture = *state.finishAnimation;
-    picture.setSize(static_cast<std::int32_t>(Game::getViewAreaX()),
-                    static_cast<std::int32_t>(Game::getViewAreaY()));
+    picture.setColor(1.0f, 1.0f, 1.0f,
+                     1.0f - std::max(state.finishTimeLeft, 0.0f) / state.finishAnimationTime);
     picture.setPosition(0, 0);
-    picture.setColor(1.0f, 1.0f, 1.0f, 1.0f - state.finishTimeLeft / state.finishAnimationTime);
+    if (!Comfort::values().keepProportions) {
+        picture.setSize(static_cast<std::int32_t>(Game::getViewAreaX()),
+                        static_cast<std::int32_t>(Game::getViewAreaY()));
+        picture.windowRedrawing();
+        return;
+    }
+    constexpr Vector2 middle{VirtualScreen::width / 2.0f, VirtualScreen::height / 2.0f};
+    const Box window = VirtualScreen::window();
+    float scale = 1.0f;
+    if (const GLTexture* const frame = picture.getCurrentFrame(); frame != nullptr) {
+        scale = std::max({scale, (window.maxX - window.minX) / static_cast<float>(frame->width),
+                          (window.maxY - window.minY) / static_cast<float>(frame->height)});
+    }
+    picture.setSize(static_cast<std::int32_t>(VirtualScreen::width),
+                    static_cast<std::int32_t>(VirtualScreen::height));
+    glPushMatrix();
+    glTranslatef(middle.x, middle.y, 0.0f);
+    glScalef(scale, scale, 1.0f);
+    glTranslatef(-middle.x, -middle.y, 0.0f);
     picture.windowRedrawing();
+    glPopMatrix();
 }
 
 /// Hours, minutes, seconds and hundredths.

@@ -8,6 +8,7 @@
 #include "game/BasicCommands.h"
 #include "game/Game.h"
 #include "game/HighScores.h"
+#include "game/KeptSettings.h"
 #include "game/Modules.h"
 #include "game/StartFile.h"
 #include "graphics/GLTextureManager.h"
@@ -15,6 +16,7 @@
 #include "graphics/GamePad.h"
 #include "graphics/KeyBindings.h"
 #include "gui/IntroScreen.h"
+#include "gui/Menu_Options.h"
 
 using namespace tarnwick;
 
@@ -26,19 +28,31 @@ void openWindow(const StartFile& start) {
     GLWindow::createWindow("Tarnwick: Version " TARNWICK_VERSION_SHOWN, 800, 600);
     GLWindow::center();
     GLWindow::setCursor(GLWindow::Cursor::none);
+    const auto& kept = KeptSettings::window();
     if (start.asksForWindow()) {
         GLWindow::setClientSize(start.windowWidth, start.windowHeight);
         GLWindow::center();
+    } else if (kept && !kept->fullscreen) {
+        GLWindow::setClientSize(kept->width, kept->height);
+        GLWindow::center();
+        if (kept->x >= 0 && kept->x < GLWindow::getScreenWidth() && kept->y >= 0 &&
+            kept->y < GLWindow::getScreenHeight()) { // else the screen it was on is gone
+            GLWindow::setPosition(kept->x, kept->y);
+        }
     } else {
         GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
     }
     GLWindow::enableVsync(true);
 }
 
-/// As many samples as the platform has; without any the picture is the same but for its edges. A new number
-/// takes a new GL context, into which the pictures are loaded again.
+/// The quality that was kept, or as many samples as the platform has; without any the picture is the same but
+/// for its edges. A new number takes a new GL context, into which the pictures are loaded again.
 void smoothEdges() {
     TARNWICK_LOCATION("smoothEdges");
+    if (const auto kept = KeptSettings::quality()) {
+        Menu_Options::startWithQuality(*kept);
+        return;
+    }
     if (!GLWindow::setAntiAliasingMode(8) && !GLWindow::setAntiAliasingMode(4)) {
         GLWindow::setAntiAliasingMode(2);
     }
@@ -58,6 +72,7 @@ int main() {
     const StartFile start = StartFile::read();
     Comfort::initialise();
     KeyBindings::initialise();
+    KeptSettings::initialise();
     openWindow(start);
     GamePad::initialise();
     GLTextureManager::initialise();
@@ -66,6 +81,7 @@ int main() {
     MusicSystem::initialise();
     SoundSystem::initialise();
     SoundManager::initialise();
+    KeptSettings::restoreVolumes();
     smoothEdges();
     IntroScreen().run();
     HighScores::loadScores();
@@ -74,6 +90,7 @@ int main() {
         Game::run(start.map);
     }
     HighScores::saveScores();
+    KeptSettings::save();
     Modules::shutdown();
     return 0;
 }

@@ -1,5 +1,6 @@
 #include "graphics/GLAviPlayer.h"
 
+#include "core/Comfort.h"
 #include "core/Geometry.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
@@ -173,18 +174,25 @@ void GLAviPlayer::draw() {
     const float right = width / static_cast<float>(widthOfTexture);
     const float top = height / static_cast<float>(heightOfTexture);
     const auto clientHeight = static_cast<float>(GLWindow::getClientHeight());
-    const float middle = static_cast<float>(GLWindow::getClientWidth()) / 2.0f;
-    const float halfWidth = clientHeight * (width / height) / 2.0f;
+    const auto clientWidth = static_cast<float>(GLWindow::getClientWidth());
+    const float middle = clientWidth / 2.0f;
+    float halfWidth = clientHeight * (width / height) / 2.0f;
+    float upper = 0.0f;
+    if (Comfort::values().keepProportions && halfWidth > middle) { // an upright window: all of it is seen
+        halfWidth = middle;
+        upper = (clientHeight - clientWidth * (height / width)) / 2.0f;
+    }
+    const float lower = clientHeight - upper;
     glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
     glBegin(GL_QUADS); // the picture stands in the texture on its head
     glTexCoord2f(0.0f, top);
-    glVertex2f(middle - halfWidth, 0.0f);
+    glVertex2f(middle - halfWidth, upper);
     glTexCoord2f(right, top);
-    glVertex2f(middle + halfWidth, 0.0f);
+    glVertex2f(middle + halfWidth, upper);
     glTexCoord2f(right, 0.0f);
-    glVertex2f(middle + halfWidth, clientHeight);
+    glVertex2f(middle + halfWidth, lower);
     glTexCoord2f(0.0f, 0.0f);
-    glVertex2f(middle - halfWidth, clientHeight);
+    glVertex2f(middle - halfWidth, lower);
     glEnd();
     GLWindow::swapBuffers();
 }

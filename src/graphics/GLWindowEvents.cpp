@@ -1,5 +1,6 @@
 // `GLWindow`: the message pump, the keyboard, the mouse's events and the focus.
 
+#include "core/Comfort.h"
 #include "core/CrashReport.h"
 #include "core/LocationStack.h"
 #include "graphics/GLWindow.h"
@@ -209,7 +210,9 @@ void GLWindow::watchFocus() {
     if (!state.focusSeen || state.focusLossTold || isMinimised()) {
         return;
     }
-    minimize();
+    if (!Comfort::values().stayWithoutFocus) {
+        minimize();
+    }
     state.focusLossTold = true;
     if (state.eventListener != nullptr) {
         state.eventListener->windowFocusLost();

@@ -125,7 +125,9 @@ std::string KeyBindings::told() {
             continue;
         }
         const bool goesOn = std::string_view(rows[i].told) == "and";
-        text += (text.empty() ? "" : goesOn ? " " : "; ") + std::string(rows[i].told) + " " + names;
+        const bool newLine = rows[i].plain == 0 && text.find('\n') == std::string::npos;
+        const char* const joint = goesOn ? " " : newLine ? "\n" : "; ";
+        text += (text.empty() ? "" : joint) + std::string(rows[i].told) + " " + names;
     }
     return text;
 }

@@ -40,7 +40,8 @@ public:
     /// Whether any key does it.
     static bool exists(GameKey does);
 
-    /// What holds, in one line for a reader; empty without the file.
+    /// What holds, for a reader: a line of the plain game's keys and one of the others. Empty without the
+    /// file.
     static std::string told();
 
 private:

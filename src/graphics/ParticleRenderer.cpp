@@ -1,7 +1,9 @@
 #include "graphics/ParticleRenderer.h"
 
+#include "core/Comfort.h"
 #include "core/CommandRegistry.h"
 #include "core/ConfigFile.h"
+#include "core/DataFiles.h"
 #include "core/LocationStack.h"
 #include "core/Log.h"
 #include "graphics/ReadColour.h"
@@ -51,6 +53,7 @@ void ParticleRenderer::initialise() {
     state.ice.expansion = config.getVarAsFloat("iceExpansion");
     state.velocityExpansion = std::abs(config.getVarAsFloat("velocityExpansion"));
     state.maxVelocityExpansion = std::abs(config.getVarAsFloat("maxVelocityExpansion"));
+    readClearColours();
     CommandRegistry::add(commands);
 }
 
@@ -62,6 +65,23 @@ void ParticleRenderer::readLook(const ConfigFile& config, const std::string& kin
     look.colour = readColour(config, kind + "_color");
     look.outlineColour = readColour(config, kind + "_outline_color");
     look.outlineSize = config.getVarAsFloat(kind + "_outline_size");
+}
+
+/// With the comfort `clearWater` the colours come from a file of their own.
+void ParticleRenderer::readClearColours() {
+    TARNWICK_LOCATION("ParticleRenderer::readClearColours");
+    constexpr const char* fileName = "cfg\\water_clear.cfg";
+    if (!Comfort::values().clearWater || !DataFiles::open(fileName).is_open()) {
+        return;
+    }
+    const ConfigFile config(fileName);
+    const auto read = [&config](const std::string& kind, Look& look) {
+        look.colour = readColour(config, kind + "_color");
+        look.outlineColour = readColour(config, kind + "_outline_color");
+    };
+    read("water", state.water);
+    read("steam", state.steam);
+    read("ice", state.ice);
 }
 
 void ParticleRenderer::shutdown() {

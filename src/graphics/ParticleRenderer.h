@@ -75,6 +75,7 @@ private:
     };
     static State state;
 
+    static void readClearColours();
     static void readLook(const ConfigFile& config, const std::string& kind, Look& look);
     static void sortParticles();
     static void drawOutlines(const Look& look, const Particles& particles);

@@ -2,7 +2,10 @@
 
 #include "audio/MusicSystem.h"
 #include "audio/SoundSystem.h"
+#include "core/Comfort.h"
+#include "core/Geometry.h"
 #include "core/LocationStack.h"
+#include "game/KeptSettings.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
 #include "graphics/KeyMap.h"
@@ -12,14 +15,14 @@
 #include "gui/MenuLayout.h"
 #include "gui/SplashScreen.h"
 
+#include <algorithm>
 #include <array>
+#include <string>
 
 namespace tarnwick {
 
 namespace {
 
-constexpr std::int32_t windowedWidth = 800; ///< Client pixels of a window that leaves full screen.
-constexpr std::int32_t windowedHeight = 600;
 constexpr std::int32_t loudestMusic = 255;
 constexpr std::uint32_t off = 0; ///< Options of the choosers that switch.
 constexpr std::uint32_t on = 1;
@@ -39,6 +42,23 @@ constexpr std::array<Quality, 6> qualities = {{
     {"very high", 0, 4, 4},
     {"best", 0, 8, 8},
 }};
+static_assert(qualities.size() == Menu_Options::qualityCount);
+
+/// From off to on.
+std::uint32_t volumeSteps() {
+    TARNWICK_LOCATION("Menu_Options::volumeSteps");
+    return static_cast<std::uint32_t>(std::max(Comfort::values().volumeSteps, 1.0f));
+}
+
+/// The option that comes nearest to a volume of 0 to 1; what is heard is not off.
+std::uint32_t stepOf(float volume) {
+    TARNWICK_LOCATION("Menu_Options::stepOf");
+    if (volume == 0.0f) { // exactly: off is 0
+        return off;
+    }
+    const auto steps = static_cast<float>(volumeSteps());
+    return static_cast<std::uint32_t>(std::clamp(round(volume * steps), 1.0f, steps));
+}
 
 } // namespace
 
@@ -56,6 +76,9 @@ Menu_Options::Menu_Options() {
     graphicQualityChooser = &layout.addChooser(*this, "graphicQualityChooser");
     for (GuiOptionChooser* const chooser : {fullscreenChooser, musicChooser, soundChooser}) {
         chooser->addOption("off");
+        for (std::uint32_t step = 1; chooser != fullscreenChooser && step < volumeSteps(); ++step) {
+            chooser->addOption(std::to_string(step * 100 / volumeSteps()) + " %");
+        }
         chooser->addOption("on");
     }
     for (const Quality& quality : qualities) {
@@ -90,12 +113,11 @@ void Menu_Options::detectSettings() {
     TARNWICK_LOCATION("Menu_Options::detectSettings");
     graphicQualityChooser->setCurrentOption(detectQuality());
     fullscreenChooser->setCurrentOption(GLWindow::isFullscreen() ? on : off);
-    soundChooser->setCurrentOption(SoundSystem::getVolume() != 0.0f ? on : off); // exactly: off is 0
-    musicChooser->setCurrentOption(MusicSystem::getVolume() != 0 ? on : off);
+    soundChooser->setCurrentOption(stepOf(SoundSystem::getVolume()));
+    musicChooser->setCurrentOption(stepOf(static_cast<float>(MusicSystem::getVolume()) / loudestMusic));
     commitSettings();
 }
 
-/// The option that comes nearest to what holds now.
 std::uint32_t Menu_Options::detectQuality() {
     TARNWICK_LOCATION("Menu_Options::detectQuality");
     const std::uint32_t detailLevel = GLTextureManager::getTextureDetailLevel();
@@ -113,8 +135,10 @@ std::uint32_t Menu_Options::detectQuality() {
 void Menu_Options::commitSettings() {
     TARNWICK_LOCATION("Menu_Options::commitSettings");
     commitFullscreen(fullscreenChooser->getCurrentOption() == on);
-    SoundSystem::setVolume(soundChooser->getCurrentOption() == on ? 1.0f : 0.0f);
-    MusicSystem::setVolume(musicChooser->getCurrentOption() == on ? loudestMusic : 0);
+    const auto steps = static_cast<std::int32_t>(volumeSteps());
+    const auto music = static_cast<std::int32_t>(musicChooser->getCurrentOption());
+    SoundSystem::setVolume(static_cast<float>(soundChooser->getCurrentOption()) / static_cast<float>(steps));
+    MusicSystem::setVolume(loudestMusic * music / steps);
     commitQuality(graphicQualityChooser->getCurrentOption());
 }
 
@@ -126,7 +150,8 @@ void Menu_Options::commitFullscreen(bool wanted) {
     if (wanted) {
         GLWindow::setFullscreen(true, GLWindow::getScreenWidth(), GLWindow::getScreenHeight());
     } else {
-        GLWindow::setFullscreen(false, windowedWidth, windowedHeight);
+        const KeptSettings::Window window = KeptSettings::leavingFullscreen();
+        GLWindow::setFullscreen(false, window.width, window.height);
     }
 }
 
@@ -145,6 +170,18 @@ void Menu_Options::commitQuality(std::uint32_t index) {
         }
         LevelGeometryRenderer::initialise();
         SplashScreen::stop();
+    }
+    GLTextureManager::setAnisotropicFilteringLevel(quality.anisotropy);
+}
+
+void Menu_Options::startWithQuality(std::uint32_t index) {
+    TARNWICK_LOCATION("Menu_Options::startWithQuality");
+    const Quality& quality = qualities[index];
+    GLWindow::setAntiAliasingMode(quality.samples);
+    if (GLTextureManager::getTextureDetailLevel() == quality.detailLevel) {
+        GLTextureManager::reloadAllTextures();
+    } else {
+        GLTextureManager::setTextureDetailLevel(quality.detailLevel);
     }
     GLTextureManager::setAnisotropicFilteringLevel(quality.anisotropy);
 }

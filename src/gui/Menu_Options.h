@@ -12,6 +12,8 @@ class GuiOptionChooser;
 /// back on; Escape leaves without it.
 class Menu_Options : public GuiScreen {
 public:
+    static constexpr std::int32_t qualityCount = 6; ///< Options of the quality of the pictures.
+
     Menu_Options();
 
     /// Shows what holds now.
@@ -21,6 +23,11 @@ public:
     /// Makes what is chosen hold.
     void commitSettings();
 
+    /// The option of the quality that comes nearest to what holds now.
+    static std::uint32_t detectQuality();
+    /// Makes an option of the quality hold before anything of a level is loaded: no splash shows.
+    static void startWithQuality(std::uint32_t index);
+
 private:
     GuiOptionChooser* fullscreenChooser = nullptr; ///< All on this screen.
     GuiOptionChooser* musicChooser = nullptr;
@@ -28,7 +35,6 @@ private:
     GuiOptionChooser* graphicQualityChooser = nullptr;
 
     void linkFocus(GuiWidget& backButton);
-    static std::uint32_t detectQuality();
     static void commitFullscreen(bool wanted);
     static void commitQuality(std::uint32_t index);
     static void commitAndGoBack(GuiWidget& button);

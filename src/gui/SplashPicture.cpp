@@ -1,5 +1,6 @@
 #include "gui/SplashPicture.h"
 
+#include "core/Comfort.h"
 #include "core/ConfigFile.h"
 #include "core/LocationStack.h"
 #include "core/Vector2.h"
@@ -15,6 +16,7 @@ namespace {
 
 /// Frames per second: stands for 0, by which nothing is divided.
 constexpr float slowestAnimation = 0.000001f;
+constexpr float dimness = 0.25f;     ///< Light of what lies beside the screen.
 constexpr float shadowOffset = 1.0f; ///< Units, to the right and down.
 constexpr std::int32_t largestClientSize = 65535;
 
@@ -94,15 +96,32 @@ void SplashPicture::draw(std::int32_t clientWidth, std::int32_t clientHeight) co
     glDisable(GL_CULL_FACE);
     glDisable(GL_DEPTH_TEST);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    if (Comfort::values().keepProportions) {
+        drawBeside(width, height);
+    }
     VirtualScreen::fit(width, height, 0.0f);
-    drawBackground();
+    drawBackground(1.0f);
     drawAnimation();
 }
 
-void SplashPicture::drawBackground() const {
+/// What lies beside the screen: the picture once more, as dim as the wings of a stage, over the whole window.
+void SplashPicture::drawBeside(std::int32_t width, std::int32_t height) const {
+    TARNWICK_LOCATION("SplashPicture::drawBeside");
+    const float unitsX = static_cast<float>(width) / VirtualScreen::width;
+    const float unitsY = static_cast<float>(height) / VirtualScreen::height;
+    const float scale = std::max(unitsX, unitsY); // the larger one: nothing of the window is left
+    glPushMatrix();
+    glTranslatef((static_cast<float>(width) - VirtualScreen::width * scale) / 2.0f,
+                 (static_cast<float>(height) - VirtualScreen::height * scale) / 2.0f, 0.0f);
+    glScalef(scale, scale, 0.0f);
+    drawBackground(dimness);
+    glPopMatrix();
+}
+
+void SplashPicture::drawBackground(float light) const {
     TARNWICK_LOCATION("SplashPicture::drawBackground");
     glBindTexture(GL_TEXTURE_2D, background.textureId);
-    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    glColor4f(light, light, light, 1.0f);
     glBegin(GL_QUADS);
     glTexCoord2f(left, top);
     glVertex2f(0.0f, 0.0f);

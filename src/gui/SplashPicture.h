@@ -32,7 +32,8 @@ private:
     float speed = 0.0f;    ///< Frames per second.
 
     explicit SplashPicture(const ConfigFile& config);
-    void drawBackground() const;
+    void drawBeside(std::int32_t width, std::int32_t height) const;
+    void drawBackground(float light) const;
     void drawAnimation() const;
 };
 

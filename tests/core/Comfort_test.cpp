@@ -11,7 +11,9 @@ namespace tarnwick {
 class ComfortTest : public ModuleTest {
 protected:
     static bool isOn(const Comfort::Entry& entry) {
-        return Comfort::values().*std::get<Comfort::Switch>(entry.kind).field;
+        const auto* const isSwitch = std::get_if<Comfort::Switch>(&entry.kind);
+        return isSwitch != nullptr ? Comfort::values().*isSwitch->field
+                                   : Comfort::values().*std::get<Comfort::Number>(entry.kind).field != 0.0f;
     }
 
     const DataFolder folder;
@@ -30,7 +32,8 @@ TEST_F(ComfortTest, WithoutTheFileEverythingIsOffAndNothingIsSaid) {
 /// Finds an entry that reads another one's key, or two that share a field.
 TEST_F(ComfortTest, EachKeySwitchesItsOwnEntryAlone) {
     for (const Comfort::Entry& written : Comfort::entries) {
-        folder.write("cfg/comfort.cfg", std::string(written.key) + " = TRUE");
+        const bool isSwitch = std::holds_alternative<Comfort::Switch>(written.kind);
+        folder.write("cfg/comfort.cfg", std::string(written.key) + (isSwitch ? " = TRUE" : " = 2"));
 
         Comfort::initialise();
 
@@ -49,6 +52,21 @@ TEST_F(ComfortTest, OnlyTheWordTrueSwitchesOn) {
 
         EXPECT_FALSE(Comfort::values().keepProportions) << text;
     }
+}
+
+/// Finds a number beyond what the game can do with it.
+TEST_F(ComfortTest, ANumberIsBroughtIntoItsRangeAndWhatIsNoneIsOff) {
+    const auto stepsOf = [this](const char* text) {
+        folder.write("cfg/comfort.cfg", std::string("volumeSteps = ") + text);
+        Comfort::initialise();
+        return Comfort::values().volumeSteps;
+    };
+
+    EXPECT_EQ(stepsOf("8"), 8.0f);
+    EXPECT_EQ(stepsOf("1000"), 20.0f);
+    EXPECT_EQ(stepsOf("-3"), 1.0f);
+    EXPECT_EQ(stepsOf("0"), 0.0f);
+    EXPECT_EQ(stepsOf("many"), 0.0f);
 }
 
 /// Finds values that outlive the file they came from.

@@ -27,7 +27,8 @@ void startEveryModule(const DataFolder& folder) {
     for (std::int32_t id = 1; id <= 5; ++id) {
         level.soundSources.push_back({id, {0, 0}, 100, 0, "sfx\\none.wav"});
     }
-    folder.write("cfg/comfort.cfg", "");
+    folder.write("cfg/comfort.cfg", "clearWater = TRUE");
+    folder.write("cfg/water_clear.cfg", "");
     folder.write("cfg/keys.cfg", "");
     folder.write("fx/drip.cfg", "");
     folder.write("maps/small.rivl", LevelFileBuilder::write(level));

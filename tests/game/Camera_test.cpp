@@ -1,5 +1,6 @@
 #include "game/Camera.h"
 
+#include "core/Comfort.h"
 #include "core/Geometry.h"
 #include "core/Random.h"
 #include "graphics/GLWindow.h"
@@ -368,6 +369,23 @@ TEST_F(CameraTest, AtRestWithoutAShakeTheOffsetStays) {
     Camera::doMovements(false, tickLength);
 
     EXPECT_EQ(Camera::shakeOffset(), (Vector2{0.0f, 0.0f})); // no direction from a length of zero
+}
+
+/// Finds a view that shakes or turns at full speed for a player who cannot bear it.
+TEST_F(CameraTest, ReducedMotionShakesNothingAndHalvesTheSpeeds) {
+    data.write("cfg/comfort.cfg", "reducedMotion = TRUE");
+    Comfort::initialise();
+    Camera::initialise();
+
+    Camera::shake();
+    Camera::setState(Camera::normal);
+    Camera::zoomOut();
+    Camera::doMovements(true, 0.1f);
+
+    EXPECT_EQ(Camera::shakeOffset(), Vector2{});
+    EXPECT_EQ(Camera::zoom(), 1.0f + 0.1f * (1.5f * 0.5f));
+    EXPECT_EQ(state().keyboardTurnSpeed, 30.0f);
+    EXPECT_EQ(state().mouseTurnSpeed, 1.0f);
 }
 
 } // namespace tarnwick

@@ -1,6 +1,8 @@
 #include "core/Clock.h"
+#include "core/Comfort.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
+#include "graphics/GLWindow.h"
 #include "gui/GameMenus.h"
 #include "support/GameSceneTest.h"
 
@@ -65,6 +67,32 @@ TEST_F(GameRulesDrawingTest, WithoutAPictureTheFinishGoesOn) {
     Game::drawPicture();
 
     EXPECT_TRUE(alike(middle(), red));
+}
+
+/// Finds a finish that leaves a part of a window of another shape uncovered.
+TEST_F(GameRulesDrawingTest, WithKeptProportionsThePictureCoversAWindowOfAnyShape) {
+    data.write("cfg/comfort.cfg", "keepProportions = TRUE");
+    Comfort::initialise();
+    reachEnd();
+    GameRules::update(1.9f);
+    constexpr FramePicture::Pixel shade{242, 242, 242}; // 95 % of white over black
+    const std::pair<std::int32_t, std::int32_t> shapes[] = {{400, 300}, {640, 180}, {180, 320}, {250, 200}};
+    for (const auto& [width, height] : shapes) {
+        GLWindow::setClientSize(width, height);
+
+        Game::drawPicture();
+
+        const FramePicture shown = picture();
+        for (const std::int32_t x : {2, width / 2, width - 3}) {
+            for (const std::int32_t y : {2, height - 3}) {
+                EXPECT_GE(shown.at(x, y).blue, shade.blue - 2) << x << ", " << y << " of " << width;
+            }
+        }
+    }
+    GameRules::update(0.2f);
+    GameMenus::setCurrentMenu(menu::none);
+    Game::drawPicture();
+    EXPECT_EQ(picture().at(2, 2), white) << "it stays behind the menu";
 }
 
 } // namespace tarnwick

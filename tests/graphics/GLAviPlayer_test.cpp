@@ -1,6 +1,8 @@
 #include "graphics/GLAviPlayer.h"
 
 #include "console/GLConsole.h"
+#include "core/Comfort.h"
+#include "graphics/GLWindow.h"
 #include "support/AviFile.h"
 #include "support/DrawingTest.h"
 
@@ -225,6 +227,22 @@ TEST_F(GLAviPlayerTest, OpeningAnotherFileClosesTheFirst) {
 
     EXPECT_EQ(player.currentFrame(), 0u);
     EXPECT_EQ(player.textureWidth(), 16u);
+}
+
+/// Finds an opening film whose sides are cut off in an upright window.
+TEST_F(GLAviPlayerTest, WithKeptProportionsAllOfItIsSeenInAnUprightWindow) {
+    writeVideo(64, 32, {200});
+    data.write("cfg/comfort.cfg", "keepProportions = TRUE");
+    Comfort::initialise();
+    GLWindow::setClientSize(40, 60); // the picture covers rows 20 to 39
+    GLAviPlayer player("vid\\a.avi");
+
+    player.draw();
+
+    EXPECT_TRUE(alike(pixel(20, 30), {0, 0, 200}));
+    EXPECT_TRUE(alike(pixel(1, 22), {0, 0, 200}));
+    EXPECT_EQ(pixel(20, 18), black);
+    EXPECT_EQ(pixel(20, 42), black);
 }
 
 } // namespace tarnwick

@@ -1,7 +1,9 @@
 #include "graphics/GLWindow.h"
 
+#include "core/Comfort.h"
 #include "graphics/GLWindowEventListener.h"
 #include "graphics/KeyMap.h"
+#include "support/DataFolder.h"
 #include "support/Keyboard.h"
 #include "support/ModuleTest.h"
 
@@ -458,6 +460,22 @@ TEST_F(GLWindowTest, AHeadlessWindowHasNoSamplesAndNoContext) {
     EXPECT_FALSE(GLWindow::setAntiAliasingMode(4));
     EXPECT_TRUE(GLWindow::setAntiAliasingMode(1));
     EXPECT_FALSE(GLWindow::isFullscreen());
+}
+
+/// Finds a window that goes away although the player wants it to stay, or a play that goes on unseen.
+TEST_F(GLWindowTest, ItStaysWithoutTheFocusWhereThePlayerWantsThat) {
+    const DataFolder folder;
+    folder.write("cfg/comfort.cfg", "stayWithoutFocus = TRUE");
+    Comfort::initialise();
+    sendWindowEvent(SDL_WINDOWEVENT_FOCUS_GAINED);
+    GLWindow::run();
+
+    sendWindowEvent(SDL_WINDOWEVENT_FOCUS_LOST);
+    GLWindow::run();
+    GLWindow::run();
+
+    EXPECT_FALSE(GLWindow::isMinimised());
+    EXPECT_EQ(listener.heard, (std::vector<std::string>{"focus lost"}));
 }
 
 } // namespace tarnwick

@@ -82,7 +82,7 @@ TEST_F(KeyBindingsTest, ANameThatNoKeyHasIsToldAndThePlainKeyHolds) {
 TEST_F(KeyBindingsTest, WhatHoldsIsTold) {
     bind("turnRight = D pause = Left_Shift fullscreen = F11");
 
-    EXPECT_EQ(KeyBindings::told(), "turn Left and D; pause Left Shift; menu Escape; full screen F11");
+    EXPECT_EQ(KeyBindings::told(), "turn Left and D; pause Left Shift; menu Escape\nfull screen F11");
 }
 
 } // namespace tarnwick

@@ -1,6 +1,7 @@
 #include "graphics/ParticleRenderer.h"
 
 #include "console/GLConsole.h"
+#include "core/Comfort.h"
 #include "game/Camera.h"
 #include "particles/ParticleGroupMover.h"
 #include "particles/ParticleManager.h"
@@ -422,6 +423,21 @@ TEST_F(ParticleRendererTest, ASecondPictureTakesNoMemory) {
 
     EXPECT_EQ(waterDrawn().data(), before);
     EXPECT_EQ(waterDrawn().size(), 500u);
+}
+
+/// Finds colours that stay, or water that vanishes where their file is missing.
+TEST_F(ParticleRendererTest, TheClearColoursComeFromTheirOwnFile) {
+    data.write("cfg/comfort.cfg", "clearWater = TRUE");
+    Comfort::initialise();
+    start();
+    addWater(40.0f, 30.0f);
+    draw();
+    EXPECT_EQ(pixel(40, 30), blue) << "without the file";
+
+    data.write("cfg/water_clear.cfg", "water_color_r = 1 water_color_g = 1 water_color_a = 1");
+    ParticleRenderer::initialise();
+    draw();
+    EXPECT_EQ(pixel(40, 30), yellow);
 }
 
 } // namespace tarnwick

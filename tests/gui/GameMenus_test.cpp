@@ -4,6 +4,7 @@
 #include "audio/SoundSystem.h"
 #include "console/GLConsole.h"
 #include "core/Clock.h"
+#include "core/Comfort.h"
 #include "game/Camera.h"
 #include "game/Game.h"
 #include "game/GameRules.h"
@@ -748,6 +749,34 @@ TEST_F(GameMenusTest, ASecondContinueDoesNothingUntilTheMenuOpensAgain) {
 
     EXPECT_EQ(once, 1);
     EXPECT_EQ(asked(), 2);
+}
+
+/// Finds steps that are not heard, or ends that are not off and on.
+TEST_F(GameMenusTest, VolumesHaveStepsWhereThePlayerWantsThem) {
+    Game::shutdown();
+    data.write("cfg/comfort.cfg", "volumeSteps = 4");
+    Comfort::initialise();
+    SDL_SetHintWithPriority(SDL_HINT_AUDIODRIVER, "dummy", SDL_HINT_OVERRIDE);
+    MusicSystem::initialise();
+    MusicSystem::setVolume(60);
+    Game::initialise("maps\\first.rivl");
+    GameMenus::setCurrentMenu(menu::options);
+
+    const std::vector<std::string> steps = {"off", "25 %", "50 %", "75 %", "on"};
+    EXPECT_EQ(choosers()[0]->getOptions(), (std::vector<std::string>{"off", "on"}));
+    EXPECT_EQ(choosers()[1]->getOptions(), steps);
+    EXPECT_EQ(choosers()[2]->getOptions(), steps);
+    EXPECT_EQ(choosers()[1]->getCurrentText(), "25 %") << "60 of 255 lies nearest to it";
+    EXPECT_EQ(MusicSystem::getVolume(), 63);
+    choosers()[2]->setCurrentOption(2);
+    click(0);
+    EXPECT_EQ(SoundSystem::getVolume(), 0.5f);
+    GameMenus::setCurrentMenu(menu::options);
+    choosers()[2]->setCurrentOption(4);
+    choosers()[1]->setCurrentOption(0);
+    click(0);
+    EXPECT_EQ(SoundSystem::getVolume(), 1.0f);
+    EXPECT_EQ(MusicSystem::getVolume(), 0);
 }
 
 } // namespace tarnwick

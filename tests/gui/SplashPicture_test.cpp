@@ -1,5 +1,6 @@
 #include "gui/SplashPicture.h"
 
+#include "core/Comfort.h"
 #include "graphics/GLWindow.h"
 #include "support/DrawingTest.h"
 
@@ -125,6 +126,22 @@ TEST_F(SplashPictureTest, WithoutSettingsThereIsACheckerboard) {
     EXPECT_PRED2(alike, shown.at(10, 10), middle);
     EXPECT_PRED2(alike, shown.at(700, 500), middle);
     EXPECT_PRED2(alike, shown.at(40, 580), middle);
+}
+
+/// Finds a splash that is stretched, or bare beside its middle, in a window of another shape.
+TEST_F(SplashPictureTest, WithKeptProportionsItKeepsItsShapeBetweenDimWings) {
+    writeSettings("10");
+    data.write("cfg/comfort.cfg", "keepProportions = TRUE");
+    Comfort::initialise();
+
+    const FramePicture shown = drawn(SplashPicture(), 800, 300); // the picture is 400 wide
+
+    constexpr std::int32_t top = 300; // the window's lowest rows are drawn
+    EXPECT_EQ(shown.at(275, top + 50), blue);
+    EXPECT_EQ(shown.at(525, top + 50), yellow);
+    EXPECT_EQ(shown.at(400, top + 150), red);
+    EXPECT_TRUE(alike(shown.at(150, top + 50), {0, 0, 64}));
+    EXPECT_TRUE(alike(shown.at(650, top + 250), {64, 64, 0}));
 }
 
 } // namespace tarnwick

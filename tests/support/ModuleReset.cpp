@@ -23,6 +23,7 @@
 #include "game/Game.h"
 #include "game/GameRules.h"
 #include "game/HighScores.h"
+#include "game/KeptSettings.h"
 #include "graphics/DynamicPolygonRenderer.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
@@ -83,6 +84,7 @@ void ModuleReset::all() {
     GameSfx_Steam::state = {};
     GameSfx_Water::state = {};
     HighScores::state = {};
+    KeptSettings::state = {};
     KeyBindings::state = {};
     LevelBspTree::state = {};
     LongWork::state = {};
