@@ -1,6 +1,8 @@
 # What every target is compiled with: `tarnwick_options`.
 
 option(TARNWICK_SANITISE "Build with AddressSanitizer and UBSan" OFF)
+option(TARNWICK_FUZZ "Count the branches taken, for clang's fuzzer; clang alone" OFF)
+option(TARNWICK_COVERAGE "Count the lines and branches that run, for gcov" OFF)
 
 if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
@@ -53,4 +55,15 @@ if(TARNWICK_SANITISE)
     target_compile_options(tarnwick_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(tarnwick_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(TARNWICK_FUZZ)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "TARNWICK_FUZZ needs clang: cmake --preset fuzz")
+    endif()
+    target_compile_options(tarnwick_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+if(TARNWICK_COVERAGE)
+    # Branches that only an exception out of a library takes are not ours to cover: the figures leave them out.
+    target_compile_options(tarnwick_options INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(tarnwick_options INTERFACE --coverage)
 endif()
