@@ -22,7 +22,9 @@ for tick in range(0, ticks + 1, every):
     late = tick > ticks / 2
     particle = [9000.0 if level == "outside" and late else 1.0, 2.0] + [0.0] * 25
     if level == "nan" and late:
-        particle[4] = None
+        particle[4] = "nan"
+    if level == "infinite" and late:
+        particle[5] = "-inf"
     if level == "growth":
         hoard.append(bytearray(b"x") * 2_000_000)
     if level == "crash" and late:
@@ -90,6 +92,9 @@ class SoakTest(unittest.TestCase):
 
     def test_what_is_no_number_is_told_with_its_place(self):
         self.expect_fault("nan", "tick 520: particles[0][4] is no number")
+
+    def test_what_is_infinite_is_told_with_its_place(self):
+        self.expect_fault("infinite", "tick 520: particles[0][5] is no number")
 
     def test_a_particle_far_outside_the_view_is_told(self):
         self.expect_fault("outside", "tick 520: particle 0 at [9000.0, 2.0] lies far outside the view")
