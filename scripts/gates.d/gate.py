@@ -1,5 +1,6 @@
 """What the scripts of the gates share: their command line, builds, and the figure at the end."""
 import argparse
+import fcntl
 import os
 import pathlib
 import subprocess
@@ -27,10 +28,13 @@ def parse(about: str, minutes: float, add=None):
 
 def build(preset: str, *targets: str) -> pathlib.Path:
     """Brings the targets of a preset up to date; the folder of its programs."""
-    if not (TOP / "build" / preset / "build.ninja").is_file():
-        quietly("cmake", "--preset", preset)
-    if targets:
-        quietly("cmake", "--build", "--preset", preset, "--target", *targets)
+    (TOP / "build").mkdir(exist_ok=True)
+    with open(TOP / "build" / f"{preset}.lock", "w", encoding="ascii") as lock:
+        fcntl.flock(lock, fcntl.LOCK_EX)  # gates run side by side, and two builds in one folder spoil each other
+        if not (TOP / "build" / preset / "build.ninja").is_file():
+            quietly("cmake", "--preset", preset)
+        if targets:
+            quietly("cmake", "--build", "--preset", preset, "--target", *targets)
     return TOP / "build" / preset / "bin"
 
 
