@@ -109,11 +109,14 @@ bool forwarded(int signalNumber) {
     return true;
 }
 
-/// Lets SIGALRM come after so many milliseconds, in place of a former time; 0: never.
+/// Lets SIGALRM come after so many milliseconds, in place of a former time; 0: never. Returns what was left
+/// of that one.
 // no location: runs in a signal handler
-void startAlarm(unsigned milliseconds) {
+unsigned startAlarm(unsigned milliseconds) {
     const itimerval time{{0, 0}, {milliseconds / 1000, milliseconds % 1000 * 1000L}};
-    setitimer(ITIMER_REAL, &time, nullptr);
+    itimerval before{};
+    setitimer(ITIMER_REAL, &time, &before);
+    return static_cast<unsigned>(before.it_value.tv_sec * 1000 + before.it_value.tv_usec / 1000);
 }
 
 /// Has `handler` called when the time is over, in place of what was to be called before.
@@ -121,7 +124,7 @@ void startAlarm(unsigned milliseconds) {
 void setAlarm(unsigned milliseconds, void (*handler)(int)) {
     struct sigaction action {};
     action.sa_handler = handler;
-    action.sa_flags = SA_ONSTACK | SA_RESTART;
+    action.sa_flags = SA_ONSTACK | SA_RESTART | SA_NODEFER; // the handler of one may wait for the next
     sigemptyset(&action.sa_mask);
     sigaction(SIGALRM, &action, nullptr);
     startAlarm(milliseconds);
@@ -242,9 +245,9 @@ void CrashReport::holdExit() {
 // no location: runs in a signal handler
 void CrashReport::onSignal(int signalNumber) {
     if (!isRequest(signalNumber)) {
-        report(signalNumber, true);
+        report(signalNumber, longestClose);
     } else if (!forwarded(signalNumber) && !noteRequest(signalNumber)) {
-        report(signalNumber, false);
+        report(signalNumber, 0);
     }
 }
 
@@ -262,7 +265,7 @@ bool CrashReport::noteRequest(int signalNumber) {
 // no location: runs in a signal handler
 void CrashReport::onUnheardRequest(int signalNumber) {
     if (!forwarded(signalNumber)) {
-        report(std::atomic_ref(state.request).load(), false);
+        report(std::atomic_ref(state.request).load(), 0);
     }
 }
 
@@ -271,20 +274,20 @@ void CrashReport::endIfAsked() {
     if (std::atomic_ref(state.request).load(std::memory_order_relaxed) == 0 || gettid() != getpid()) {
         return;
     }
-    std::signal(SIGALRM, SIG_IGN); // it is heard: also drops an alarm that is on its way
-    startAlarm(0);
+    std::signal(SIGALRM, SIG_IGN);       // it is heard: also drops an alarm that is on its way
+    const unsigned left = startAlarm(0); // the window is to be gone by then
     sigset_t requests;
     sigemptyset(&requests);
     sigaddset(&requests, SIGINT);
     sigaddset(&requests, SIGTERM);
     sigprocmask(SIG_BLOCK, &requests, nullptr); // as in the handler
-    report(state.request, true);
+    report(state.request, std::max(left, 1u));
 }
 
-/// Does not return. If not `closeable`, the main thread may be anywhere, with any lock: where the window can
-/// be dropped it is not closed.
+/// Does not return. The window gets so many milliseconds to close; 0: the main thread may be anywhere, with
+/// any lock, and where the window can be dropped it is not closed.
 // no location: runs in a signal handler
-void CrashReport::report(int signalNumber, bool closeable) {
+void CrashReport::report(int signalNumber, unsigned closingTime) {
     const pid_t thread = gettid();
     pid_t reporter = 0;
     if (!std::atomic_ref(state.reporter).compare_exchange_strong(reporter, thread)) {
@@ -295,8 +298,8 @@ void CrashReport::report(int signalNumber, bool closeable) {
     }
     state.report += errorLineOf(signalNumber);
     appendBacktrace(state.report);
-    if (closeable || !dropWindow()) {
-        closeWindow();
+    if (closingTime > 0 || !dropWindow()) {
+        closeWindow(closingTime > 0 ? closingTime : longestClose);
     }
     deliver();
 }
@@ -313,11 +316,11 @@ bool CrashReport::dropWindow() {
 }
 
 // no location: runs in a signal handler
-void CrashReport::closeWindow() {
+void CrashReport::closeWindow(unsigned milliseconds) {
     if (state.windowClosing == nullptr) {
         return;
     }
-    setAlarm(longestClose, onStandstill);
+    setAlarm(milliseconds, onStandstill);
     state.windowClosing();
     startAlarm(0);
 }

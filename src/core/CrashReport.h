@@ -40,10 +40,10 @@ public:
     static constexpr std::size_t lineLength = 103;
     /// Locations that a report lists at most.
     static constexpr int mostLocations = 16;
-    /// Milliseconds that the window may take to close.
+    /// Milliseconds that the window may take to close after a fault.
     static constexpr unsigned longestClose = 2000;
-    /// Milliseconds from a request to end to the pass of the loop that hears it: the window is gone within a
-    /// second.
+    /// Milliseconds from a request to end to the pass of the loop that hears it and to the end of what the
+    /// window has to do for its closing: it is gone within a second.
     static constexpr unsigned longestPass = 900;
 
     /// Hands over how a report closes the window, for a full screen would hide the message box. Called before
@@ -86,9 +86,9 @@ private:
     static void onStandstill(int signalNumber);
     static void onUnheardRequest(int signalNumber);
     static bool noteRequest(int signalNumber);
-    static void report(int signalNumber, bool closeable);
+    static void report(int signalNumber, unsigned closingTime);
     static bool dropWindow();
-    static void closeWindow();
+    static void closeWindow(unsigned milliseconds);
     static void holdExit();
     [[noreturn]] static void deliver();
     static void showBox();
