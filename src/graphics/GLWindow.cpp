@@ -25,6 +25,7 @@ constexpr std::int32_t firstHeight = 240;
 constexpr std::uint32_t mostSamples = 64; ///< Per pixel: no GL has more.
 constexpr std::int32_t probeSize = 16;    ///< Client pixels of a window that only asks for a pixel format.
 constexpr std::uint32_t placingMilliseconds = 60; ///< In which a desktop puts its frame round a new window.
+constexpr std::uint32_t longestPlacing = 1000;    ///< Milliseconds that a slow desktop gets.
 constexpr std::uint32_t placingPause = 5;         ///< Milliseconds between two looks.
 
 void setHints() {
@@ -280,7 +281,8 @@ void GLWindow::pumpUntilPlaced() {
     if (SDL_GetWindowBordersSize(state.windowHandle, nullptr, nullptr, nullptr, nullptr) != 0) {
         return; // a platform without frames
     }
-    for (std::uint32_t waited = 0; waited < placingMilliseconds; waited += placingPause) {
+    for (std::uint32_t waited = 0; waited < placingMilliseconds || (waited < longestPlacing && !placeKnown());
+         waited += placingPause) {
         CrashReport::endIfAsked();
         SDL_PumpEvents();
         SDL_Delay(placingPause);

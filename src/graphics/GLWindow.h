@@ -311,6 +311,7 @@ private:
     static void setIcon();
     static void keepConnection(SDL_Window* window);
     static void mapWindow();
+    static bool placeKnown();
     static void pumpUntilPlaced();
     static void windowDestroyed();
     static void releasePlatformWindow();

@@ -10,6 +10,7 @@
 #include <SDL_syswm.h>
 #include <sys/socket.h>
 
+#include <array>
 #include <cstdio>
 
 namespace tarnwick {
@@ -37,6 +38,25 @@ bool isMapped(const SDL_SysWMinfo& info) {
 }
 
 } // namespace
+
+/// Whether SDL has heard where the desktop has put the window.
+bool GLWindow::placeKnown() {
+    TARNWICK_LOCATION("GLWindow::placeKnown");
+    SDL_SysWMinfo info{};
+    if (!isOfXServer(state.windowHandle, info)) {
+        return true;
+    }
+    ::Display* const display = info.info.x11.display;
+    XWindowAttributes attributes{};
+    int x = 0;
+    int y = 0;
+    Window child = 0;
+    if (XGetWindowAttributes(display, info.info.x11.window, &attributes) == 0 ||
+        XTranslateCoordinates(display, info.info.x11.window, attributes.root, 0, 0, &x, &y, &child) == 0) {
+        return true;
+    }
+    return clientCorner() == std::array<std::int32_t, 2>{x, y};
+}
 
 /// Lets `drop` know the way to the X server.
 void GLWindow::keepConnection(SDL_Window* window) {
