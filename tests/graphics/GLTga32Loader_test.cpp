@@ -3,9 +3,9 @@
 #include "support/GLTest.h"
 #include "support/TgaFile.h"
 
-#include <algorithm>
 #include <numeric>
 #include <string>
+#include <utility>
 
 namespace tarnwick {
 
@@ -41,6 +41,19 @@ protected:
             result += text;
         }
         return result;
+    }
+
+    static std::pair<GLint, GLint> sizeInTheGl() {
+        std::pair<GLint, GLint> size;
+        glBindTexture(GL_TEXTURE_2D, textureId);
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &size.first);
+        glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT, &size.second);
+        return size;
+    }
+    static std::string texels(GLint wide, GLint high) {
+        std::string pixels(static_cast<std::size_t>(wide) * static_cast<std::size_t>(high) * 4, '\0');
+        glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
+        return pixels;
     }
 
     static constexpr std::uint32_t textureId = 77;
@@ -162,22 +175,51 @@ TEST_F(GLTga32LoaderTest, ASizeBeyondAllMemoryOrBeyondTheFileIsRefused) {
 TEST_F(GLTga32LoaderTest, APictureWiderThanTheGlTakesIsScaled) {
     GLint largest = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
-    const std::string run = "\xFF" + TgaFile::pixel(10, 20, 30, 255);
+    const std::string left = TgaFile::pixel(10, 20, 30, 255);
+    const std::string right = TgaFile::pixel(200, 100, 50, 128);
+    const std::string row = repeated("\xFF" + left, 256) + repeated("\xFF" + right, 255) + "\xFE" + right;
     data.write("wide.tga",
-               TgaFile{.imageType = 10, .width = 65535, .height = 4, .data = repeated(run, 2048)}.bytes());
+               TgaFile{.imageType = 10, .width = 65535, .height = 4, .data = repeated(row, 4)}.bytes());
 
     accepted = GLTga32Loader::load("wide.tga", textureId, width, height);
 
-    GLint wide = 0;
-    glBindTexture(GL_TEXTURE_2D, textureId);
-    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &wide);
-    std::string pixels(static_cast<std::size_t>(std::max(wide, 1)) * 4 * 4, '\0');
-    glGetTexImage(GL_TEXTURE_2D, 0, GL_BGRA, GL_UNSIGNED_BYTE, pixels.data());
+    const auto [wide, high] = sizeInTheGl();
+    const std::string pixels = texels(wide, high);
     EXPECT_TRUE(accepted);
     EXPECT_EQ(width, 65535u); // of the picture: what is drawn with it keeps its place
-    EXPECT_GT(wide, 1000);
+    EXPECT_GT(wide, largest / 2);
     EXPECT_LE(wide, largest);
-    EXPECT_EQ(pixels.substr(0, 4), TgaFile::pixel(10, 20, 30, 255));
+    EXPECT_EQ(high, 4);
+    for (const std::size_t y : {0u, 3u}) {
+        const std::string told =
+            pixels.substr(y * static_cast<std::size_t>(wide) * 4, static_cast<std::size_t>(wide) * 4);
+        EXPECT_EQ(told.substr(0, 4), left) << y;
+        EXPECT_EQ(told.substr(told.size() / 2 - 8, 4), left) << y;
+        EXPECT_EQ(told.substr(told.size() / 2 + 8, 4), right) << y;
+        EXPECT_EQ(told.substr(told.size() - 4), right) << y;
+    }
+}
+
+TEST_F(GLTga32LoaderTest, APictureHigherThanTheGlTakesIsTheMeanOfItsRows) {
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    const auto rows = static_cast<std::uint32_t>(largest) * 2;
+    ASSERT_LE(rows, 65535u);
+    const std::string two =
+        "\x83" + TgaFile::pixel(0, 100, 10, 255) + "\x83" + TgaFile::pixel(255, 100, 20, 255);
+    data.write("high.tga",
+               TgaFile{.imageType = 10, .width = 4, .height = rows, .data = repeated(two, rows / 2)}.bytes());
+
+    accepted = GLTga32Loader::load("high.tga", textureId, width, height);
+
+    const auto [wide, high] = sizeInTheGl();
+    const std::string pixels = texels(wide, high);
+    EXPECT_TRUE(accepted);
+    EXPECT_EQ(height, rows);
+    EXPECT_EQ(wide, 4);
+    EXPECT_EQ(high, largest);
+    EXPECT_EQ(pixels.substr(0, 4), TgaFile::pixel(128, 100, 15, 255));
+    EXPECT_EQ(pixels.substr(pixels.size() - 4), TgaFile::pixel(128, 100, 15, 255));
 }
 
 } // namespace tarnwick
