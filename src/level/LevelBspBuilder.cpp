@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 
 namespace tarnwick {
 
@@ -21,6 +22,15 @@ constexpr float nearDistance = 0.01f; ///< World units: ends nearer than this on
 constexpr float overlapMargin = 0.0001f; ///< World units.
 constexpr float cutMargin = 0.01f; ///< World units: nearer to the end of an edge than this nothing is cut.
 constexpr float sameDirection = 0.9999f; ///< Dot product of unit directions above which they are the same.
+
+/// How often edges are cut at most. Sides that overlap are cut less than twice for each pair of sides; beyond
+/// 65,536 units rounding can make pieces come back in a circle, which ends here.
+std::uint64_t mostCuts(std::uint64_t edgeCount) {
+    TARNWICK_LOCATION("LevelBspBuilder::mostCuts");
+    constexpr std::uint64_t alwaysAllowed = 1'000;
+    constexpr std::uint64_t bearable = 1'000'000; // what memory and a maker's patience hold
+    return std::min(4 * edgeCount * edgeCount + alwaysAllowed, 64 * edgeCount + bearable);
+}
 
 enum class Use { none, solid, caulk };
 
@@ -121,9 +131,14 @@ struct Cut {
 /// happens the first in the list is taken.
 class EdgeMerger {
 public:
-    explicit EdgeMerger(std::vector<LevelBspNode>& edgeList)
+    /// Which pairs of edges that overlap are cut.
+    enum class Cuts { all, unlessBothComeBack, none };
+
+    EdgeMerger(std::vector<LevelBspNode>& edgeList, Cuts which)
         : edges(edgeList)
-        , deleted(edgeList.size(), false) {
+        , deleted(edgeList.size(), false)
+        , cuts(which)
+        , cutsLeft(mostCuts(edgeList.size())) {
         TARNWICK_LOCATION("EdgeMerger::EdgeMerger");
         std::vector<Box> boxes;
         boxes.reserve(edges.size());
@@ -138,7 +153,8 @@ public:
         }
     }
 
-    void run() {
+    /// False when the cuts ran out.
+    bool run() {
         TARNWICK_LOCATION("EdgeMerger::run");
         // Pieces make the list grow meanwhile.
         for (std::size_t first = 0; first < edges.size() && LongWork::goesOn(); ++first) {
@@ -153,6 +169,7 @@ public:
             }
         }
         edges.resize(kept);
+        return cutsLeft > 0;
     }
 
 private:
@@ -163,6 +180,8 @@ private:
     BoxRow row;                ///< The edges, with at least the room they take up now, by place in the plane.
     std::vector<std::uint32_t> edgeAt; ///< For each slot of the row, its edge.
     std::vector<std::uint32_t> slotOf; ///< For each edge, its slot.
+    Cuts cuts = Cuts::all;
+    std::uint64_t cutsLeft = 0;
 
     /// Does to an edge what its pair with the first edge behind it asks for that asks for anything; that
     /// always ends the edge.
@@ -197,7 +216,7 @@ private:
         }
     }
 
-    static Outcome outcomeOf(const LevelBspNode& e1, const LevelBspNode& e2) {
+    Outcome outcomeOf(const LevelBspNode& e1, const LevelBspNode& e2) const {
         TARNWICK_LOCATION("EdgeMerger::outcomeOf");
         if (coincide(e1.end, e2.start)) {
             if (coincide(e1.start, e2.end)) {
@@ -210,9 +229,10 @@ private:
         const bool inLine = std::abs(dotProduct(e2.start - e1.start, e1.normal)) < nearDistance &&
                             std::abs(dotProduct(e2.end - e1.start, e1.normal)) < nearDistance;
         // An edge longer than 65,536 units may, by rounding, hold its own end inside its twin: cut at it,
-        // both would come back as they were, without end.
-        return inLine && shareStretch(e1, e2) && !Cut(e1, e2).givesBothAgain() ? Outcome::bothAreCut
-                                                                               : Outcome::nothing;
+        // both come back as they were.
+        const bool isCut = inLine && cuts != Cuts::none && cutsLeft > 0 && shareStretch(e1, e2) &&
+                           !(cuts == Cuts::unlessBothComeBack && Cut(e1, e2).givesBothAgain());
+        return isCut ? Outcome::bothAreCut : Outcome::nothing;
     }
 
     /// Whether two edges that lie in one line overlap there.
@@ -237,6 +257,7 @@ private:
             break;
         case Outcome::bothAreCut:
             deleted[second] = true;
+            --cutsLeft;
             cutOverlap(e1, LevelBspNode(e2));
             break;
         default:
@@ -294,9 +315,19 @@ std::vector<LevelBspNode> LevelBspBuilder::buildInitialNodeList(std::list<Polygo
     return edges;
 }
 
-void LevelBspBuilder::optimiseInitialNodeList(std::vector<LevelBspNode>& edges) {
+bool LevelBspBuilder::optimiseInitialNodeList(std::vector<LevelBspNode>& edges) {
     TARNWICK_LOCATION("LevelBspBuilder::optimiseInitialNodeList");
-    EdgeMerger(edges).run();
+    const std::vector<LevelBspNode> uncut = edges;
+    if (EdgeMerger(edges, EdgeMerger::Cuts::all).run()) {
+        return true;
+    }
+    edges = uncut;
+    if (EdgeMerger(edges, EdgeMerger::Cuts::unlessBothComeBack).run()) {
+        return true;
+    }
+    edges = uncut;
+    EdgeMerger(edges, EdgeMerger::Cuts::none).run();
+    return false;
 }
 
 void LevelBspBuilder::removeCaulkNodes(std::vector<LevelBspNode>& edges) {

@@ -24,8 +24,12 @@ public:
     /// Cuts away what two edges in opposite directions share, and makes one edge of two that run on in line.
     /// Every edge, from the front of the list, is compared with those behind it until something happens to
     /// it; pieces go to the back, where they are compared in their turn. Edges of destructable polygons stay
-    /// whole, and so do two edges of which a cut would leave just these two again.
-    static void optimiseInitialNodeList(std::vector<LevelBspNode>& edges);
+    /// whole.
+    ///
+    /// Of edges beyond 65,536 units, pieces can come back in a circle by rounding. Where there are more cuts
+    /// than any other edges ask for, all begins anew, and two edges of which a cut would leave just these two
+    /// again stay whole; where that does not end either, nothing is cut, and the answer is false.
+    static bool optimiseInitialNodeList(std::vector<LevelBspNode>& edges);
 
     static void removeCaulkNodes(std::vector<LevelBspNode>& edges);
 

@@ -122,7 +122,9 @@ void LevelBspTree::create() {
     Log::print("\nCreating the level bsp tree...");
     CommandRegistry::add(commands);
     std::vector<LevelBspNode> edges = LevelBspBuilder::buildInitialNodeList(Level::polygons);
-    LevelBspBuilder::optimiseInitialNodeList(edges);
+    if (!LevelBspBuilder::optimiseInitialNodeList(edges)) {
+        Log::print("\nSides of the level overlap and cannot be cut apart.");
+    }
     LevelBspBuilder::removeCaulkNodes(edges);
     if (edges.empty()) {
         return;

@@ -1,7 +1,9 @@
 #include "level/LevelBspBuilder.h"
 
+#include "level/Level.h"
 #include "level/Polygon2D.h"
 #include "support/ModuleTest.h"
+#include "support/RandomLevels.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -250,6 +252,24 @@ TEST_F(LevelBspBuilderTest, TwoLongEdgesOfWhichACutWouldLeaveTheSameTwoStayAsThe
     EXPECT_TRUE(contains(list, {0, 0}, {61406, -22941}));
     EXPECT_EQ(countOf(list, first), countOf(list, second));
     EXPECT_LE(list.size(), 6u);
+}
+
+/// Would catch edges that are left half cut: then there would be thousands of them.
+TEST_F(LevelBspBuilderTest, EdgesThatCannotBeCutApartStayWhole) {
+    std::uint32_t whole = 0;
+    for (std::uint32_t seed = 1; seed <= 500; ++seed) {
+        Level::polygons.clear();
+        RandomLevels(seed).makeHuge(2 + seed % 6);
+        std::vector<LevelBspNode> list = LevelBspBuilder::buildInitialNodeList(Level::polygons);
+        const std::size_t before = list.size();
+
+        if (!LevelBspBuilder::optimiseInitialNodeList(list)) {
+            ++whole;
+            EXPECT_LE(list.size(), before) << "seed " << seed;
+        }
+    }
+    EXPECT_GT(whole, 0u);
+    EXPECT_LT(whole, 50u);
 }
 
 } // namespace tarnwick

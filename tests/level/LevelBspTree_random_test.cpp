@@ -1,4 +1,6 @@
+#include "core/LongWork.h"
 #include "level/Level.h"
+#include "level/LevelBspBuilder.h"
 #include "level/LevelBspTree.h"
 #include "reference/PlainBspTree.h"
 #include "support/ModuleTest.h"
@@ -6,6 +8,8 @@
 
 #include <bit>
 #include <cstdint>
+#include <cstdlib>
+#include <list>
 #include <string>
 #include <vector>
 
@@ -65,10 +69,78 @@ protected:
 
         LevelBspTree::create();
 
-        const PlainBspTree plain(Level::polygons);
+        compareTrees(Level::polygons);
+    }
+    /// The tree that is there and that of the plain reading.
+    static void compareTrees(std::list<Polygon2D>& polygons) {
+        const PlainBspTree plain(polygons);
         expectSame(LevelBspTree::rootNode(), plain.root);
     }
+
+    static std::uint32_t longRun(std::uint32_t whole, std::uint32_t brief) {
+        return std::getenv("TARNWICK_LONG_TESTS") != nullptr ? whole : brief;
+    }
+
+    static constexpr std::uint32_t mostWatchedCalls = 4000; ///< Each stands for 256 steps of a load.
+    static std::uint32_t watchedCalls;
 };
+
+std::uint32_t LevelBspTreeRandomTest::watchedCalls = 0;
+
+/// Would catch a rule that ends endless cutting and changes what ended before: the pass without such a rule
+/// gives the same edges.
+TEST_F(LevelBspTreeRandomTest, LevelsThatEndedBeforeKeepTheirEdges) {
+    const std::uint32_t levels = longRun(10'000, 400);
+    std::uint32_t ended = 0;
+    for (std::uint32_t seed = 1; seed <= levels && !HasFailure(); ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Level::polygons.clear();
+        if (seed % 2 == 0) {
+            RandomLevels(seed).make(1 + seed % 40);
+        } else {
+            RandomLevels(seed).makeHuge(2 + seed % 6);
+        }
+        PlainBspTree::NodeList before = PlainBspTree::buildInitialNodeList(Level::polygons);
+        std::vector<LevelBspNode> edges = LevelBspBuilder::buildInitialNodeList(Level::polygons);
+
+        const bool endedBefore = PlainBspTree::optimiseWithoutEnd(before, 20'000);
+        LevelBspBuilder::optimiseInitialNodeList(edges);
+
+        if (endedBefore) {
+            ++ended;
+            ASSERT_EQ(edges.size(), before.size());
+            auto edge = edges.begin();
+            for (const LevelBspNode* const node : before) {
+                ASSERT_EQ(bitsOf(*edge++), bitsOf(*node));
+            }
+        }
+        for (const LevelBspNode* const node : before) {
+            delete node;
+        }
+    }
+    EXPECT_GT(ended, levels / 2);
+    RecordProperty("ended", static_cast<int>(ended));
+}
+
+/// Would catch a level that is cut up without end, wherever its points lie.
+TEST_F(LevelBspTreeRandomTest, EveryLevelOfTheWholeRangeEnds) {
+    const std::uint32_t levels = longRun(100'000, 500);
+    for (std::uint32_t seed = 1; seed <= levels && !HasFailure(); ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Level::polygons.clear();
+        RandomLevels(seed).makeHuge(2 + seed % 6);
+        watchedCalls = 0;
+        LongWork::setWatch([](LongWork::Kind) { return ++watchedCalls < mostWatchedCalls; });
+
+        LevelBspTree::create();
+
+        ASSERT_LT(watchedCalls, mostWatchedCalls) << "it would go on without end";
+        if (seed % 5 == 0) {
+            compareTrees(Level::polygons);
+        }
+    }
+    LongWork::setWatch(nullptr);
+}
 
 TEST_F(LevelBspTreeRandomTest, TheTreesOfSmallLevelsAreThoseOfThePlainReading) {
     for (std::uint32_t seed = 1; seed <= 600 && !HasFailure(); ++seed) {

@@ -3,6 +3,7 @@
 #include "core/Geometry.h"
 #include "level/Polygon2D.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -40,8 +41,8 @@ bool isSameStretch(const LevelBspNode& a, const LevelBspNode& b) {
     return a.start == b.start && a.end == b.end;
 }
 
-/// False when the two do not overlap in one line, or would come out as they are.
-bool cut(NodeList& list, const LevelBspNode& e1, const LevelBspNode& e2) {
+/// False when the two do not overlap in one line, or, with `ends`, would come out as they are.
+bool cut(NodeList& list, const LevelBspNode& e1, const LevelBspNode& e2, bool ends) {
     const float p1 = dotProduct(e2.start - e1.start, e1.normal);
     const float p2 = dotProduct(e2.end - e1.start, e1.normal);
     const float s1 = dotProduct(e1.start - e2.start, e2.direction);
@@ -68,7 +69,7 @@ bool cut(NodeList& list, const LevelBspNode& e1, const LevelBspNode& e2) {
     if (isInside(t2, e1.length)) {
         first.push_back(pieceOf(e1, e1.start, e2.end));
     }
-    if (first.size() == 1 && second.size() == 1 && isSameStretch(first[0], e1) &&
+    if (ends && first.size() == 1 && second.size() == 1 && isSameStretch(first[0], e1) &&
         isSameStretch(second[0], e2)) {
         return false; // they would be cut for ever
     }
@@ -82,7 +83,13 @@ bool cut(NodeList& list, const LevelBspNode& e1, const LevelBspNode& e2) {
 
 enum class Deletion { none, first, both };
 
-Deletion treatPair(NodeList& list, const LevelBspNode& e1, LevelBspNode& e2) {
+/// What is left to be cut, and whether two edges that would come out as they are stay.
+struct Cuts {
+    std::uint64_t left = 0;
+    bool ends = true;
+};
+
+Deletion treatPair(NodeList& list, const LevelBspNode& e1, LevelBspNode& e2, Cuts& cuts) {
     if (coincide(e1.end, e2.start)) {
         if (coincide(e1.start, e2.end)) {
             return Deletion::both;
@@ -93,7 +100,11 @@ Deletion treatPair(NodeList& list, const LevelBspNode& e1, LevelBspNode& e2) {
             return Deletion::first;
         }
     }
-    return cut(list, e1, e2) ? Deletion::both : Deletion::none;
+    if (cuts.left == 0 || !cut(list, e1, e2, cuts.ends)) {
+        return Deletion::none;
+    }
+    --cuts.left;
+    return Deletion::both;
 }
 
 bool edgeIntersect(Vector2 rayStart, Vector2& rayEnd, Vector2 edgeStart, Vector2 edgeEnd) {
@@ -114,6 +125,48 @@ bool edgeIntersect(Vector2 rayStart, Vector2& rayEnd, Vector2 edgeStart, Vector2
     }
     rayEnd = meeting;
     return true;
+}
+
+NodeList copyOf(const NodeList& list) {
+    NodeList copy;
+    for (const LevelBspNode* const node : list) {
+        copy.push_back(new LevelBspNode(*node));
+    }
+    return copy;
+}
+
+void deleteAll(NodeList& list) {
+    for (const LevelBspNode* const node : list) {
+        delete node;
+    }
+    list.clear();
+}
+
+void optimise(NodeList& list, Cuts& cuts) {
+    auto e1 = list.begin();
+    while (e1 != list.end()) {
+        Deletion deletion = Deletion::none;
+        auto e2 = e1;
+        for (; e2 != list.end(); ++e2) {
+            if (e1 == e2 || (*e1)->polygon->destructable || (*e2)->polygon->destructable) {
+                continue;
+            }
+            deletion = treatPair(list, **e1, **e2, cuts);
+            if (deletion != Deletion::none) {
+                break;
+            }
+        }
+        if (deletion == Deletion::both) {
+            delete *e2;
+            list.erase(e2);
+        }
+        if (deletion != Deletion::none) {
+            delete *e1;
+            e1 = list.erase(e1);
+        } else {
+            ++e1;
+        }
+    }
 }
 
 } // namespace
@@ -164,30 +217,25 @@ NodeList PlainBspTree::buildInitialNodeList(std::list<Polygon2D>& polygons) {
 }
 
 void PlainBspTree::optimiseInitialNodeList(NodeList& list) {
-    auto e1 = list.begin();
-    while (e1 != list.end()) {
-        Deletion deletion = Deletion::none;
-        auto e2 = e1;
-        for (; e2 != list.end(); ++e2) {
-            if (e1 == e2 || (*e1)->polygon->destructable || (*e2)->polygon->destructable) {
-                continue;
-            }
-            deletion = treatPair(list, **e1, **e2);
-            if (deletion != Deletion::none) {
-                break;
-            }
-        }
-        if (deletion == Deletion::both) {
-            delete *e2;
-            list.erase(e2);
-        }
-        if (deletion != Deletion::none) {
-            delete *e1;
-            e1 = list.erase(e1);
-        } else {
-            ++e1;
+    const std::uint64_t count = list.size();
+    const auto patience = std::min<std::uint64_t>(4 * count * count + 1000, 64 * count + 1000000);
+    NodeList uncut = copyOf(list);
+    for (const Cuts& cuts : {Cuts{patience, false}, Cuts{patience, true}, Cuts{0, true}}) {
+        deleteAll(list);
+        list = copyOf(uncut);
+        Cuts left = cuts;
+        optimise(list, left);
+        if (left.left > 0) {
+            break;
         }
     }
+    deleteAll(uncut);
+}
+
+bool PlainBspTree::optimiseWithoutEnd(NodeList& list, std::uint64_t patience) {
+    Cuts cuts{patience, false};
+    optimise(list, cuts);
+    return cuts.left > 0;
 }
 
 void PlainBspTree::removeCaulkNodes(NodeList& list) {

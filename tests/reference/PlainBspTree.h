@@ -2,6 +2,7 @@
 
 #include "level/LevelBspNode.h"
 
+#include <cstdint>
 #include <list>
 
 namespace tarnwick {
@@ -22,6 +23,9 @@ public:
     using NodeList = std::list<LevelBspNode*>;
     static NodeList buildInitialNodeList(std::list<Polygon2D>& polygons);
     static void optimiseInitialNodeList(NodeList& list);
+    /// The same without the rules that make it end on huge edges; false when it took more cuts than
+    /// `patience`.
+    static bool optimiseWithoutEnd(NodeList& list, std::uint64_t patience);
     static void removeCaulkNodes(NodeList& list);
     static LevelBspNode* choosePartitionNode(const NodeList& list);
 

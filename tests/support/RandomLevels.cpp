@@ -3,6 +3,8 @@
 #include "level/Level.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <utility>
 
 namespace tarnwick {
@@ -24,6 +26,37 @@ void RandomLevels::make(std::size_t polygons) {
     }
     if (kind == 4 || kind == 5) {
         addCrumbs(share);
+    }
+}
+
+void RandomLevels::makeHuge(std::size_t polygons) {
+    const std::uint32_t reach = 1u << (12 + random.below(20));
+    const auto coordinate = [&] {
+        return static_cast<float>(static_cast<std::int64_t>(random.below(2 * reach - 1)) -
+                                  static_cast<std::int64_t>(reach));
+    };
+    std::vector<std::vector<Vector2>> outlines;
+    while (outlines.size() < polygons) {
+        std::vector<Vector2> outline;
+        if (outlines.empty() || random.below(2) == 0) {
+            for (std::uint32_t points = 3 + random.below(2); points > 0; --points) {
+                const float x = coordinate();
+                outline.push_back({x, coordinate()});
+            }
+        } else {
+            outline = outlines[random.below(static_cast<std::uint32_t>(outlines.size()))];
+            const std::size_t side = random.below(static_cast<std::uint32_t>(outline.size()));
+            const Vector2 along = outline[(side + 1) % outline.size()] - outline[side];
+            const float share = static_cast<float>(random.below(9)) / 4.0f - 1.0f; // 0: the same place
+            for (Vector2& point : outline) {
+                point.x = std::round(point.x + along.x * share);
+                point.y = std::round(point.y + along.y * share);
+            }
+        }
+        outlines.push_back(outline);
+    }
+    for (const std::vector<Vector2>& outline : outlines) {
+        add(outline);
     }
 }
 

@@ -16,6 +16,10 @@ public:
     /// A level of about `polygons` polygons of one kind or a mixture of all.
     void make(std::size_t polygons);
 
+    /// Some triangles and quadrangles anywhere up to 2^31, and copies of them: in the same place, turned
+    /// round, or shifted along one of their own sides.
+    void makeHuge(std::size_t polygons);
+
 private:
     RandomOutlines random;
 

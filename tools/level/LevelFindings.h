@@ -32,6 +32,9 @@ void validateActors(const LevelFile& level, Findings& findings);
 /// which all sides are those of another.
 void validateEqualSides(const LevelFile& level, const std::list<Polygon2D>& polygons, Findings& findings);
 
+/// Sides that overlap so far out that the game cannot cut them apart.
+void validateCuts(std::list<Polygon2D>& polygons, Findings& findings);
+
 /// Polygons of different pictures, and objects where `sizeOf` is not null, that overlap on a layer so that
 /// only the level loaded before tells which is on top. One line each; one for all that a list of pictures
 /// would hold.

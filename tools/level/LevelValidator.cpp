@@ -113,6 +113,7 @@ public:
         validateMissingFiles();
         validateWaterStart();
         validateEqualSides(level, polygons, findings);
+        validateCuts(polygons, findings);
         validatePictureOrder(level, polygons, sizeOf, findings);
         validateActors(level, findings);
         return std::move(findings);

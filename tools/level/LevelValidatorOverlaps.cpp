@@ -2,6 +2,8 @@
 
 #include "core/Geometry.h"
 #include "core/Vector2.h"
+#include "level/LevelBspBuilder.h"
+#include "level/LevelBspNode.h"
 #include "level/LevelFile.h"
 #include "tools/level/LevelFindings.h"
 
@@ -62,6 +64,13 @@ void validateEqualSides(const LevelFile& level, const std::list<Polygon2D>& poly
             }
         }
         ++number;
+    }
+}
+
+void validateCuts(std::list<Polygon2D>& polygons, Findings& findings) {
+    std::vector<LevelBspNode> edges = LevelBspBuilder::buildInitialNodeList(polygons);
+    if (!LevelBspBuilder::optimiseInitialNodeList(edges)) {
+        findings.push_back("sides longer than 65536 units overlap, and the game cannot cut them apart");
     }
 }
 

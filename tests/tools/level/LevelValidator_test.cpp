@@ -1,9 +1,15 @@
 #include "tools/level/LevelValidator.h"
 
+#include "level/Level.h"
+#include "level/LevelBspBuilder.h"
+#include "level/LevelBspNode.h"
 #include "level/LevelFile.h"
 #include "support/ModuleTest.h"
+#include "support/RandomLevels.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <limits>
 #include <map>
 #include <set>
@@ -418,6 +424,38 @@ TEST_F(LevelValidatorTest, OfSidesThatTwoWallsShareTheLongSlantedOnesAreTold) {
     EXPECT_EQ(findingsOf(level), Findings{});
     level.polygons[0].points[1] = level.polygons[1].points[1] = {1100, 0}; // level
     EXPECT_EQ(findingsOf(level), Findings{});
+}
+
+/// Would catch a level that the game cannot cut up, called sound.
+TEST_F(LevelValidatorTest, SidesThatCannotBeCutApartAreNamed) {
+    const std::string finding = "sides longer than 65536 units overlap, and the game cannot cut them apart";
+    std::uint32_t named = 0;
+    for (std::uint32_t seed = 1; seed <= 500 && named == 0; ++seed) {
+        Level::polygons.clear();
+        RandomLevels(seed).makeHuge(2 + seed % 6);
+        std::vector<LevelBspNode> edges = LevelBspBuilder::buildInitialNodeList(Level::polygons);
+        if (LevelBspBuilder::optimiseInitialNodeList(edges)) {
+            continue;
+        }
+        LevelFile huge;
+        for (const Polygon2D& polygon : Level::polygons) {
+            LevelFile::PolygonRecord record = block();
+            record.points.clear();
+            for (std::uint32_t point = 0; point < polygon.pointCount(); ++point) {
+                record.points.push_back({static_cast<std::int32_t>(std::lround(polygon.pointsX[point])),
+                                         static_cast<std::int32_t>(std::lround(polygon.pointsY[point]))});
+            }
+            huge.polygons.push_back(record);
+        }
+        const Findings findings = findingsOf(huge);
+        if (std::count(findings.begin(), findings.end(), finding) == 1) {
+            ++named;
+        }
+    }
+    EXPECT_EQ(named, 1u);
+    Level::polygons.clear();
+    const Findings sound = findingsOf(levelOf({block(), block(120, 100)}));
+    EXPECT_EQ(std::count(sound.begin(), sound.end(), finding), 0);
 }
 
 } // namespace tarnwick
