@@ -6,14 +6,10 @@
 
 namespace tarnwick {
 
-SoundSource::SoundSource(const Sound& sourceSound,
-                         float sourceX,
-                         float sourceY,
-                         bool sourceLooping,
-                         std::int32_t sourceId,
-                         float sourceStrenght)
-    : x(sourceX)
-    , y(sourceY)
+SoundSource::SoundSource(
+    const Sound& sourceSound, Vector2 place, bool sourceLooping, std::int32_t sourceId, float sourceStrenght)
+    : x(place.x)
+    , y(place.y)
     , strenght(sourceStrenght)
     , sound(sourceSound)
     , looping(sourceLooping)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/Sound.h"
+#include "core/Vector2.h"
 
 #include <cstdint>
 
@@ -25,11 +26,17 @@ public:
     SoundSource() = default;
     /// A stopped source. Takes `sourceStrenght` as it is.
     SoundSource(const Sound& sourceSound,
+                Vector2 place,
+                bool sourceLooping,
+                std::int32_t sourceId,
+                float sourceStrenght);
+    SoundSource(const Sound& sourceSound,
                 float sourceX,
                 float sourceY,
                 bool sourceLooping,
                 std::int32_t sourceId,
-                float sourceStrenght);
+                float sourceStrenght)
+        : SoundSource(sourceSound, {sourceX, sourceY}, sourceLooping, sourceId, sourceStrenght) {}
 
     /// World units, at least 1.
     void setStrenght(float newStrenght);

@@ -298,7 +298,7 @@ void SoundSourceManager::conCmdSoundSourceCreate(const std::string& typed) {
         return;
     }
     const Sound sound(arguments.text(5));
-    addSoundSource(SoundSource(sound, arguments.number(0), arguments.number(1), arguments.boolean(3),
+    addSoundSource(SoundSource(sound, {arguments.number(0), arguments.number(1)}, arguments.boolean(3),
                                arguments.integer(4), arguments.number(2)));
     updateAllSounds(state.view, state.heard);
 }

@@ -103,9 +103,8 @@ public:
         TARNWICK_LOCATION("LevelBuilder::soundSourceRead");
         const Vector2 position = toVector(record.position);
         // Kept: each is first one of the default sound, whose count in the cache so only grows.
-        soundSources.emplace_back() =
-            SoundSource(Sound(record.soundName), position.x, position.y, record.looping != 0, record.soundId,
-                        static_cast<float>(record.strenght));
+        soundSources.emplace_back() = SoundSource(Sound(record.soundName), position, record.looping != 0,
+                                                  record.soundId, static_cast<float>(record.strenght));
         GLWindow::run();
     }
 
