@@ -52,14 +52,17 @@ def in_menu(game, rng):
 
 def in_play(game, rng):
     in_menu(game, rng)
+    game.still_picture()  # the signs of the menu have flown in
     game.start_playing()
 
 
 def in_options(game, rng):
     """While the window is made anew and everything is loaded into it."""
     in_menu(game, rng)
+    before = game.still_picture()
     game.click("main", "optionsButton")
-    time.sleep(2.0)  # the menu flies in
+    wait_for("the options open", lambda: game.picture() != before)
+    game.still_picture()
     game.point_at("options", "graphicQualityChooser")
     for name in ["Left"] * 3:
         game.key(name)
