@@ -14,7 +14,7 @@ if(NOT EXISTS "${list}" OR "${program}" IS_NEWER_THAN "${list}")
     file(WRITE "${list}" "${output}")
 endif()
 
-file(STRINGS "${list}" suites REGEX "^[^ ].*\\.")
+file(STRINGS "${list}" suites REGEX "^[A-Za-z0-9_/]+\\.( |$)")
 foreach(line IN LISTS suites)
     string(REGEX REPLACE "\\..*" "" suite "${line}")
     set(count 1)

@@ -62,6 +62,8 @@ protected:
         GLWindow::createWindow("Desktop test", 640, 480);
         GLWindow::setEventListener(&listener);
         runUntil(GLWindow::hasFocus);
+        // A painting with the pointer outside takes the cursor away, wherever the last test left it.
+        GLWindow::centerMouse();
     }
     ~DesktopWindowTest() override { ModuleReset::all(); }
 
