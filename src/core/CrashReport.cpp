@@ -165,6 +165,9 @@ bool hasDisplay() {
            (isSet("DISPLAY") || isSet("WAYLAND_DISPLAY"));
 }
 
+/// Where the one worker thread's signals ran before they were told another place.
+stack_t workersFormerStack{};
+
 } // namespace
 
 CrashReport::State CrashReport::state;
@@ -222,7 +225,13 @@ void CrashReport::useSignalStack(SignalStack& memory) {
 
 void CrashReport::prepareWorker() {
     TARNWICK_LOCATION("CrashReport::prepareWorker");
+    sigaltstack(nullptr, &workersFormerStack);
     useSignalStack(workerSignalStack);
+}
+
+void CrashReport::releaseWorker() {
+    TARNWICK_LOCATION("CrashReport::releaseWorker");
+    sigaltstack(&workersFormerStack, nullptr);
 }
 
 void CrashReport::prepareReport() {

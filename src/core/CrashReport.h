@@ -55,6 +55,9 @@ public:
     /// Called first by the one worker thread: an overflow of its stack is reported, too.
     static void prepareWorker();
 
+    /// Called last by it: whoever gave the thread a stack for signals before takes that one back at its end.
+    static void releaseWorker();
+
     /// A place at which the program can end: reports a request that came since, and does not return then.
     /// Does nothing on any thread but the main one.
     static void endIfAsked();

@@ -104,6 +104,7 @@ void* WorkerThread::enter(void* worker) {
     if (self.function != nullptr) {
         self.function(self);
     }
+    CrashReport::releaseWorker();
     return nullptr;
 }
 

@@ -24,7 +24,7 @@ SplashScreen::State& SplashScreen::state = *new State;
 
 void SplashScreen::run() {
     TARNWICK_LOCATION("SplashScreen::run");
-    if (state.running || state.abandoned || !GLWindow::lend(stop)) {
+    if (state.running || state.abandoned != nullptr || !GLWindow::lend(stop)) {
         return;
     }
     state.previousListener = GLWindow::getEventListener();
@@ -70,9 +70,8 @@ void SplashScreen::stop() {
 /// The thread keeps what it has, and its own handle, for ever.
 void SplashScreen::abandon() {
     TARNWICK_LOCATION("SplashScreen::abandon");
-    state.abandoned = true;
+    state.abandoned = state.thread.release();
     state.running = false;
-    [[maybe_unused]] const WorkerThread* const leftAlone = state.thread.release();
     takeWindowBack();
 }
 
@@ -105,7 +104,7 @@ void SplashScreen::threadFunction(WorkerThread& /*self*/) {
 /// For the thread: the main thread has long gone on, and what the two would share is its own.
 void SplashScreen::stopIfAbandoned() {
     TARNWICK_LOCATION("SplashScreen::stopIfAbandoned");
-    while (state.abandoned) {
+    while (state.abandoned != nullptr) {
         std::this_thread::sleep_for(std::chrono::hours(1));
     }
 }

@@ -45,7 +45,7 @@ private:
         std::atomic<bool> running = false;                 ///< Tells the thread to go on.
         std::atomic<bool> threadReady = true;              ///< The thread has read its pictures.
         std::atomic<bool> threadDone = true;               ///< The thread has freed all it had.
-        std::atomic<bool> abandoned = false;               ///< The thread is to touch nothing any more.
+        std::atomic<WorkerThread*> abandoned = nullptr;    ///< Not null: it is to touch nothing any more.
         void (*drawing)() = animate;                       ///< What the thread does; tests do other things.
         std::uint32_t looks = mostLooks;                   ///< Patience; tests have less.
     };

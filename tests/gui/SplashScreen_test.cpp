@@ -2,6 +2,7 @@
 
 #include "core/GLTexture.h"
 #include "core/Log.h"
+#include "core/WorkerThread.h"
 #include "game/Game.h"
 #include "graphics/GLTextureManager.h"
 #include "graphics/GLWindow.h"
@@ -12,6 +13,7 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <array>
 #include <future>
 #include <list>
 #include <string>
@@ -47,15 +49,14 @@ protected:
         return {texels[0], texels[1], texels[2]};
     }
 
-    /// The splash's thread will do this, and is waited for through two looks.
-    static void setDrawing(void (*drawing)()) {
-        SplashScreen::state.drawing = drawing;
-        SplashScreen::state.looks = 2;
-    }
+    /// The splash's thread will do this.
+    static void setDrawing(void (*drawing)()) { SplashScreen::state.drawing = drawing; }
+    /// The thread is waited for through two looks.
+    static void losePatience() { SplashScreen::state.looks = 2; }
     static void putBack() {
         SplashScreen::state.drawing = SplashScreen::animate;
         SplashScreen::state.looks = SplashScreen::mostLooks;
-        SplashScreen::state.abandoned = false;
+        standing[standingCount++] = SplashScreen::state.abandoned.exchange(nullptr);
     }
     /// Stands still as if in the GL driver, but without the window: not every platform lends it twice.
     static void standStill() {
@@ -73,6 +74,11 @@ protected:
     };
     struct Listener final : GLWindowEventListener {};
     Listener listener;
+
+private:
+    /// Threads that stand still to the program's end.
+    static inline std::array<WorkerThread*, 2> standing{};
+    static inline std::size_t standingCount = 0;
 };
 
 TEST_F(SplashScreenTest, NobodyHearsTheWindowFromRunToStop) {
@@ -179,6 +185,7 @@ TEST_F(SplashScreenTest, ANewNumberOfSamplesEndsTheSplashAndKeepsTheListener) {
 // The fault: a start that stands still for ever because the splash does.
 TEST_F(SplashScreenTest, ASplashThatIsNeverReadyIsDoneWithout) {
     setDrawing(standStill);
+    losePatience();
     SplashScreen::run();
     const bool running = SplashScreen::isRunning();
     const std::string told = Log::outputText();
@@ -198,6 +205,7 @@ TEST_F(SplashScreenTest, ASplashThatDoesNotEndIsLeftAlone) {
     setDrawing(standStillInTheEnd);
     SplashScreen::run();
     const bool running = SplashScreen::isRunning();
+    losePatience();
 
     SplashScreen::stop();
     putBack();
