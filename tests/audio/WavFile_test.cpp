@@ -41,7 +41,7 @@ TEST(WavFileTest, TheFieldsAreThoseOfTheFile) {
     text.sampleRate = 22'050;
     text.byteRate = 88'200;
     text.blockAlign = 4;
-    text.fileSize = 12; // a lie, which nobody hears
+    text.fileSize = 12;                     // a lie, which nobody hears
     const std::string bytes = text.bytes(); // the samples are a part of it
     WavFile wav;
 
